@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+
+namespace puente {
+
+/// What a board does wrong. Frames count from 1, in the order in which the board receives them; 0 means never.
+/// Everything that is drawn by lot comes from `semilla`, so a run can be repeated.
+struct faltas {
+  std::uint64_t semilla = 1;
+
+  /// From this frame on no command is answered, and none is carried out.
+  std::uint64_t muda_desde = 0;
+  /// No reply to this frame alone; the command is carried out.
+  std::uint64_t calla_en = 0;
+  /// The reply to this frame stops after `cortada_tras` characters.
+  std::uint64_t cortada_en = 0;
+  unsigned cortada_tras = 0;
+  /// The reply to this frame comes `retraso_ms` later than it should; with `retrasa_todas` every reply does.
+  std::uint64_t retrasada_en = 0;
+  bool retrasa_todas = false;
+  unsigned retraso_ms = 0;
+  /// The reply to this frame carries a wrong checksum, or one in lower-case letters.
+  std::uint64_t suma_mala_en = 0;
+  std::uint64_t suma_minuscula_en = 0;
+  /// This frame is refused with this code character.
+  std::uint64_t error_en = 0;
+  char codigo_error = '6';
+  /// This frame is answered by a RESET signal, and the chip starts anew; `reset_repetido` sends that many.
+  std::uint64_t reset_en = 0;
+  unsigned reset_repetido = 1;
+  /// Characters of noise in front of each reply, none of them STX or ETX.
+  unsigned ruido = 0;
+  /// From this frame on characters come without end, `balbuceo_etx` with ETX among them.
+  std::uint64_t balbuceo_desde = 0;
+  bool balbuceo_etx = false;
+  /// Pause between the characters of every reply.
+  unsigned goteo_ms = 0;
+  /// Of each thousand words to program, how many are acknowledged and not written.
+  unsigned por_mil_sin_grabar = 0;
+  /// The line is hung up when this frame has come in.
+  std::uint64_t cuelga_en = 0;
+};
+
+}  // namespace puente

@@ -1,0 +1,84 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <optional>
+#include <random>
+#include <string>
+#include <string_view>
+
+#include "bridge/chip.h"
+#include "bridge/faltas.h"
+
+namespace puente {
+
+using instante = std::chrono::microseconds;
+
+/// One direction's pace: how long a character takes on the line. 0 stands for a line without a pace.
+struct ritmo {
+  /// Bits a second; a character has ten.
+  unsigned baudios = 0;
+  instante caracteres(std::uint64_t cuantos) const {
+    return baudios == 0 ? instante{0} : instante{cuantos * 10'000'000ULL / baudios};
+  }
+};
+
+/// The bridge board: takes frames off a line, carries them to the chip and answers, on a clock that its user gives.
+/// Characters take their time in both directions; a command is carried out when its ETX has arrived.
+class placa {
+ public:
+  /// `direccion` is '>' for a frame that came in, '<' for one that went out.
+  using testigo = std::function<void(char direccion, std::string_view trama, instante cuando)>;
+
+  placa(chip& c, ritmo paso, faltas f = {});
+
+  /// `datos` were put on the line towards the board at `ahora`, which never goes back.
+  void entra(std::string_view datos, instante ahora);
+  /// When the next character arrives at either end, if any is under way.
+  std::optional<instante> proximo() const;
+  /// Takes at most `cuantos` of the characters that have arrived at the far end by `ahora`.
+  std::string sale(instante ahora, std::size_t cuantos = SIZE_MAX);
+  /// The board has hung up; nothing works any more.
+  bool colgada() const { return colgada_; }
+  /// What was on its way in both directions is lost, as when the far end closes the line.
+  void vaciar();
+
+  /// Frames received so far, well-formed or not.
+  std::uint64_t tramas() const { return tramas_; }
+  /// Sees every frame, if set.
+  testigo traza;
+  faltas fallos;
+
+ private:
+  struct caracter {
+    char c;
+    instante llega;
+  };
+
+  void avanzar(instante ahora);
+  void recibir(char c, instante cuando);
+  void atender(std::string_view trama, instante cuando);
+  std::string ejecutar(std::string_view comando);
+  void responder(std::string_view contenido, instante cuando);
+  void poner(std::string_view crudo, instante cuando);
+  void balbucear(instante ahora);
+
+  chip& chip_;
+  ritmo paso_;
+  std::mt19937_64 azar_;
+  std::deque<caracter> hacia_placa_;
+  std::deque<caracter> hacia_pc_;
+  std::string trama_;
+  bool en_trama_ = false;
+  instante libre_placa_{0}, libre_pc_{0};
+  std::uint64_t tramas_ = 0;
+  bool balbucea_ = false;
+  bool colgada_ = false;
+};
+
+/// Checksum digits as the board reckons them: the last two digits of the sum of the characters, upper case.
+std::string suma(std::string_view texto);
+
+}  // namespace puente

@@ -1,0 +1,101 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "platform/archivos.h"
+#include "platform/mscomm.h"
+#include "platform/plataforma.h"
+
+namespace morvane {
+
+/// The settings of "SETTINGS.TXT", as texts. Empty until `leer_ajustes` has filled them.
+struct ajustes {
+  std::string velocidad;
+  std::string paridad;
+  std::string bits_datos;
+  std::string bits_parada;
+  std::string puerto;
+  /// The application's directory with a closing backslash.
+  std::string ruta_aplicacion;
+};
+
+/// How a running operation was cut short. All of it starts anew when a command opens the port.
+struct interrupcion {
+  /// The operation is broken off: nothing is sent any more, waits return at once, nothing is judged.
+  bool interrumpida = false;
+  /// "A" was answered after the operation was broken off, so that the chip can still be closed with "D".
+  bool cierre_permitido = false;
+  /// Boxes and RESET signals that the reception has shown in this operation.
+  int cajas_recepcion = 0;
+  int resets = 0;
+};
+
+/// State of the link to the bridge: what the reception leaves for the flows, the watchdog, the settings, and the
+/// platform that it talks through. One thread; the fields change only inside a pass of the event pump or in the
+/// routines of this room.
+struct enlace {
+  /// All three must outlive it. Takes over the events of `serial` and of its own timer.
+  enlace(plataforma& plat, archivos& ficheros, MSComm& serial);
+  enlace(const enlace&) = delete;
+  enlace& operator=(const enlace&) = delete;
+
+  plataforma& plat;
+  archivos& ficheros;
+  MSComm& control_serie;
+
+  /// First character of the command sent last.
+  char ultimo_comando = '\0';
+  /// A well-formed reply frame has arrived since the last send.
+  bool respuesta_lista = false;
+  /// Something has been received since the last send.
+  bool datos_listos = false;
+  /// The user has abandoned a wait. Cleared by the start of `esperar_con_vigilancia` alone.
+  bool tiempo_agotado = false;
+
+  /// What the last read of `Input` gave.
+  std::string entrada_serie;
+  /// Character mode: all that has come since the last STX. Fixed-length modes: the slice that belongs to the mode.
+  std::string respuesta;
+  /// First character of the last frame whose checksum was good; '\0' before any.
+  char codigo_respuesta = '\0';
+  /// Status byte of the last status reply, and its bits, each 0 or 1.
+  std::uint8_t registro_estado = 0;
+  std::uint8_t bit_wip = 0, bit_wen = 0, bit_config = 0, bit_wef = 0, bit_fs = 0;
+  /// Answer of the last message box as digits: "1" OK, "2" Cancel, "6" Yes, "7" No.
+  std::string resultado_msgbox;
+
+  /// The watchdog, 1000 ms.
+  Timer spera_resp;
+
+  ajustes valores;
+  interrupcion corte;
+  /// Times the user has asked to close the program while a command runs. From 1 on no new group, block or poll starts.
+  int peticiones_cierre = 0;
+  /// Guarded waits that are running.
+  int vigiladas = 0;
+  /// Characters that had been received when the last command went out.
+  std::uint64_t recibidos_al_enviar = 0;
+
+  /// The frame being sent; kept to spare an allocation for each.
+  std::string trama;
+};
+
+/// Shows a box and notes the answer in `resultado_msgbox`.
+respuesta_caja preguntar(enlace& e, const caja& mensaje);
+
+/// True while the flow of the running command may start something new: neither broken off nor asked to close.
+inline bool puede_seguir(const enlace& e) {
+  return !e.corte.interrumpida && e.peticiones_cierre == 0;
+}
+
+/// Breaks the running operation off.
+inline void interrumpir(enlace& e) {
+  e.corte.interrumpida = true;
+}
+
+/// Ends the program at once; unsent output is dropped first.
+[[noreturn]] void terminar_programa(enlace& e);
+
+}  // namespace morvane

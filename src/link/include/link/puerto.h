@@ -1,0 +1,34 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "link/enlace.h"
+
+namespace morvane {
+
+/// Opens the port of the settings. After True it is ready and this program's alone, and a new operation has begun:
+/// nothing is broken off. After False the user has seen why, and nothing has changed; that is also how a second
+/// command is refused while one holds the port.
+bool abrir_puerto(enlace& e);
+
+/// Closes the port and disables the watchdog. Does nothing to a closed port.
+void cerrar_puerto(enlace& e);
+
+/// The end of a command: closes the port, and tells the user if the operation was broken off.
+void cerrar_orden(enlace& e);
+
+/// Reads "SETTINGS.TXT". Without the file the settings stay as they are; an empty one gives the defaults and is
+/// written anew; fields that are missing take their defaults.
+void leer_ajustes(enlace& e);
+
+/// Writes "SETTINGS.TXT" if it exists. The user is told if that fails; the old file then stands.
+void guardar_ajustes(enlace& e);
+
+enum class modo_fichero { leer = 0, escribir = 1, anadir = 2 };
+
+/// Opens the text file `nombre` in the directory `ruta`, which ends in a backslash. A missing file gives nothing and no
+/// message, but for `escribir`, which creates it. Any error is shown and gives nothing.
+std::optional<fichero> abrir_fichero(enlace& e, std::string_view ruta, std::string_view nombre, modo_fichero modo);
+
+}  // namespace morvane

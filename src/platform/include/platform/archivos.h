@@ -1,0 +1,67 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace morvane {
+
+/// A text file held open for writing. Each line goes to the host at once, so that a crash loses none. Closed by its
+/// destructor. Not open after construction or after being moved from; then `linea` does nothing.
+class fichero {
+ public:
+  fichero() = default;
+  explicit fichero(int descriptor) : descriptor_(descriptor) {}
+  fichero(fichero&& otro) noexcept;
+  fichero& operator=(fichero&& otro) noexcept;
+  ~fichero();
+
+  bool abierto() const { return descriptor_ >= 0; }
+  /// Writes `texto` and CR LF behind it in one piece. After False (no room, input/output error) part of the line may
+  /// stand in the file.
+  bool linea(std::string_view texto);
+  void cerrar();
+
+ private:
+  int descriptor_ = -1;
+};
+
+/// Outcome of a file operation: 0, or the host's number of the error.
+using error_archivo = int;
+
+/// The files of the system. A name of the system's own uses backslashes: one that begins with the application's
+/// directory lies there, and a drive such as C:\ is the folder `unidades/c/` there. Every function below takes such a
+/// name. A name is found whatever the case of its last part. The contents are bytes, never translated.
+class archivos {
+ public:
+  enum class modo { leer, escribir, anadir };
+
+  /// `directorio`: the application's directory, in the host's form, which must exist.
+  explicit archivos(std::filesystem::path directorio);
+
+  /// The application's directory in the system's form, with a closing backslash.
+  const std::string& ruta_aplicacion() const { return ruta_aplicacion_; }
+  const std::filesystem::path& directorio() const { return directorio_; }
+  /// The host's path of a system name. A name outside of both roots is taken as the host's own.
+  std::filesystem::path anfitrion(std::string_view nombre) const;
+
+  /// Directory search: the last part of `nombre` as it stands on the disk, or an empty text if there is no such file.
+  std::string Dir(std::string_view nombre) const;
+  /// The whole of a file of up to `limite` bytes; nothing if it is missing, no regular file, unreadable or larger.
+  std::optional<std::string> leer(std::string_view nombre, std::size_t limite = 1 << 20) const;
+  /// Replaces the file by `contenido`: after 0 it holds the new content, after an error the old one, whole. A crash in
+  /// the middle leaves one or the other.
+  error_archivo guardar(std::string_view nombre, std::string_view contenido) const;
+  /// Opens a file for writing; `escribir` empties or creates it, `anadir` and `leer` need one that exists.
+  error_archivo abrir(std::string_view nombre, modo como, fichero& destino) const;
+
+ private:
+  std::filesystem::path encontrar(std::string_view nombre) const;
+
+  std::filesystem::path directorio_;
+  std::string ruta_aplicacion_;
+};
+
+}  // namespace morvane

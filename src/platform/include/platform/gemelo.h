@@ -1,0 +1,81 @@
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "platform/plataforma.h"
+#include "platform/transporte_memoria.h"
+
+namespace morvane {
+
+/// Thrown by the twin where the real platform would end the program.
+struct fin_de_programa {};
+
+/// Thrown by the twin's pump when something waits for what can never come.
+struct colgado : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+/// Thrown by the twin when a question comes up for which no answer stands ready.
+struct caja_inesperada : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+/// A platform by script, with a clock of its own. A pass in which nothing is due moves the clock to the next thing that
+/// is: a running clock, a character on a watched line, an action of the script. Passes with nothing ever due throw
+/// `colgado`, so nothing sleeps and nothing hangs.
+class gemelo final : public plataforma {
+ public:
+  instante ahora() const override { return ahora_; }
+  std::string hora() const override;
+  std::string ShowOpen(const CommonDialog& dialogo) override;
+  [[noreturn]] void terminar() override;
+
+  /// Answers for the boxes to come, first come first served. A box with OK alone needs no answer.
+  void responder(respuesta_caja respuesta) { respuestas_.push_back({respuesta, {}}); }
+  /// The same, after `mientras` has run with the box open.
+  void responder(respuesta_caja respuesta, std::function<void()> mientras);
+  /// Paths for the open dialogs to come; without one the dialog is cancelled.
+  void elegir(std::string ruta) { rutas_.push_back(std::move(ruta)); }
+  /// Runs `accion` inside the first pass at or after `cuando`.
+  void programar(instante cuando, std::function<void()> accion);
+  /// Makes the clock stop at the moments at which `otro` has something to deliver.
+  void vigilar(const extremo& otro) { extremos_.push_back(&otro); }
+  /// Lets time pass, as while a user thinks.
+  void pasar(instante cuanto) { ahora_ += cuanto; }
+
+  /// All boxes shown so far, in order.
+  std::vector<caja> cajas;
+  /// Passes so far, and how many of them in a row found nothing ever due before it counts as a hang.
+  std::uint64_t pasadas = 0;
+  int paciencia = 100;
+  /// How long the user takes to answer each box.
+  instante tiempo_de_caja{0};
+  /// Called at the start of each pass, when set.
+  std::function<void()> en_cada_pasada;
+
+ protected:
+  void eventos() override;
+  respuesta_caja mostrar(const caja& mensaje) override;
+
+ private:
+  struct contestacion {
+    respuesta_caja respuesta;
+    std::function<void()> mientras;
+  };
+  std::optional<instante> proximo() const;
+  bool ejecutar_acciones();
+
+  instante ahora_{0};
+  std::deque<contestacion> respuestas_;
+  std::deque<std::string> rutas_;
+  std::multimap<instante, std::function<void()>> acciones_;
+  std::vector<const extremo*> extremos_;
+  int vacias_ = 0;
+};
+
+}  // namespace morvane

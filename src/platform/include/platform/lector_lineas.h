@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace morvane {
+
+/// Reads a file of the user's as lines of text, in bounded memory. Paths are the host's own and are not translated.
+/// Only regular files are read: opening a pipe or a device fails instead of waiting.
+class lector_lineas {
+ public:
+  enum class finales {
+    /// A line ends at CR or at CR LF.
+    cr,
+    /// As above; but in a file without a single CR a line ends at LF.
+    cr_o_unix,
+  };
+  /// Characters of a line that are kept; a longer line is reported with its true length.
+  static constexpr std::size_t maximo = 1024;
+
+  struct linea {
+    /// The line without its end, cut after `maximo` bytes.
+    std::string_view texto;
+    /// Its full length in bytes.
+    std::uint64_t largo = 0;
+  };
+
+  lector_lineas();
+  ~lector_lineas();
+  lector_lineas(const lector_lineas&) = delete;
+  lector_lineas& operator=(const lector_lineas&) = delete;
+
+  /// False if the file cannot be read; `motivo` then says why.
+  bool abrir(const std::string& ruta, finales como);
+  /// Size in bytes when it was opened.
+  std::uint64_t tamano() const;
+  /// The next line; the view holds until the next call. False at the end of the file and after a read error.
+  bool siguiente(linea& destino);
+  /// True if reading failed (and not just ended).
+  bool fallo() const;
+  /// The reason of a failure in Spanish, without the file's name: "no existe", "no se puede leer: ...".
+  const std::string& motivo() const;
+
+ private:
+  struct estado;
+  std::unique_ptr<estado> e_;
+};
+
+}  // namespace morvane

@@ -1,0 +1,92 @@
+#pragma once
+
+#include <array>
+#include <functional>
+
+#include "image/avance.h"
+#include "image/variables_grab.h"
+#include "link/enlace.h"
+#include "platform/controles.h"
+
+namespace morvane {
+
+/// The menu of the main window, in the order in which it is shown.
+struct menu_principal {
+  explicit menu_principal(contador_cambios& c);
+
+  Menu men_archivo, men_abrir, separa_1;
+  /// `men_dir_1` to `men_dir_10`.
+  std::array<Menu, 10> men_dir;
+  Menu separa_2, men_salir;
+  Menu men_ver, men_ver_B_E, men_ver_B_S;
+  Menu men_dispositivo, men_seleccion, men_reset;
+  Menu men_memoria_f, men_borrar_t, men_verific_t, separa_3, men_prog_t, men_verifi_t, mn_verifi_t_f;
+  Menu men_upload, men_leer_ft, men_leer_fr;
+  Menu men_opciones, men_pto_s, men_proteger_f;
+  Menu men_ayuda, men_contenido, men_acerca;
+};
+
+/// The panel in which the user types a range to read.
+struct panel_rango {
+  explicit panel_rango(contador_cambios& c);
+
+  Frame fra_rango;
+  Label Label1, Label2;
+  TextBox txt_desde, txt_hasta;
+  CommandButton btn_leer, btn_salir;
+};
+
+/// The main window: its controls, and the state that the rooms below work on.
+struct frm_principal {
+  /// All must outlive the window.
+  frm_principal(plataforma& plat, archivos& ficheros, transporte& linea, Variables_grab& v);
+  frm_principal(const frm_principal&) = delete;
+  frm_principal& operator=(const frm_principal&) = delete;
+
+  Form ventana;
+  plataforma& plat;
+  Variables_grab& v;
+
+  MSComm serial;
+  enlace link;
+  avance progreso;
+
+  menu_principal menu;
+  Toolbar barra;
+  StatusBar estado;
+  panel_rango rango;
+  CommonDialog cmd_buscar;
+
+  /// Handlers that are running a command or a load, nested ones included.
+  int ordenes = 0;
+  /// A load is running.
+  bool cargando = false;
+};
+
+/// Marks a command or a load as running for as long as it lives.
+class orden_en_curso {
+ public:
+  explicit orden_en_curso(frm_principal& f) : f_(f) { ++f_.ordenes; }
+  ~orden_en_curso() { --f_.ordenes; }
+  orden_en_curso(const orden_en_curso&) = delete;
+  orden_en_curso& operator=(const orden_en_curso&) = delete;
+
+ private:
+  frm_principal& f_;
+};
+
+/// The load event: reads the settings and probes the bridge. The window may be shown when it has returned, whatever the
+/// probe found.
+void Form_Load(frm_principal& f);
+
+/// A press of the toolbar's button `indice`, 1 to 6. The button stays disabled until its command has ended.
+void Toolbar_ButtonClick(frm_principal& f, int indice);
+
+/// The user, or the desktop, wants the main window closed. True if it may go now. False while a command or a load runs:
+/// it will end soon, and `debe_cerrarse` then says so; a second request ends the wait in progress as well.
+bool pedir_cierre(frm_principal& f);
+
+/// True when a request to close could not be met at once and nothing stands in its way any more.
+bool debe_cerrarse(const frm_principal& f);
+
+}  // namespace morvane

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "shell/frm_principal.h"
+
+namespace morvane {
+
+/// Lets the user choose a firmware file and loads it. Refused with a box while a command or a load runs.
+void abrir_proyecto(frm_principal& f);
+
+/// Wipes the image, shows the path and loads `ruta_archivo` with the loader of its extension, which comes in upper
+/// case. With an unknown extension nothing more happens.
+void cargar_proyecto(frm_principal& f, std::string_view extension);
+
+/// Puts a shortened path into the first panel of the status bar: its first three characters, "...", and its tail.
+void mostrar_ruta(frm_principal& f, std::string_view ruta);
+
+/// The last three characters of a path without surrounding blanks, in upper case.
+std::string extension_de(std::string_view ruta);
+
+}  // namespace morvane
