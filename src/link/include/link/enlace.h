@@ -75,6 +75,8 @@ struct enlace {
   int peticiones_cierre = 0;
   /// Guarded waits that are running.
   int vigiladas = 0;
+  /// Times that the running wait has sent "A" again.
+  int repetidas = 0;
   /// Characters that had been received when the last command went out.
   std::uint64_t recibidos_al_enviar = 0;
 

@@ -35,7 +35,8 @@ class gemelo final : public plataforma {
   std::string ShowOpen(const CommonDialog& dialogo) override;
   [[noreturn]] void terminar() override;
 
-  /// Answers for the boxes to come, first come first served. A box with OK alone needs no answer.
+  /// Answers for the boxes to come, first come first served. A box with OK alone needs none and takes none
+  /// but `vbOK` and `vbNinguna`.
   void responder(respuesta_caja respuesta) { respuestas_.push_back({respuesta, {}}); }
   /// The same, after `mientras` has run with the box open.
   void responder(respuesta_caja respuesta, std::function<void()> mientras);

@@ -82,7 +82,8 @@ class MSComm final : private fuente_eventos {
   plataforma& plat_;
   transporte& linea_;
   std::array<char, InBufferSize> buffer_{};
-  std::size_t inicio_ = 0, fin_ = 0;
+  /// What waits stands from `inicio_` to `fin_`; in the character mode all before `forzado_` is delivered in any case.
+  std::size_t inicio_ = 0, fin_ = 0, forzado_ = 0;
   std::uint64_t recibidos_ = 0;
   parametros_linea parametros_;
   int puerto_ = 1;

@@ -1,0 +1,212 @@
+#include "link/esperas.h"
+
+#include <atomic>
+
+#include "link/tramas.h"
+
+namespace morvane {
+
+namespace {
+
+using bandera = bool enlace::*;
+
+/// Silence after which an unguarded wait asks, and the same for the command that goes over the whole flash.
+constexpr milisegundos silencio_normal{5'000};
+constexpr milisegundos silencio_bloque{10'000};
+/// How long a wait puts up with characters that are not what it waits for.
+constexpr milisegundos charla{15'000};
+/// Quiet time after which no further reply to a repeated command is expected.
+constexpr milisegundos reposo{1'500};
+
+const caja& pregunta_sin_respuesta() {
+  static const caja pregunta{"Atención error de comunicación",
+                             "No hay respuesta del Dispositivo, verifique la conexión con el puerto.\r\n"
+                             "Desea intentar conectarse?, si pulsa No, se saldrá del sistema",
+                             botones::SiNoCancelar, icono::critico};
+  return pregunta;
+}
+
+/// Noise that filled the whole buffer is no reply, though it was delivered like one.
+bool cumplida(const enlace& e, bandera b) {
+  return e.*b && (e.respuesta_lista || !e.control_serie.desbordado());
+}
+
+bool terminada(const enlace& e, bandera b) {
+  return cumplida(e, b) || e.corte.interrumpida;
+}
+
+void pasada(enlace& e) {
+  e.plat.DoEvents();
+  if (e.control_serie.perdido()) interrumpir(e);
+  if (e.peticiones_cierre < 2) return;
+  e.tiempo_agotado = true;
+  if (e.vigiladas == 0) interrumpir(e);
+}
+
+/// After a repeated "A" more than one reply may be under way. Takes them all, so that none is read as the reply to a
+/// later command.
+void recoger_repetidas(enlace& e) {
+  reloj quietud(e.plat, reposo);
+  reloj limite(e.plat, charla);
+  quietud.arrancar();
+  limite.arrancar();
+  for (std::uint64_t vistos = e.control_serie.recibidos(); !quietud.vencido() && !limite.vencido();) {
+    if (e.corte.interrumpida || e.peticiones_cierre >= 2) return;
+    pasada(e);
+    if (vistos != e.control_serie.recibidos()) quietud.arrancar();
+    vistos = e.control_serie.recibidos();
+  }
+}
+
+void reabrir_chip(enlace& e) {
+  modo_caracter(e.control_serie);
+  e.control_serie.descartar_entrada();
+  enviar_comando(e, "A");
+  esperar_con_vigilancia(e);
+  e.corte.cierre_permitido = e.respuesta_lista;
+  interrumpir(e);
+}
+
+void preguntar_por_silencio(enlace& e, bandera b) {
+  MSComm& serial = e.control_serie;
+  if (serial.RThreshold() != 1 && serial.trama_entera()) {
+    modo_caracter(serial);
+    serial.entregar();
+    return interrumpir(e);
+  }
+  const respuesta_caja respuesta = preguntar(e, pregunta_sin_respuesta());
+  if (respuesta == vbNo) terminar_programa(e);
+  if (respuesta != vbYes) return interrumpir(e);
+  pasada(e);
+  if (!terminada(e, b)) reabrir_chip(e);
+}
+
+/// Sees to it that a wait does not last for ever.
+class vigia {
+ public:
+  vigia(enlace& e, bandera b)
+      : e_(e),
+        bandera_(b),
+        silencio_(e.plat, e.ultimo_comando == 'C' ? silencio_bloque : silencio_normal),
+        charla_(e.plat, charla),
+        vistos_(e.control_serie.recibidos()) {
+    silencio_.arrancar();
+    charla_.arrancar();
+    e_.repetidas = 0;
+  }
+
+  /// One pass of the pump, and the question if it is time for it.
+  void pasar() {
+    pasada(e_);
+    if (terminada(e_, bandera_)) return;
+    const bool nuevos = vistos_ != e_.control_serie.recibidos();
+    vistos_ = e_.control_serie.recibidos();
+    if (nuevos) {
+      silencio_.arrancar();
+      algo_ = true;
+    }
+    // While the watchdog runs, it does the asking.
+    if (e_.spera_resp.Enabled()) return;
+    const bool callada = !nuevos && silencio_.vencido();
+    const bool habladora = algo_ && charla_.vencido();
+    if (callada || habladora || e_.control_serie.desbordado()) preguntar_por_silencio(e_, bandera_);
+  }
+
+  bool fin() const { return terminada(e_, bandera_); }
+
+ private:
+  enlace& e_;
+  const bandera bandera_;
+  reloj silencio_, charla_;
+  std::uint64_t vistos_;
+  bool algo_ = false;
+};
+
+/// The gap between two passes of the waits that are in no hurry.
+void contar_en_vacio() {
+  for (int i = 0; i < 10; ++i) std::atomic_signal_fence(std::memory_order_seq_cst);
+}
+
+void nada() {}
+
+template <class Pausa>
+void esperar(enlace& e, bandera b, Pausa pausa) {
+  if (e.corte.interrumpida) return;
+  vigia v(e, b);
+  v.pasar();
+  if (v.fin()) return;
+  do {
+    pausa();
+    v.pasar();
+  } while (!v.fin() && !e.tiempo_agotado);
+  if (e.repetidas > 0) recoger_repetidas(e);
+}
+
+}  // namespace
+
+void esperar_respuesta(enlace& e) {
+  esperar(e, &enlace::respuesta_lista, contar_en_vacio);
+}
+
+void esperar_datos(enlace& e) {
+  esperar(e, &enlace::datos_listos, contar_en_vacio);
+}
+
+void esperar_datos_rapido(enlace& e) {
+  esperar(e, &enlace::datos_listos, nada);
+}
+
+void esperar_con_vigilancia(enlace& e) {
+  if (e.corte.interrumpida) return;
+  e.tiempo_agotado = false;
+  vigia v(e, &enlace::respuesta_lista);
+  e.spera_resp.Enabled(true);
+  ++e.vigiladas;
+  do v.pasar();
+  while (!v.fin() && !e.tiempo_agotado);
+  --e.vigiladas;
+  e.spera_resp.Enabled(false);
+  if (e.repetidas > 0 && v.fin()) recoger_repetidas(e);
+}
+
+void spera_resp_Timer(enlace& e) {
+  const bool algo = e.datos_listos || e.control_serie.recibidos() != e.recibidos_al_enviar;
+  if (algo || !e.control_serie.PortOpen()) return e.spera_resp.Enabled(false);
+  switch (preguntar(e, pregunta_sin_respuesta())) {
+    case vbYes:
+      e.control_serie.descartar_entrada();
+      ++e.repetidas;
+      enviar_comando(e, "A");
+      break;
+    case vbNo:
+      terminar_programa(e);
+    default:
+      e.tiempo_agotado = true;
+      e.spera_resp.Enabled(false);
+      if (e.vigiladas == 0) interrumpir(e);
+      break;
+  }
+}
+
+bool paso(enlace& e, std::string_view comando) {
+  if (!puede_seguir(e)) return false;
+  enviar_comando(e, comando);
+  esperar_datos(e);
+  return puede_seguir(e);
+}
+
+void modo_caracter(MSComm& serial) {
+  serial.InputLen(1);
+  serial.RThreshold(1);
+}
+
+modo_fijo::modo_fijo(MSComm& serial, int input_len, int r_threshold) : serial_(serial) {
+  serial_.InputLen(input_len);
+  serial_.RThreshold(r_threshold);
+}
+
+modo_fijo::~modo_fijo() {
+  modo_caracter(serial_);
+}
+
+}  // namespace morvane

@@ -1,0 +1,126 @@
+#include "link/recepcion.h"
+
+#include <array>
+
+#include "link/tramas.h"
+#include "platform/texto.h"
+
+namespace morvane {
+
+namespace {
+
+/// Boxes of the reception and RESET signals that one operation survives.
+constexpr int maximo_cajas = 3;
+constexpr int maximo_resets = 1;
+
+/// Characters that an unfinished frame may grow to; noise beyond is not kept.
+constexpr std::size_t maximo_respuesta = 4096;
+
+constexpr std::string_view titulo_chip = "Atención respuesta del Chip";
+
+constexpr std::array<std::string_view, 9> errores_chip = {
+    "",
+    "El comando enviado fue demasiado largo",
+    "Error en CRC",
+    "El comando enviado fue demasiado corto",
+    "El comando enviado tiene un formato incorrecto",
+    "El tipo de comando no es soportado por el chip",
+    "Ez Port no está activado",
+    "Comando no implementado",
+    "Error parámetros fuera de rango",
+};
+
+void avisar(enlace& e, caja mensaje) {
+  preguntar(e, mensaje);
+  if (++e.corte.cajas_recepcion > maximo_cajas) interrumpir(e);
+}
+
+void recibir_reset(enlace& e) {
+  avisar(e, {"Atención", "Se ha recibido una señal de RESET", botones::Aceptar, icono::informacion});
+  if (++e.corte.resets > maximo_resets) interrumpir(e);
+  if (e.corte.interrumpida) return;
+  e.control_serie.descartar_entrada();
+  enviar_comando(e, "A");
+  e.spera_resp.Enabled(true);
+}
+
+void recibir_estado(enlace& e) {
+  const std::uint32_t estado = valor_hex(std::string_view(e.respuesta).substr(1, 2));
+  e.registro_estado = static_cast<std::uint8_t>(estado);
+  if (e.registro_estado == 0xFF) {
+    avisar(e, {"Atención", "Verifique la conexión con el dispositivo, y compruebe que el EzPort está activo",
+               botones::Aceptar, icono::critico});
+    return;
+  }
+  const auto bit = [estado](int n) { return static_cast<std::uint8_t>(estado >> n & 1); };
+  e.bit_wip = bit(0);
+  e.bit_wen = bit(1);
+  e.bit_config = bit(5);
+  e.bit_wef = bit(6);
+  e.bit_fs = bit(7);
+}
+
+void recibir_trama(enlace& e) {
+  if (!validar_checksum(e.respuesta)) {
+    avisar(e, {"Atención Error", "Error en la comunicación, el Cheksum ha fallado, verifique la conexión y el cableado",
+               botones::Aceptar, icono::critico});
+    interrumpir(e);
+    return;
+  }
+  e.respuesta_lista = true;
+  e.codigo_respuesta = e.respuesta.front();
+  if (e.codigo_respuesta != '0') {
+    if (e.respuesta.compare(1, 5, "RESET") == 0) return recibir_reset(e);
+    mostrar_error_chip(e, e.codigo_respuesta);
+  } else if (e.ultimo_comando == 'c') {
+    recibir_estado(e);
+  }
+}
+
+void recibir_caracter(enlace& e) {
+  if (e.entrada_serie.empty()) return;
+  const char c = e.entrada_serie.front();
+  if (c == STX) {
+    e.respuesta.clear();
+  } else if (c == ETX) {
+    recibir_trama(e);
+  } else if (e.respuesta.size() < maximo_respuesta) {
+    e.respuesta += c;
+  }
+}
+
+}  // namespace
+
+void serial_OnComm(enlace& e) {
+  if (e.control_serie.CommEvent() != MSComm::comEvReceive) return;
+  e.entrada_serie = e.control_serie.Input();
+  if (e.corte.interrumpida) return;
+  e.datos_listos = true;
+  const std::string_view entrada = e.entrada_serie;
+  switch (e.control_serie.RThreshold()) {
+    case 1:
+      recibir_caracter(e);
+      break;
+    case 5:
+      e.respuesta = entrada.substr(1, 3);
+      break;
+    case 16:
+      e.respuesta = entrada.substr(5, 8);
+      break;
+    case 15:
+    case 47:
+      e.respuesta = entrada;
+      break;
+    default:
+      break;
+  }
+}
+
+bool mostrar_error_chip(enlace& e, char codigo) {
+  if (codigo < '1' || codigo > '9') return false;
+  const std::string_view texto = errores_chip.at(static_cast<std::size_t>(codigo - '1'));
+  avisar(e, {std::string(titulo_chip), std::string(texto), botones::Aceptar, icono::critico});
+  return true;
+}
+
+}  // namespace morvane

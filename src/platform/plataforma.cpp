@@ -1,0 +1,60 @@
+#include "platform/plataforma.h"
+
+#include <algorithm>
+
+namespace morvane {
+
+void plataforma::DoEvents() {
+  eventos();
+  if (caja_abierta()) return;
+  // By index: a handler may register or retire others while it runs.
+  for (std::size_t i = 0; i < fuentes_.size(); ++i) fuentes_[i]->atender();
+  tocar_relojes();
+}
+
+respuesta_caja plataforma::MsgBox(const caja& mensaje) {
+  struct cuenta {
+    explicit cuenta(int& n) : n_(++n) {}
+    ~cuenta() { --n_; }
+    cuenta(const cuenta&) = delete;
+    cuenta& operator=(const cuenta&) = delete;
+    int& n_;
+  };
+  respuesta_caja respuesta = vbNinguna;
+  {
+    const cuenta abierta(cajas_abiertas_);
+    respuesta = mostrar(mensaje);
+  }
+  reiniciar_relojes();
+  return respuesta;
+}
+
+void plataforma::registrar(fuente_eventos& fuente) {
+  fuentes_.push_back(&fuente);
+}
+
+void plataforma::retirar(fuente_eventos& fuente) {
+  std::erase(fuentes_, &fuente);
+}
+
+std::optional<instante> plataforma::proximo_plazo() const {
+  std::optional<instante> primero;
+  for (const reloj* r : relojes_) {
+    if (r->en_marcha() && (!primero || r->vence() < *primero)) primero = r->vence();
+  }
+  return primero;
+}
+
+void plataforma::tocar_relojes() {
+  for (std::size_t i = 0; i < relojes_.size(); ++i) {
+    if (relojes_[i]->vencido()) relojes_[i]->tocar();
+  }
+}
+
+void plataforma::reiniciar_relojes() {
+  for (reloj* r : relojes_) {
+    if (r->en_marcha()) r->arrancar();
+  }
+}
+
+}  // namespace morvane
