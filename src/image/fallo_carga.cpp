@@ -7,7 +7,7 @@ std::string fallo_de_linea(std::uint64_t numero, std::string_view motivo) {
 }
 
 std::string fallo_de_archivo(std::string_view motivo) {
-  return "El archivo " + std::string(motivo);
+  return "Motivo: " + std::string(motivo);
 }
 
 void desechar_carga(Variables_grab& v) {

@@ -11,7 +11,7 @@ namespace morvane {
 
 /// What went wrong in one line of a firmware file; `motivo` is the rest of a sentence, without a full stop.
 std::string fallo_de_linea(std::uint64_t numero, std::string_view motivo);
-/// What is wrong with the file itself; `motivo` says it of "El archivo".
+/// What is wrong with the file itself.
 std::string fallo_de_archivo(std::string_view motivo);
 
 /// Gives up what a load has stored: wipes the image and sets `dir_max` to 0. Marks stay.
