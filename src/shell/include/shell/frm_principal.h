@@ -13,6 +13,8 @@ namespace morvane {
 /// The menu of the main window, in the order in which it is shown.
 struct menu_principal {
   explicit menu_principal(contador_cambios& c);
+  /// The entries of the menu bar, each with its list.
+  std::vector<Menu*> barra();
 
   Menu men_archivo, men_abrir, separa_1;
   /// `men_dir_1` to `men_dir_10`.

@@ -6,6 +6,9 @@
 /// port. Each reports to the user itself and leaves the port closed and the reception in the character mode.
 namespace morvane {
 
+/// True if a program is loaded; otherwise the user is told to load one.
+bool hay_programa(frm_principal& f);
+
 void men_borrar_t_Click(frm_principal& f);
 void men_prog_t_Click(frm_principal& f);
 

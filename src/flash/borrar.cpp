@@ -1,0 +1,39 @@
+#include "flash/borrar.h"
+
+#include "flash/habilitar.h"
+#include "link/esperas.h"
+
+namespace morvane {
+
+namespace {
+
+/// Status polls after which an erase counts as too long, whatever the last one says.
+constexpr int limite_sondeos = 55;
+
+bool fallo(enlace& e, const char* titulo, const char* texto) {
+  preguntar(e, {titulo, texto, botones::Aceptar, icono::critico});
+  return false;
+}
+
+}  // namespace
+
+bool borrar_flash(enlace& e) {
+  if (!habilitar_flash(e) || !paso(e, "i")) return false;
+  int sondeos = 0;
+  for (bool ocupada = true; ocupada && sondeos < limite_sondeos; ++sondeos) {
+    if (!paso(e, "c")) return false;
+    if (e.bit_wef != 0) {
+      return fallo(e, "Atención ocurrió un problema", "Error al borrar la Flash, se ha detenido la acción de borrar");
+    }
+    ocupada = e.bit_wip != 0;
+    e.plat.DoEvents();
+  }
+  if (!puede_seguir(e)) return false;
+  if (sondeos == limite_sondeos) {
+    return fallo(e, "Atención, ocurrió un problema al grabar",
+                 "Tiempo de borrado de Flash se ha excedido, se ha detenido el proceso de grabación");
+  }
+  return true;
+}
+
+}  // namespace morvane

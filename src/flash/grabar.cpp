@@ -1,0 +1,117 @@
+#include "flash/grabar.h"
+
+#include <string_view>
+
+#include "flash/borrar.h"
+#include "flash/habilitar.h"
+#include "link/esperas.h"
+#include "link/puerto.h"
+#include "link/tramas.h"
+#include "platform/texto.h"
+
+namespace morvane {
+
+namespace {
+
+constexpr std::int32_t bytes_por_grupo = 4;
+constexpr const char* carpeta_diario = "C:\\Datos\\TORVAX-m68k\\";
+constexpr const char* nombre_diario = "memoria.txt";
+
+/// The first marked address, rounded down to a whole group; behind `dir_max` if nothing up to there is marked.
+std::int32_t primera_direccion(const Variables_grab& v) {
+  std::int32_t dir = 0;
+  while (dir <= v.dir_max && v.mascara_salida[static_cast<std::size_t>(dir)] == 0) ++dir;
+  return dir - dir % bytes_por_grupo;
+}
+
+/// The text of the data of a group. What lies beyond the flash goes out as erased.
+void poner_datos(std::string& datos, const Variables_grab& v, std::int32_t dir) {
+  datos.clear();
+  for (std::int32_t i = dir; i < dir + bytes_por_grupo; ++i) {
+    const std::uint8_t byte = dir < total_flash ? v.buffer_salida[static_cast<std::size_t>(i)] : 0xFF;
+    anadir_hex(datos, byte, 2);
+  }
+}
+
+/// Writes group after group and keeps the work on the PC's side within the time in which a reply is under way.
+class bucle_de_grabado {
+ public:
+  bucle_de_grabado(enlace& e, const Variables_grab& v, avance& a) : e_(e), v_(v), a_(a), total_(v.dir_max) {}
+
+  void correr(fichero& diario) {
+    std::int32_t dir = primera_direccion(v_);
+    poner_direccion(dir);
+    while (dir <= v_.dir_max && !a_.cancelar && puede_seguir(e_)) {
+      grupo(dir, diario);
+      dir += bytes_por_grupo;
+    }
+  }
+
+ private:
+  void grupo(std::int32_t dir, fichero& diario) {
+    enviar_comando(e_, "a");
+    poner_datos(datos_, v_, dir);
+    esperar_datos_rapido(e_);
+    comando_.assign("g").append(direccion_).append(datos_);
+    enviar_comando_log(e_, comando_, diario);
+    poner_direccion(dir + bytes_por_grupo);
+    avanzar_progreso(a_, total_, bytes_por_grupo, escritos_);
+    esperar_datos_rapido(e_);
+  }
+
+  void poner_direccion(std::int32_t dir) {
+    direccion_.clear();
+    anadir_hex(direccion_, static_cast<std::uint32_t>(dir), 6);
+  }
+
+  enlace& e_;
+  const Variables_grab& v_;
+  avance& a_;
+  const std::int64_t total_;
+  std::int64_t escritos_ = 0;
+  std::string direccion_, datos_, comando_;
+};
+
+void avisar_final(enlace& e, const avance& a) {
+  if (!puede_seguir(e)) return;
+  preguntar(e,
+            {"", a.cancelar ? "El proceso de grabación ha sido detenido por el usuario" : "¡Ha terminado de grabar!"});
+}
+
+bool acepta_borrar_protegida(enlace& e) {
+  return preguntar(e, {"Atención Memoria Protegida",
+                       "La Flash del microcontrolador se encuentra protegida, desea borrarla para grabar un programa "
+                       "nuevo?",
+                       botones::SiNo, icono::critico}) == vbYes;
+}
+
+}  // namespace
+
+void borrar_y_programar(enlace& e, Variables_grab& v, avance& a) {
+  if (borrar_flash(e)) programar_flash(e, v, a);
+}
+
+void programar_flash(enlace& e, Variables_grab& v, avance& a) {
+  if (!paso(e, "c")) return;
+  const bool lista = e.bit_fs != 0 ? acepta_borrar_protegida(e) && borrar_flash(e) : habilitar_flash_reset(e);
+  if (lista) grabar_flash(e, v, a);
+}
+
+void grabar_flash(enlace& e, Variables_grab& v, avance& a) {
+  a.time_fin.Text = "";
+  a.time_ini.Text = e.plat.hora();
+  std::optional<fichero> diario;
+  {
+    const modo_fijo modo(e.control_serie, 0, 5);
+    diario = abrir_fichero(e, carpeta_diario, nombre_diario, modo_fichero::escribir);
+    if (!diario) diario.emplace();
+    bucle_de_grabado(e, v, a).correr(*diario);
+  }
+  a.time_fin.Text = e.plat.hora();
+  avisar_final(e, a);
+  a.Progress.Value = 0;
+  a.cancelar = false;
+  v.dir_max_grabada = v.dir_max;
+}
+
+}  // namespace morvane

@@ -1,0 +1,34 @@
+#include "flash/habilitar.h"
+
+#include "link/esperas.h"
+
+namespace morvane {
+
+namespace {
+
+bool problema(enlace& e, const char* texto) {
+  preguntar(e, {"Atención ocurrió un problema", texto, botones::Aceptar, icono::critico});
+  return false;
+}
+
+bool permitir_escritura(enlace& e) {
+  if (!paso(e, "a") || !paso(e, "c")) return false;
+  return e.bit_wen != 0 || problema(e, "Error al habilitar escritura en la Flash");
+}
+
+bool escribir_configuracion(enlace& e) {
+  if (!paso(e, "d2E") || !paso(e, "c")) return false;
+  return e.bit_config != 0 || problema(e, "Error al escribir el registro de configuración");
+}
+
+}  // namespace
+
+bool habilitar_flash(enlace& e) {
+  return habilitar_flash_reset(e) && permitir_escritura(e);
+}
+
+bool habilitar_flash_reset(enlace& e) {
+  return permitir_escritura(e) && escribir_configuracion(e);
+}
+
+}  // namespace morvane

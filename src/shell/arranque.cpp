@@ -1,0 +1,35 @@
+#include <filesystem>
+
+#include "link/esperas.h"
+#include "link/puerto.h"
+#include "link/tramas.h"
+#include "shell/frm_principal.h"
+
+namespace morvane {
+
+namespace {
+
+void sondear_puente(enlace& e) {
+  if (!abrir_puerto(e)) return;
+  enviar_comando(e, "A");
+  esperar_con_vigilancia(e);
+  if (!e.tiempo_agotado) {
+    enviar_comando(e, "D");
+    esperar_con_vigilancia(e);
+  }
+  cerrar_orden(e);
+}
+
+}  // namespace
+
+void Form_Load(frm_principal& f) {
+  const orden_en_curso orden(f);
+  f.link.valores.ruta_aplicacion = f.link.ficheros.ruta_aplicacion();
+  std::error_code sin_importancia;
+  std::filesystem::current_path(f.link.ficheros.directorio(), sin_importancia);
+  limpiar_buffer_salida(f.v);
+  leer_ajustes(f.link);
+  sondear_puente(f.link);
+}
+
+}  // namespace morvane

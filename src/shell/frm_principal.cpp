@@ -1,0 +1,112 @@
+#include "shell/frm_principal.h"
+
+#include "link/puerto.h"
+#include "shell/ordenes.h"
+#include "shell/proyecto.h"
+
+namespace morvane {
+
+namespace {
+
+constexpr int ancho_ventana = 9465, alto_ventana = 4110;
+constexpr color gris_claro = 0xE0E0E0;
+constexpr int ancho_panel_ruta = 5550, ancho_panel_avance = 2565, ancho_panel_hora = 1350;
+
+void conectar_menu(frm_principal& f) {
+  f.menu.men_abrir.Click = [&f] { abrir_proyecto(f); };
+  f.menu.men_salir.Click = [&f] { men_salir_Click(f); };
+  f.menu.men_borrar_t.Click = [&f] { men_borrar_t_Click(f); };
+  f.menu.men_prog_t.Click = [&f] {
+    if (hay_programa(f)) men_prog_t_Click(f);
+  };
+}
+
+void llenar_barra(frm_principal& f) {
+  f.barra.anadir("abrir", "Abrir");
+  f.barra.anadir("borrar", "Borrar Flash");
+  f.barra.anadir("programar", "Programar dispositivo");
+  f.barra.anadir("verificar", "Chequear lo Programado");
+  f.barra.anadir("reset", "Reset procesador");
+  f.barra.anadir("detener", "Detener la ejecución de grabado o chequeado");
+  f.barra.ButtonClick = [&f](int indice) { Toolbar_ButtonClick(f, indice); };
+}
+
+void llenar_estado(frm_principal& f) {
+  f.estado.anadir(Panel::estilo::texto, ancho_panel_ruta);
+  f.estado.anadir(Panel::estilo::texto, ancho_panel_avance).encima = &f.progreso.Progress;
+  f.estado.anadir(Panel::estilo::hora, ancho_panel_hora);
+}
+
+}  // namespace
+
+panel_rango::panel_rango(contador_cambios& c)
+    : fra_rango(c, "fra_rango", "Rango de lectura", {2100, 1080, 5265, 1875}),
+      Label1(c, "Label1", "Dirección desde:", {240, 420, 1800, 285}),
+      Label2(c, "Label2", "Dirección hasta:", {240, 900, 1800, 285}),
+      txt_desde(c, "txt_desde", {2100, 375, 1440, 360}, &Label1),
+      txt_hasta(c, "txt_hasta", {2100, 855, 1440, 360}, &Label2),
+      btn_leer(c, "btn_leer", "", {3840, 375, 1185, 840}),
+      btn_salir(c, "btn_salir", "Salir", {3840, 1320, 1185, 405}) {
+  btn_leer.ToolTipText = "Leer";
+  btn_leer.Picture = "leer";
+  fra_rango.Visible = false;
+  fra_rango.Controls = {&Label1, &txt_desde, &Label2, &txt_hasta, &btn_leer, &btn_salir};
+  btn_salir.Click = [this] { fra_rango.Visible = false; };
+}
+
+frm_principal::frm_principal(plataforma& plataforma_, archivos& ficheros, transporte& linea, Variables_grab& variables)
+    : ventana("frm_principal", "Morvane", ancho_ventana, alto_ventana),
+      plat(plataforma_),
+      v(variables),
+      serial(plataforma_, linea),
+      link(plataforma_, ficheros, serial),
+      progreso(ventana.cambios),
+      menu(ventana.cambios),
+      barra(ventana.cambios, "Toolbar"),
+      estado(ventana.cambios, "StatusBar", "Lucida Console"),
+      rango(ventana.cambios),
+      cmd_buscar{"cmd_buscar", "S-Record (*.s19)|*.s19|Binario (*.bin)|*.bin"} {
+  ventana.BackColor = gris_claro;
+  ventana.fija = true;
+  ventana.menus = menu.barra();
+  progreso.time_ini.Visible = false;
+  progreso.time_fin.Visible = false;
+  llenar_barra(*this);
+  llenar_estado(*this);
+  conectar_menu(*this);
+  ventana.Controls = {&barra, &rango.fra_rango, &progreso.time_ini, &progreso.time_fin, &estado};
+}
+
+void Toolbar_ButtonClick(frm_principal& f, int indice) {
+  Button& boton = f.barra.boton(indice);
+  boton.Enabled = false;
+  switch (indice) {
+    case 1:
+      abrir_proyecto(f);
+      break;
+    case 2:
+      men_borrar_t_Click(f);
+      break;
+    case 3:
+      if (hay_programa(f)) men_prog_t_Click(f);
+      break;
+    case 6:
+      f.progreso.cancelar = true;
+      break;
+    default:
+      break;
+  }
+  boton.Enabled = true;
+}
+
+bool pedir_cierre(frm_principal& f) {
+  if (f.ordenes == 0) return true;
+  ++f.link.peticiones_cierre;
+  return false;
+}
+
+bool debe_cerrarse(const frm_principal& f) {
+  return f.ordenes == 0 && f.link.peticiones_cierre > 0;
+}
+
+}  // namespace morvane

@@ -1,0 +1,75 @@
+#include "shell/ordenes.h"
+
+#include "flash/borrar.h"
+#include "flash/grabar.h"
+#include "link/esperas.h"
+#include "link/puerto.h"
+#include "link/tramas.h"
+
+namespace morvane {
+
+namespace {
+
+/// A load must not be disturbed: what it fills is what the commands work on.
+bool rechazada_por_carga(frm_principal& f) {
+  if (!f.cargando) return false;
+  preguntar(f.link, {"Atención", "Se está cargando un archivo. Espere a que termine la carga", botones::Aceptar,
+                     icono::exclamacion});
+  return true;
+}
+
+void abrir_chip(enlace& e) {
+  enviar_comando(e, "A");
+  esperar_con_vigilancia(e);
+}
+
+void cerrar_chip(enlace& e) {
+  enviar_comando(e, "D");
+  esperar_con_vigilancia(e);
+}
+
+}  // namespace
+
+bool hay_programa(frm_principal& f) {
+  if (f.v.dir_max >= 1) return true;
+  preguntar(f.link, {"Atención", "Debe cargar un programa antes de grabar"});
+  return false;
+}
+
+void men_borrar_t_Click(frm_principal& f) {
+  if (rechazada_por_carga(f)) return;
+  const orden_en_curso orden(f);
+  enlace& e = f.link;
+  f.progreso.cancelar = false;
+  if (!abrir_puerto(e)) return;
+  abrir_chip(e);
+  if (!e.tiempo_agotado) {
+    if (borrar_flash(e)) {
+      preguntar(e, {"Atención", "¡Ha terminado de borrar!"});
+      f.progreso.Progress.Value = 0;
+    }
+    cerrar_chip(e);
+  }
+  cerrar_orden(e);
+}
+
+void men_prog_t_Click(frm_principal& f) {
+  if (rechazada_por_carga(f)) return;
+  const orden_en_curso orden(f);
+  enlace& e = f.link;
+  f.progreso.cancelar = false;
+  if (!abrir_puerto(e)) return;
+  abrir_chip(e);
+  if (!e.tiempo_agotado) {
+    borrar_y_programar(e, f.v, f.progreso);
+    f.progreso.Progress.Value = 0;
+    cerrar_chip(e);
+  }
+  cerrar_orden(e);
+}
+
+void men_salir_Click(frm_principal& f) {
+  terminar_programa(f.link);
+}
+
+}  // namespace morvane
