@@ -1,0 +1,36 @@
+#include <unistd.h>
+
+#include <string>
+#include <utility>
+
+#include "descriptor.h"
+#include "platform/archivos.h"
+
+namespace morvane {
+
+fichero::fichero(fichero&& otro) noexcept : descriptor_(std::exchange(otro.descriptor_, -1)) {}
+
+fichero& fichero::operator=(fichero&& otro) noexcept {
+  if (this == &otro) return *this;
+  cerrar();
+  descriptor_ = std::exchange(otro.descriptor_, -1);
+  return *this;
+}
+
+fichero::~fichero() {
+  cerrar();
+}
+
+bool fichero::linea(std::string_view texto) {
+  if (!abierto()) return false;
+  std::string entera;
+  entera.reserve(texto.size() + 2);
+  entera.append(texto).append("\r\n");
+  return escribir_todo(descriptor_, entera) == 0;
+}
+
+void fichero::cerrar() {
+  if (abierto()) ::close(std::exchange(descriptor_, -1));
+}
+
+}  // namespace morvane

@@ -1,0 +1,183 @@
+#include "platform/lector_lineas.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+
+#include "descriptor.h"
+
+namespace morvane {
+
+namespace {
+
+constexpr std::size_t bloque = 64 * 1024;
+
+std::string explicar(int error) {
+  switch (error) {
+    case ENOENT:
+    case ENOTDIR:
+      return "el archivo no existe";
+    case EACCES:
+    case EPERM:
+      return "no hay permiso para leerlo";
+    case EISDIR:
+    case ENODEV:
+      return "no es un archivo normal";
+    case ENAMETOOLONG:
+      return "el nombre es demasiado largo";
+    case ELOOP:
+      return "sus enlaces se muerden la cola";
+    case EIO:
+      return "no se puede leer: el disco ha dado un error";
+    default:
+      return "no se puede leer: error " + std::to_string(error) + " del sistema";
+  }
+}
+
+}  // namespace
+
+struct lector_lineas::estado {
+  descriptor fd;
+  std::uint64_t tamano = 0;
+  char fin_linea = '\r';
+  /// The last line ended at a CR with nothing behind it in the buffer: an LF to come belongs to it.
+  bool falta_lf = false;
+  bool fallo = false;
+  std::string motivo;
+  std::string partida;
+  std::size_t inicio = 0, fin = 0;
+  std::array<char, bloque> datos;
+
+  bool fallar(int error);
+  bool rellenar();
+  bool buscar_final(finales como);
+  bool preparar_lectura();
+  bool linea_entera(linea& destino);
+  bool linea_partida(linea& destino);
+  void pasar_final(std::size_t donde);
+  const char* final_en_bloque() const;
+};
+
+bool lector_lineas::estado::fallar(int error) {
+  fallo = true;
+  motivo = explicar(error);
+  fd.cerrar();
+  return false;
+}
+
+/// Reads the next block over the old one. False at the end of the file and after an error.
+bool lector_lineas::estado::rellenar() {
+  inicio = fin = 0;
+  if (!fd.abierto()) return false;
+  const long hechos = leer_bytes(fd.numero(), datos.data(), datos.size());
+  if (hechos < 0) return fallar(errno);
+  if (hechos == 0) fd.cerrar();
+  fin = static_cast<std::size_t>(hechos);
+  return fin > 0;
+}
+
+/// Settles what ends a line, and goes back to the beginning. False after an error.
+bool lector_lineas::estado::buscar_final(finales como) {
+  fin_linea = '\r';
+  if (como == finales::cr) return true;
+  bool hay_cr = false;
+  while (!hay_cr) {
+    const long hechos = leer_bytes(fd.numero(), datos.data(), datos.size());
+    if (hechos < 0) return fallar(errno);
+    if (hechos == 0) break;
+    hay_cr = std::memchr(datos.data(), '\r', static_cast<std::size_t>(hechos)) != nullptr;
+  }
+  if (!hay_cr) fin_linea = '\n';
+  return ::lseek(fd.numero(), 0, SEEK_SET) == 0 || fallar(errno);
+}
+
+const char* lector_lineas::estado::final_en_bloque() const {
+  return static_cast<const char*>(std::memchr(datos.data() + inicio, fin_linea, fin - inicio));
+}
+
+/// Goes on behind the line end at `donde`.
+void lector_lineas::estado::pasar_final(std::size_t donde) {
+  inicio = donde + 1;
+  if (fin_linea != '\r') return;
+  falta_lf = inicio == fin;
+  if (!falta_lf && datos[inicio] == '\n') ++inicio;
+}
+
+/// Makes sure that there is a character of the next line in the buffer. False if there is none.
+bool lector_lineas::estado::preparar_lectura() {
+  if (inicio == fin && !rellenar()) return false;
+  const bool lf_pendiente = falta_lf && datos[inicio] == '\n';
+  falta_lf = false;
+  if (!lf_pendiente) return true;
+  ++inicio;
+  return inicio < fin || rellenar();
+}
+
+/// Takes a line that ends within the buffer, without copying it.
+bool lector_lineas::estado::linea_entera(linea& destino) {
+  const char* final = final_en_bloque();
+  if (final == nullptr) return false;
+  const auto donde = static_cast<std::size_t>(final - datos.data());
+  destino.largo = donde - inicio;
+  destino.texto = {datos.data() + inicio, std::min(donde - inicio, maximo)};
+  pasar_final(donde);
+  return true;
+}
+
+/// Takes a line that goes beyond the end of the buffer. False after an error.
+bool lector_lineas::estado::linea_partida(linea& destino) {
+  partida.clear();
+  destino.largo = 0;
+  bool completa = false;
+  do {
+    const char* final = final_en_bloque();
+    completa = final != nullptr;
+    const std::size_t donde = completa ? static_cast<std::size_t>(final - datos.data()) : fin;
+    partida.append(datos.data() + inicio, std::min(donde - inicio, maximo - partida.size()));
+    destino.largo += donde - inicio;
+    if (completa) pasar_final(donde);
+  } while (!completa && rellenar());
+  destino.texto = partida;
+  return !fallo;
+}
+
+lector_lineas::lector_lineas() : e_(std::make_unique<estado>()) {}
+lector_lineas::~lector_lineas() = default;
+
+bool lector_lineas::abrir(const std::string& ruta, finales como) {
+  e_->inicio = e_->fin = 0;
+  e_->tamano = 0;
+  e_->falta_lf = e_->fallo = false;
+  e_->motivo.clear();
+  apertura abierto = abrir_normal(ruta, O_RDONLY);
+  e_->fd = std::move(abierto.fd);
+  if (abierto.error != 0) return e_->fallar(abierto.error);
+  struct stat que {};
+  if (::fstat(e_->fd.numero(), &que) != 0) return e_->fallar(errno);
+  e_->tamano = static_cast<std::uint64_t>(que.st_size);
+  return e_->buscar_final(como);
+}
+
+std::uint64_t lector_lineas::tamano() const {
+  return e_->tamano;
+}
+
+bool lector_lineas::siguiente(linea& destino) {
+  destino = {};
+  if (!e_->preparar_lectura()) return false;
+  return e_->linea_entera(destino) || e_->linea_partida(destino);
+}
+
+bool lector_lineas::fallo() const {
+  return e_->fallo;
+}
+const std::string& lector_lineas::motivo() const {
+  return e_->motivo;
+}
+
+}  // namespace morvane

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace morvane {
+
+/// What port `numero` leads to, links resolved; empty if to nothing. `directorio` is the program's directory.
+std::filesystem::path destino_puerto(const std::filesystem::path& directorio, int numero);
+
+/// True if `ruta` is a character device. Opens nothing.
+bool es_dispositivo(const std::filesystem::path& ruta);
+
+/// Opens a character device for both directions, without waiting and without making it the controlling terminal. The
+/// descriptor, or -1 with the reason in errno (ENOTTY if it is no terminal).
+int abrir_dispositivo(const std::filesystem::path& ruta);
+
+/// Takes an open terminal for this program alone. False if somebody else has it.
+bool tomar_en_exclusiva(int fd);
+/// Gives back what `tomar_en_exclusiva` took, as far as closing does not.
+void dejar_exclusiva(int fd);
+
+/// Why opening `ruta` failed with `error`, in English, with what the user can do about it.
+std::string explicar_apertura(const std::filesystem::path& ruta, int error);
+
+}  // namespace morvane

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <string_view>
+
+namespace morvane::prueba {
+
+/// An empty folder that goes when the test ends.
+class carpeta_temporal {
+ public:
+  carpeta_temporal() {
+    std::string modelo = (std::filesystem::temp_directory_path() / "morvane-prueba-XXXXXX").native();
+    if (::mkdtemp(modelo.data()) == nullptr) throw std::filesystem::filesystem_error(modelo, {});
+    ruta_ = modelo;
+  }
+  carpeta_temporal(const carpeta_temporal&) = delete;
+  carpeta_temporal& operator=(const carpeta_temporal&) = delete;
+  ~carpeta_temporal() { std::filesystem::remove_all(ruta_); }
+
+  const std::filesystem::path& ruta() const { return ruta_; }
+
+  std::filesystem::path escribir(const std::filesystem::path& nombre, std::string_view contenido) const {
+    const std::filesystem::path ruta = ruta_ / nombre;
+    std::filesystem::create_directories(ruta.parent_path());
+    std::ofstream(ruta, std::ios::binary).write(contenido.data(), static_cast<std::streamsize>(contenido.size()));
+    return ruta;
+  }
+
+  /// Number of files and folders directly in the folder.
+  std::ptrdiff_t cuantos() const {
+    return std::distance(std::filesystem::directory_iterator(ruta_), std::filesystem::directory_iterator());
+  }
+
+ private:
+  std::filesystem::path ruta_;
+};
+
+inline std::string contenido_de(const std::filesystem::path& ruta) {
+  std::ifstream archivo(ruta, std::ios::binary);
+  return {std::istreambuf_iterator<char>(archivo), {}};
+}
+
+}  // namespace morvane::prueba
