@@ -1,0 +1,32 @@
+#include "image/avance.h"
+
+namespace morvane {
+
+namespace {
+
+constexpr int pasos = 25;
+
+std::int64_t cociente_al_par(std::int64_t dividendo, std::int64_t divisor) {
+  const std::int64_t entero = dividendo / divisor;
+  const std::int64_t resto = dividendo % divisor;
+  const std::int64_t falta = divisor - resto;
+  const bool sube = resto > falta || (resto == falta && entero % 2 != 0);
+  return sube ? entero + 1 : entero;
+}
+
+}  // namespace
+
+avance::avance(contador_cambios& cambios)
+    : Progress(cambios, "Progress", 0, pasos - 1), time_ini(cambios, "time_ini"), time_fin(cambios, "time_fin") {
+  time_ini.Visible = false;
+  time_fin.Visible = false;
+}
+
+void avanzar_progreso(avance& a, std::int64_t total, std::int64_t paso, std::int64_t& acumulado) {
+  acumulado += paso;
+  if (total <= 0) return;
+  const std::int64_t valor = cociente_al_par(acumulado * pasos, total);
+  if (valor <= a.Progress.Max) a.Progress.Value = static_cast<int>(valor);
+}
+
+}  // namespace morvane

@@ -1,0 +1,101 @@
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+#include "image/cargar_s19.h"
+#include "platform/texto.h"
+
+namespace morvane {
+
+namespace {
+
+constexpr std::size_t inicio_dir = 4;
+constexpr std::size_t largo_suma = 2;
+constexpr std::size_t maximo_datos = 248;
+/// Data goes out to the chip in groups of four bytes.
+constexpr std::size_t cifras_grupo = 8;
+/// The chip's configuration field, which no file may set.
+constexpr std::size_t inicio_config = 0x400, largo_config = 0x20;
+
+constexpr std::array<std::int8_t, 256> hacer_cifras() {
+  std::array<std::int8_t, 256> tabla{};
+  tabla.fill(-1);
+  for (std::int8_t i = 0; i < 10; ++i) tabla['0' + i] = i;
+  for (std::int8_t i = 0; i < 6; ++i) tabla['A' + i] = tabla['a' + i] = static_cast<std::int8_t>(10 + i);
+  return tabla;
+}
+
+constexpr auto cifras = hacer_cifras();
+
+constexpr int cifra(char c) {
+  return cifras[static_cast<unsigned char>(c)];
+}
+
+/// A pair counts up to its first character that is no digit.
+constexpr std::uint8_t valor_par(char alta, char baja) {
+  const int a = cifra(alta), b = cifra(baja);
+  if (a < 0) return 0;
+  return static_cast<std::uint8_t>(b < 0 ? a : a * 16 + b);
+}
+
+std::optional<std::string> mirar_largo(std::uint64_t largo_linea, std::size_t ancho_dir) {
+  const std::size_t minimo = inicio_dir + ancho_dir + largo_suma;
+  if (largo_linea < minimo) {
+    return "tiene " + std::to_string(largo_linea) + " caracteres y un registro S" + std::to_string(ancho_dir / 2 - 1) +
+           " necesita al menos " + std::to_string(minimo);
+  }
+  if (largo_linea - minimo > maximo_datos) {
+    return "el campo de datos tiene " + std::to_string(largo_linea - minimo) + " caracteres y el máximo es " +
+           std::to_string(maximo_datos);
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string> mirar_cifras(std::string_view campo) {
+  const auto mala = std::find_if(campo.begin(), campo.end(), [](char c) { return cifra(c) < 0; });
+  if (mala == campo.end()) return std::nullopt;
+  const auto posicion = static_cast<std::size_t>(mala - campo.begin()) + inicio_dir + 1;
+  return "el carácter " + std::to_string(posicion) + " es de la dirección y no es una cifra hexadecimal";
+}
+
+std::optional<std::string> mirar_sitio(std::uint32_t dir, std::size_t bytes) {
+  if (bytes == 0 || hay_celda(std::int64_t{dir} + static_cast<std::int64_t>(bytes) - 1)) return std::nullopt;
+  const std::uint32_t primera = std::max(dir, static_cast<std::uint32_t>(total_celdas));
+  return "la dirección 0x" + hex(primera, 6) + " está fuera de la memoria";
+}
+
+std::uint32_t valor_dir(std::string_view campo) {
+  std::uint32_t valor = 0;
+  for (const char c : campo) valor = valor << 4 | static_cast<std::uint32_t>(cifra(c));
+  return valor;
+}
+
+void guardar_datos(Variables_grab& v, std::uint32_t dir, std::string_view datos, std::size_t bytes) {
+  if (bytes == 0) return;
+  std::array<char, maximo_datos> texto;
+  texto.fill('F');
+  std::copy(datos.begin(), datos.end(), texto.begin());
+  std::uint8_t* const celdas = v.buffer_salida.data() + dir;
+  for (std::size_t i = 0; i < bytes; ++i) celdas[i] = valor_par(texto[2 * i], texto[2 * i + 1]);
+  std::memset(v.mascara_salida.data() + dir, 1, bytes);
+  v.dir_max = std::max(v.dir_max, static_cast<std::int32_t>(dir + bytes - 1));
+}
+
+}  // namespace
+
+std::optional<std::string> cargar_registro_s(Variables_grab& v, std::string_view linea, std::uint64_t largo_linea,
+                                             std::uint8_t ancho_dir) {
+  if (auto motivo = mirar_largo(largo_linea, ancho_dir)) return motivo;
+  const std::string_view campo_dir = linea.substr(inicio_dir, ancho_dir);
+  if (auto motivo = mirar_cifras(campo_dir)) return motivo;
+  const std::size_t inicio = inicio_dir + ancho_dir;
+  const std::string_view datos = linea.substr(inicio, linea.size() - inicio - largo_suma);
+  const std::size_t bytes = (datos.size() + cifras_grupo - 1) / cifras_grupo * cifras_grupo / 2;
+  const std::uint32_t dir = valor_dir(campo_dir);
+  if (auto motivo = mirar_sitio(dir, bytes)) return motivo;
+  guardar_datos(v, dir, datos, bytes);
+  std::memset(v.buffer_salida.data() + inicio_config, 0, largo_config);
+  return std::nullopt;
+}
+
+}  // namespace morvane

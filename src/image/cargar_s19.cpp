@@ -1,0 +1,55 @@
+#include "image/cargar_s19.h"
+
+#include "fallo_carga.h"
+#include "platform/lector_lineas.h"
+
+namespace morvane {
+
+namespace {
+
+/// Number of address digits of a data line, 0 for any other line.
+std::uint8_t ancho_de_tipo(std::string_view linea) {
+  const std::string_view tipo = linea.substr(0, 2);
+  if (tipo == "S1") return 4;
+  if (tipo == "S2") return 6;
+  if (tipo == "S3") return 8;
+  return 0;
+}
+
+/// Gives what went wrong, as text for the user.
+std::optional<std::string> leer_registros(Variables_grab& v, avance& a) {
+  lector_lineas lector;
+  if (!lector.abrir(v.ruta_archivo, lector_lineas::finales::cr_o_unix)) return fallo_de_archivo(lector.motivo());
+  const auto total = static_cast<std::int64_t>(lector.tamano());
+  std::int64_t acumulado = 0;
+  lector_lineas::linea linea;
+  for (std::uint64_t numero = 1; !a.cancelar && lector.siguiente(linea); ++numero) {
+    avanzar_progreso(a, total, static_cast<std::int64_t>(linea.largo), acumulado);
+    const std::uint8_t ancho_dir = ancho_de_tipo(linea.texto);
+    if (ancho_dir == 0) continue;
+    if (auto motivo = cargar_registro_s(v, linea.texto, linea.largo, ancho_dir)) return fallo_de_linea(numero, *motivo);
+  }
+  if (lector.fallo()) return fallo_de_archivo(lector.motivo());
+  return std::nullopt;
+}
+
+}  // namespace
+
+void cargar_s19(plataforma& plat, Variables_grab& v, avance& a) {
+  a.time_ini.Text = plat.hora();
+  a.Progress.Value = 0;
+  plat.DoEvents();
+  v.dir_max = 0;
+  const auto fallo = leer_registros(v, a);
+  if (fallo) desechar_carga(v);
+  a.time_fin.Text = plat.hora();
+  if (fallo) {
+    avisar_fallo_carga(plat, v, *fallo);
+  } else {
+    plat.MsgBox({.titulo = "", .texto = "Ha terminado de cargar el archivo"});
+  }
+  a.Progress.Value = 0;
+  a.cancelar = false;
+}
+
+}  // namespace morvane
