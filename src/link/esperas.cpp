@@ -105,8 +105,8 @@ class vigia {
       silencio_.arrancar();
       algo_ = true;
     }
-    // While the watchdog runs, it does the asking.
-    if (e_.spera_resp.Enabled()) return;
+    // While the watchdog runs, it does the asking; and who has given up is not asked again.
+    if (e_.spera_resp.Enabled() || e_.tiempo_agotado) return;
     const bool callada = !nuevos && silencio_.vencido();
     const bool habladora = algo_ && charla_.vencido();
     if (callada || habladora || e_.control_serie.desbordado()) preguntar_por_silencio(e_, bandera_);

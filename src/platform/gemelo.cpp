@@ -6,8 +6,8 @@ namespace morvane {
 
 namespace {
 
-/// Passes in a row that may find something due without the clock moving on.
-constexpr int paciencia_sin_reloj = 20'000;
+/// Passes that a line which has something gets to be read before the clock moves on all the same.
+constexpr int pasadas_para_leer = 100;
 
 }  // namespace
 
@@ -52,12 +52,19 @@ respuesta_caja gemelo::mostrar(const caja& mensaje) {
 
 std::optional<instante> gemelo::proximo() const {
   std::optional<instante> primero = proximo_plazo();
-  const auto mirar = [&primero](std::optional<instante> otro) {
-    if (otro && (!primero || *otro < *primero)) primero = otro;
+  const auto mirar = [&primero, this](std::optional<instante> otro) {
+    if (otro && *otro > ahora_ && (!primero || *otro < *primero)) primero = otro;
   };
   for (const extremo* e : extremos_) mirar(e->proximo());
   if (!acciones_.empty()) mirar(acciones_.begin()->first);
   return primero;
+}
+
+bool gemelo::hay_algo_en_la_linea() const {
+  return std::any_of(extremos_.begin(), extremos_.end(), [this](const extremo* e) {
+    const auto cuando = e->proximo();
+    return cuando && *cuando <= ahora_;
+  });
 }
 
 bool gemelo::ejecutar_acciones() {
@@ -78,14 +85,19 @@ void gemelo::eventos() {
     vacias_ = 0;
     return;
   }
-  const auto siguiente = proximo();
-  if (siguiente && *siguiente > ahora_) {
-    ahora_ = *siguiente;
-    vacias_ = 0;
-    ejecutar_acciones();
+  // A line that has something now is read before the clock moves on, but not if nobody ever reads it.
+  if (hay_algo_en_la_linea() && vacias_ < pasadas_para_leer) {
+    ++vacias_;
     return;
   }
-  if (++vacias_ > (siguiente ? paciencia_sin_reloj : paciencia)) throw colgado("passes go on and nothing is ever due");
+  const auto siguiente = proximo();
+  if (!siguiente) {
+    if (++vacias_ > paciencia) throw colgado("passes go on and nothing is ever due");
+    return;
+  }
+  ahora_ = *siguiente;
+  vacias_ = 0;
+  ejecutar_acciones();
 }
 
 }  // namespace morvane

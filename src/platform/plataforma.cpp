@@ -40,7 +40,8 @@ void plataforma::retirar(fuente_eventos& fuente) {
 std::optional<instante> plataforma::proximo_plazo() const {
   std::optional<instante> primero;
   for (const reloj* r : relojes_) {
-    if (r->en_marcha() && (!primero || r->vence() < *primero)) primero = r->vence();
+    const bool pendiente = r->en_marcha() && !r->vencido();
+    if (pendiente && (!primero || r->vence() < *primero)) primero = r->vence();
   }
   return primero;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -11,8 +12,13 @@ namespace puente {
 class chip {
  public:
   static constexpr std::uint32_t tamano = 0x40000;
+  /// A flash that holds `palabra` at `dir_proteccion` is protected.
+  static constexpr std::uint32_t dir_proteccion = 0x414;
+  static constexpr std::array<std::uint8_t, 4> palabra{0xFF, 0xFF, 0x4A, 0xC8};
 
-  enum class resultado { hecho, inactivo, protegido, sin_permiso, fuera };
+  /// `inactivo`: the EzPort is closed. `ocupado`: an erase is running. `sin_permiso`: the write enable, or for `grabar`
+  /// and `borrar` the configuration, is missing. `fuera`: no place of the flash.
+  enum class resultado { hecho, inactivo, ocupado, protegido, sin_permiso, fuera };
 
   /// How many status readings an erase keeps the chip busy.
   int sondeos_de_borrado = 3;
@@ -27,33 +33,46 @@ class chip {
 
   chip();
 
-  /// Opens and closes the EzPort. A protection word takes effect at the next opening.
+  /// Opens and closes the EzPort. Opening starts the chip anew, as `reiniciar` does; a protection word takes effect
+  /// then.
   void abrir();
   void cerrar();
   bool abierto() const { return abierto_; }
 
-  /// Each of these does nothing but report why when the chip does not take it.
+  /// Each of these does nothing but report why when the chip does not take it. The three that write use up the write
+  /// enable.
   resultado permitir_escritura();
   resultado escribir_config(std::uint8_t valor);
+  /// Starts the erase of the whole flash, which goes on from low to high addresses with each status reading. Protection
+  /// ends at once, unless the erase is one that fails.
   resultado borrar();
-  /// Four bytes from `dir`, which must be a multiple of 4. Bits only go from 1 to 0. Uses up the write enable.
+  /// Four bytes from `dir`, which must be a multiple of 4. Bits only go from 1 to 0.
   resultado grabar(std::uint32_t dir, std::span<const std::uint8_t, 4> datos);
+  /// Cells that do not exist read as 0xFF.
   resultado leer(std::uint32_t dir, std::span<std::uint8_t> destino) const;
-  /// Back to the state after power-on; an erase in progress is cut off where it stands.
+  /// Back to the state after power-on, with the EzPort closed; an erase in progress is cut off where it stands.
   void reiniciar();
 
   /// Status byte: 0x01 busy, 0x02 write enable, 0x20 configured, 0x40 erase failed, 0x80 protected. Counts as one poll
   /// of an erase in progress.
   std::uint8_t estado();
 
+  /// Goes up whenever a command has changed the flash.
+  std::uint64_t cambios() const { return cambios_; }
+
   std::span<std::uint8_t> flash() { return flash_; }
   std::span<const std::uint8_t> flash() const { return flash_; }
 
  private:
   bool palabra_de_proteccion() const;
+  resultado impedimento() const;
+  void avanzar_borrado();
 
   std::vector<std::uint8_t> flash_;
-  int sondeos_ = 0;
+  std::uint64_t cambios_ = 0;
+  /// Status readings that the erase in progress takes in all, and how many are still to come.
+  int sondeos_totales_ = 0, sondeos_ = 0;
+  bool borrado_fallido_ = false;
   bool abierto_ = false, permiso_ = false, configurado_ = false, error_ = false, protegido_ = false;
 };
 

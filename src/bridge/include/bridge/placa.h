@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <functional>
@@ -27,9 +28,21 @@ struct ritmo {
 
 /// The bridge board: takes frames off a line, carries them to the chip and answers, on a clock that its user gives.
 /// Characters take their time in both directions; a command is carried out when its ETX has arrived.
+///
+/// No input makes it hold more than `capacidad` characters a direction: what comes in beyond that, and replies that
+/// nobody takes, are lost as on a line without flow control.
+///
+/// A frame is STX, a command, two checksum digits, ETX. What stands outside is passed over, and an STX begins anew.
+/// Refusals, in the order in which they are looked for: '2' nothing on this board is that long, '4' too short for a
+/// checksum, '3' wrong checksum, '8' a letter that is kept free, '6' no command, '2' and '4' wrong length for its
+/// command, '5' a field that is no upper-case hexadecimal, '7' chip not open, '9' a place or a count out of range, '6'
+/// not now (erase running, protected, write not enabled).
 class placa {
  public:
-  /// `direccion` is '>' for a frame that came in, '<' for one that went out.
+  static constexpr std::size_t capacidad = 0x10000;
+
+  /// `direccion` is '>' for a frame that came in, '<' for one that went out with the noise around it; `cuando` is its
+  /// last character's arrival, which for one that went out is still to come.
   using testigo = std::function<void(char direccion, std::string_view trama, instante cuando)>;
 
   placa(chip& c, ritmo paso, faltas f = {});
@@ -40,6 +53,8 @@ class placa {
   std::optional<instante> proximo() const;
   /// Takes at most `cuantos` of the characters that have arrived at the far end by `ahora`.
   std::string sale(instante ahora, std::size_t cuantos = SIZE_MAX);
+  /// How many characters `entra` takes just now without losing one.
+  std::size_t hueco() const { return capacidad - hacia_placa_.size(); }
   /// The board has hung up; nothing works any more.
   bool colgada() const { return colgada_; }
   /// What was on its way in both directions is lost, as when the far end closes the line.
@@ -59,11 +74,16 @@ class placa {
 
   void avanzar(instante ahora);
   void recibir(char c, instante cuando);
-  void atender(std::string_view trama, instante cuando);
+  void atender(instante cuando);
+  void colgar();
   std::string ejecutar(std::string_view comando);
+  std::string grabar(std::string_view campos);
+  std::string leer(std::string_view campos) const;
+  std::string examinar(std::string_view campos) const;
   void responder(std::string_view contenido, instante cuando);
   void poner(std::string_view crudo, instante cuando);
   void balbucear(instante ahora);
+  char ruidoso();
 
   chip& chip_;
   ritmo paso_;

@@ -1,16 +1,19 @@
 #pragma once
 
 #include <functional>
-#include <vector>
 
 #include "platform/plataforma.h"
 
-class QMessageBox;
+class QDialog;
 class QWidget;
 
 namespace morvane {
 
-/// The desktop as the system's platform: Qt's event loop, message boxes, the open dialog, the steady clock.
+/// The title of the application, which stands over boxes that have none of their own.
+inline constexpr const char* titulo_aplicacion = "Morvane";
+
+/// The desktop as the system's platform: Qt's event loop, message boxes, the open dialog, the steady clock. A
+/// QApplication must exist.
 class plataforma_qt final : public plataforma {
  public:
   instante ahora() const override;
@@ -22,15 +25,19 @@ class plataforma_qt final : public plataforma {
   std::function<void()> sincronizar;
   /// The window that boxes and dialogs belong to; null before it is shown.
   QWidget* duena = nullptr;
-  /// Closes the open box, if any, as if its window had been closed.
-  void abandonar_caja();
+
+  /// Nobody will answer any more: the open box or dialog ends as if its window had been closed, and those that come
+  /// later are not shown and end in the same way. What a box had to say then goes to standard error.
+  void abandonar_cajas() { desatendida_ = true; }
 
  protected:
   void eventos() override;
   respuesta_caja mostrar(const caja& mensaje) override;
 
  private:
-  QMessageBox* abierta_ = nullptr;
+  void esperar_a(QDialog& dialogo);
+
+  bool desatendida_ = false;
 };
 
 }  // namespace morvane

@@ -11,8 +11,12 @@
 
 namespace morvane {
 
+/// Names the application, gives it its icon and Qt's own texts in Spanish, and leaves its end to `programa`. To be
+/// called once, right after the QApplication was made.
+void preparar_aplicacion();
+
 /// The whole program but for `main`: platform, files, line, image and main window, wired together. A QApplication must
-/// exist.
+/// exist. When the main window closes it ends the event loop with `QCoreApplication::exit(0)`.
 class programa {
  public:
   /// `directorio` is the application's directory.
@@ -21,9 +25,11 @@ class programa {
   programa(const programa&) = delete;
   programa& operator=(const programa&) = delete;
 
-  /// Runs the load event of the main window, which may show boxes, and then shows the window.
+  /// Runs the load event of the main window, which may show boxes, and then shows the window; unless the program was
+  /// asked to end meanwhile. To be called before the event loop starts.
   void empezar();
-  /// The desktop or a signal wants the program to end: as if the main window had been closed.
+  /// The desktop or a signal wants the program to end: as if the main window had been closed, and nobody were there to
+  /// answer boxes any more. May be called at any time, from within an event.
   void pedir_fin();
 
   frm_principal& principal() { return *principal_; }
@@ -31,7 +37,10 @@ class programa {
   plataforma_qt& plat() { return plat_; }
 
  private:
+  bool ocupado() const { return empezando_ || ventana_->ocupada(); }
+  bool puede_cerrarse();
   void despues_de_orden();
+  void acabar();
 
   archivos ficheros_;
   plataforma_qt plat_;
@@ -39,6 +48,9 @@ class programa {
   Variables_grab v_;
   std::unique_ptr<frm_principal> principal_;
   std::unique_ptr<ventana_qt> ventana_;
+  bool empezando_ = false;
+  /// A request to end that the handlers that are running must return from first.
+  bool fin_pendiente_ = false;
 };
 
 }  // namespace morvane

@@ -69,6 +69,7 @@ class gemelo final : public plataforma {
     std::function<void()> mientras;
   };
   std::optional<instante> proximo() const;
+  bool hay_algo_en_la_linea() const;
   bool ejecutar_acciones();
 
   instante ahora_{0};

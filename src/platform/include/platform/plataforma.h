@@ -57,7 +57,7 @@ class plataforma {
   /// Delivers what the desktop has pending and returns.
   virtual void eventos() = 0;
   virtual respuesta_caja mostrar(const caja& mensaje) = 0;
-  /// When the first of the running clocks is due, if any runs.
+  /// When the next of the running clocks will be due, if any runs that is not due yet.
   std::optional<instante> proximo_plazo() const;
 
  private:

@@ -1,0 +1,103 @@
+#include "bridge/chip.h"
+
+#include <algorithm>
+
+namespace puente {
+
+chip::chip() : flash_(tamano, 0xFF) {}
+
+bool chip::palabra_de_proteccion() const {
+  return std::equal(palabra.begin(), palabra.end(), flash_.begin() + dir_proteccion);
+}
+
+void chip::abrir() {
+  reiniciar();
+  abierto_ = true;
+}
+
+void chip::cerrar() {
+  abierto_ = false;
+}
+
+void chip::reiniciar() {
+  abierto_ = permiso_ = configurado_ = error_ = false;
+  sondeos_ = 0;
+  protegido_ = palabra_de_proteccion();
+}
+
+/// What stands against any command but a status reading.
+chip::resultado chip::impedimento() const {
+  if (!abierto_) return resultado::inactivo;
+  return sondeos_ > 0 ? resultado::ocupado : resultado::hecho;
+}
+
+chip::resultado chip::permitir_escritura() {
+  const resultado r = impedimento();
+  if (r == resultado::hecho) permiso_ = !falla_permiso;
+  return r;
+}
+
+chip::resultado chip::escribir_config(std::uint8_t valor) {
+  const resultado r = impedimento();
+  if (r != resultado::hecho) return r;
+  if (!permiso_) return resultado::sin_permiso;
+  permiso_ = false;
+  configurado_ = valor != 0 && !falla_config;
+  return resultado::hecho;
+}
+
+chip::resultado chip::borrar() {
+  const resultado r = impedimento();
+  if (r != resultado::hecho) return r;
+  if (!permiso_ || !configurado_) return resultado::sin_permiso;
+  permiso_ = error_ = false;
+  borrado_fallido_ = falla_borrado;
+  protegido_ = protegido_ && borrado_fallido_;
+  sondeos_ = sondeos_totales_ = std::max(sondeos_de_borrado, 0);
+  if (sondeos_ == 0) avanzar_borrado();
+  return resultado::hecho;
+}
+
+void chip::avanzar_borrado() {
+  if (sondeos_ > 0) --sondeos_;
+  if (sondeos_ == 0) error_ = borrado_fallido_;
+  if (borrado_fallido_) return;
+  const std::int64_t hechos = sondeos_totales_ - sondeos_;
+  const std::int64_t fin = sondeos_ == 0 ? tamano : tamano * hechos / sondeos_totales_;
+  std::fill(flash_.begin(), flash_.begin() + fin, 0xFF);
+  ++cambios_;
+}
+
+chip::resultado chip::grabar(std::uint32_t dir, std::span<const std::uint8_t, 4> datos) {
+  const resultado r = impedimento();
+  if (r != resultado::hecho) return r;
+  if (protegido_) return resultado::protegido;
+  if (dir >= tamano || dir % 4 != 0) return resultado::fuera;
+  if (!permiso_ || !configurado_) return resultado::sin_permiso;
+  permiso_ = error_ = false;
+  for (std::size_t i = 0; i < datos.size(); ++i) flash_[dir + i] &= datos[i];
+  ++cambios_;
+  return resultado::hecho;
+}
+
+chip::resultado chip::leer(std::uint32_t dir, std::span<std::uint8_t> destino) const {
+  const resultado r = impedimento();
+  if (r != resultado::hecho) return r;
+  if (protegido_) return resultado::protegido;
+  const std::size_t desde = std::min<std::size_t>(dir, tamano);
+  const std::size_t hay = std::min(destino.size(), tamano - desde);
+  std::copy_n(flash_.begin() + static_cast<std::ptrdiff_t>(desde), hay, destino.begin());
+  std::fill(destino.begin() + static_cast<std::ptrdiff_t>(hay), destino.end(), 0xFF);
+  return resultado::hecho;
+}
+
+std::uint8_t chip::estado() {
+  const bool ocupado = sondeos_ > 0;
+  if (ocupado) avanzar_borrado();
+  if (mudo) return 0xFF;
+  // The reading that ends an erase still shows it running, so its verdict comes with the next one.
+  return static_cast<std::uint8_t>((ocupado ? 0x01 : 0) | (permiso_ ? 0x02 : 0) | (configurado_ ? 0x20 : 0) |
+                                   (error_ && !ocupado ? 0x40 : 0) | (protegido_ ? 0x80 : 0));
+}
+
+}  // namespace puente

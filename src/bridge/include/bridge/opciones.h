@@ -1,0 +1,38 @@
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "bridge/faltas.h"
+
+namespace puente {
+
+/// What the command line of the board says.
+struct opciones {
+  /// Link to the terminal; empty for none. Files likewise.
+  std::string enlace, flash, traza;
+  /// Bits a second in both directions; 0 for a line without a pace.
+  unsigned baudios = 57600;
+  /// The flash holds the protection word from the start.
+  bool protegida = false;
+  int sondeos_de_borrado = 3;
+  bool falla_borrado = false, falla_config = false, falla_permiso = false, mudo = false;
+  faltas fallos;
+  bool ayuda = false;
+};
+
+struct lectura_opciones {
+  opciones valores;
+  /// Empty, or one Spanish line that names the argument and what is wrong with it.
+  std::string error;
+};
+
+/// Reads arguments, the program's name not among them. "--nombre valor" and "--nombre=valor" say the same; of an option
+/// that comes twice the last one counts. Looks no further once the help is asked for.
+lectura_opciones leer_opciones(std::span<const char* const> argumentos);
+
+/// The help, in Spanish, every option in it.
+std::string texto_de_ayuda();
+
+}  // namespace puente

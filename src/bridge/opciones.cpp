@@ -1,0 +1,168 @@
+#include "bridge/opciones.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstdint>
+
+namespace puente {
+
+namespace {
+
+/// Puts a value into the options; False if it is none for this option. An option without a value gets an empty one.
+using colocador = bool (*)(opciones&, std::string_view);
+
+struct opcion {
+  std::string_view nombre;
+  /// What the help calls the value; empty for an option without one.
+  std::string_view valor;
+  std::string_view ayuda;
+  colocador colocar;
+};
+
+template <class T>
+bool numero(T& campo, std::string_view texto, std::uint64_t minimo, std::uint64_t maximo) {
+  std::uint64_t n = 0;
+  const auto [fin, error] = std::from_chars(texto.data(), texto.data() + texto.size(), n);
+  if (error != std::errc{} || fin != texto.data() + texto.size() || n < minimo || n > maximo) return false;
+  campo = static_cast<T>(n);
+  return true;
+}
+
+template <std::string opciones::*campo>
+bool ruta(opciones& o, std::string_view texto) {
+  o.*campo = texto;
+  return !texto.empty();
+}
+
+template <bool opciones::*campo>
+bool marca(opciones& o, std::string_view) {
+  return o.*campo = true;
+}
+
+template <bool faltas::*campo>
+bool marca_falta(opciones& o, std::string_view) {
+  return o.fallos.*campo = true;
+}
+
+/// Frames count from 1.
+template <std::uint64_t faltas::*campo>
+bool trama(opciones& o, std::string_view texto) {
+  return numero(o.fallos.*campo, texto, 1, UINT64_MAX);
+}
+
+template <unsigned faltas::*campo, std::uint64_t maximo>
+bool cantidad(opciones& o, std::string_view texto) {
+  return numero(o.fallos.*campo, texto, 0, maximo);
+}
+
+bool codigo_error(opciones& o, std::string_view texto) {
+  o.fallos.codigo_error = texto.empty() ? ' ' : texto[0];
+  return texto.size() == 1 && texto[0] > ' ' && texto[0] <= '~';
+}
+
+constexpr std::uint64_t un_dia_ms = 86'400'000;
+
+constexpr std::array tabla{
+    opcion{"--enlace", "RUTA", "enlace simbólico al terminal, p. ej. puertos/COM1", ruta<&opciones::enlace>},
+    opcion{"--baudios", "N", "velocidad de la línea en ambos sentidos (57600)",
+           [](opciones& o, std::string_view t) { return numero(o.baudios, t, 50, 4'000'000); }},
+    opcion{"--sin-ritmo", "", "línea sin velocidad: todo llega al instante",
+           [](opciones& o, std::string_view) {
+             o.baudios = 0;
+             return true;
+           }},
+    opcion{"--flash", "FICHERO", "conserva en él la flash del chip (262144 bytes)", ruta<&opciones::flash>},
+    opcion{"--traza", "FICHERO", "anota en él cada trama con su tiempo", ruta<&opciones::traza>},
+    opcion{"--protegida", "", "el chip empieza con la flash protegida", marca<&opciones::protegida>},
+    opcion{"--sondeos-borrado", "N", "lecturas de estado que dura un borrado (3)",
+           [](opciones& o, std::string_view t) { return numero(o.sondeos_de_borrado, t, 0, 1'000'000); }},
+    opcion{"--falla-borrado", "", "el borrado termina con error", marca<&opciones::falla_borrado>},
+    opcion{"--falla-config", "", "el registro de configuración no se escribe", marca<&opciones::falla_config>},
+    opcion{"--falla-permiso", "", "la escritura no se habilita", marca<&opciones::falla_permiso>},
+    opcion{"--mudo", "", "el estado se lee siempre como FF", marca<&opciones::mudo>},
+    opcion{"--muda-desde", "T", "desde la trama T no atiende ni responde", trama<&faltas::muda_desde>},
+    opcion{"--calla-en", "T", "no responde a la trama T", trama<&faltas::calla_en>},
+    opcion{"--cortada-en", "T", "corta la respuesta a la trama T", trama<&faltas::cortada_en>},
+    opcion{"--cortada-tras", "N", "caracteres que quedan de la respuesta cortada (0)",
+           cantidad<&faltas::cortada_tras, 1000>},
+    opcion{"--retrasada-en", "T", "retrasa la respuesta a la trama T", trama<&faltas::retrasada_en>},
+    opcion{"--retrasa-todas", "", "retrasa todas las respuestas", marca_falta<&faltas::retrasa_todas>},
+    opcion{"--retraso-ms", "N", "cuánto se retrasan (0)", cantidad<&faltas::retraso_ms, un_dia_ms>},
+    opcion{"--suma-mala-en", "T", "suma de control errónea a la trama T", trama<&faltas::suma_mala_en>},
+    opcion{"--suma-minuscula-en", "T", "suma de control en minúsculas a la trama T", trama<&faltas::suma_minuscula_en>},
+    opcion{"--error-en", "T", "rechaza la trama T", trama<&faltas::error_en>},
+    opcion{"--codigo-error", "C", "carácter con que la rechaza (6)", codigo_error},
+    opcion{"--reset-en", "T", "responde RESET a la trama T y el chip reinicia", trama<&faltas::reset_en>},
+    opcion{"--reset-repetido", "N", "cuántas veces seguidas lo envía (1)", cantidad<&faltas::reset_repetido, 1000>},
+    opcion{"--ruido", "N", "caracteres de ruido ante cada respuesta (0)", cantidad<&faltas::ruido, 10'000>},
+    opcion{"--balbuceo-desde", "T", "desde la trama T envía caracteres sin fin", trama<&faltas::balbuceo_desde>},
+    opcion{"--balbuceo-etx", "", "con ETX entre ellos", marca_falta<&faltas::balbuceo_etx>},
+    opcion{"--goteo-ms", "N", "pausa entre los caracteres de una respuesta (0)",
+           cantidad<&faltas::goteo_ms, un_dia_ms>},
+    opcion{"--por-mil-sin-grabar", "N", "de cada mil palabras, las que confirma sin grabarlas (0)",
+           cantidad<&faltas::por_mil_sin_grabar, 1000>},
+    opcion{"--cuelga-en", "T", "cuelga la línea al recibir la trama T y termina", trama<&faltas::cuelga_en>},
+    opcion{"--semilla", "N", "semilla de todo lo que va por azar (1)",
+           [](opciones& o, std::string_view t) { return numero(o.fallos.semilla, t, 0, UINT64_MAX); }},
+    opcion{"--ayuda", "", "muestra esta ayuda (también --help)", marca<&opciones::ayuda>},
+};
+
+/// Options that do nothing without another one were surely meant otherwise.
+std::string incompleta(const opciones& o) {
+  const faltas &f = o.fallos, por_omision;
+  if (f.cortada_tras != 0 && f.cortada_en == 0) return "--cortada-tras requiere --cortada-en";
+  const bool retrasa = f.retrasa_todas || f.retrasada_en != 0;
+  if (retrasa && f.retraso_ms == 0) return "--retrasada-en y --retrasa-todas requieren --retraso-ms";
+  if (!retrasa && f.retraso_ms != 0) return "--retraso-ms requiere --retrasada-en o --retrasa-todas";
+  if (f.codigo_error != por_omision.codigo_error && f.error_en == 0) return "--codigo-error requiere --error-en";
+  if (f.reset_repetido != por_omision.reset_repetido && f.reset_en == 0) return "--reset-repetido requiere --reset-en";
+  if (f.balbuceo_etx && f.balbuceo_desde == 0) return "--balbuceo-etx requiere --balbuceo-desde";
+  return "";
+}
+
+/// Code points, which in these texts take a column each.
+std::size_t columnas(std::string_view texto) {
+  return static_cast<std::size_t>(std::count_if(texto.begin(), texto.end(), [](char c) { return (c & 0xC0) != 0x80; }));
+}
+
+}  // namespace
+
+lectura_opciones leer_opciones(std::span<const char* const> argumentos) {
+  lectura_opciones r;
+  for (std::size_t i = 0; i < argumentos.size(); ++i) {
+    const std::string argumento = argumentos[i];
+    const std::size_t igual = argumento.find('=');
+    const std::string nombre = argumento == "--help" ? "--ayuda" : argumento.substr(0, igual);
+    const auto* o = std::find_if(tabla.begin(), tabla.end(), [&](const opcion& x) { return x.nombre == nombre; });
+    if (o == tabla.end()) return {{}, "opción desconocida: " + argumento};
+    std::string valor;
+    if (igual != std::string::npos) {
+      if (o->valor.empty()) return {{}, "la opción " + nombre + " no lleva valor"};
+      valor = argumento.substr(igual + 1);
+    } else if (!o->valor.empty()) {
+      if (++i == argumentos.size()) return {{}, "falta el valor de la opción " + nombre};
+      valor = argumentos[i];
+    }
+    if (!o->colocar(r.valores, valor)) return {{}, "valor no válido para la opción " + nombre + ": " + valor};
+    if (r.valores.ayuda) return r;
+  }
+  r.error = incompleta(r.valores);
+  return r;
+}
+
+std::string texto_de_ayuda() {
+  constexpr std::size_t ancho = 28;
+  std::string texto =
+      "Uso: puente [opciones]\n\n"
+      "Hace de placa puente, con su chip, en un seudoterminal. Termina con SIGTERM o Ctrl+C.\n"
+      "Las tramas (T) se cuentan desde 1, en el orden en que la placa las recibe.\n\n";
+  for (const opcion& o : tabla) {
+    std::string izquierda = "  " + std::string(o.nombre) + (o.valor.empty() ? "" : " ") + std::string(o.valor);
+    izquierda.append(std::max(ancho, columnas(izquierda) + 2) - columnas(izquierda), ' ');
+    texto += izquierda + std::string(o.ayuda) + "\n";
+  }
+  return texto;
+}
+
+}  // namespace puente

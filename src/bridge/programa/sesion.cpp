@@ -1,0 +1,100 @@
+#include "sesion.h"
+
+#include <poll.h>
+
+#include <algorithm>
+#include <array>
+#include <iostream>
+
+#include "archivo_flash.h"
+#include "bridge/traza.h"
+
+namespace puente {
+
+namespace {
+
+/// Changes have settled when the flash has stood still for this long.
+constexpr instante asentada = std::chrono::seconds{1};
+constexpr instante nunca = instante::max();
+/// A sleep ends this much before its time, and the rest is spent looking: waking up takes about as long.
+constexpr instante margen{40};
+
+}  // namespace
+
+sesion::sesion(const opciones& o, int senales)
+    : opciones_(o), senales_(senales), placa_(chip_, ritmo{o.baudios}, o.fallos) {
+  chip_.sondeos_de_borrado = o.sondeos_de_borrado;
+  chip_.falla_borrado = o.falla_borrado;
+  chip_.falla_config = o.falla_config;
+  chip_.falla_permiso = o.falla_permiso;
+  chip_.mudo = o.mudo;
+  if (!o.flash.empty()) nueva_ = !cargar_flash(o.flash, chip_.flash());
+  if (o.protegida) {
+    std::copy(chip::palabra.begin(), chip::palabra.end(), chip_.flash().begin() + chip::dir_proteccion);
+    nueva_ = true;
+  }
+  if (o.traza.empty()) return;
+  traza_.open(o.traza, std::ios::trunc);
+  if (!traza_) fallar("no se puede escribir la traza en " + o.traza);
+  placa_.traza = [this](char direccion, std::string_view trama, instante cuando) {
+    traza_ << renglon_de_traza(direccion, trama, cuando) << std::endl;
+  };
+}
+
+instante sesion::ahora() const {
+  return std::chrono::duration_cast<instante>(std::chrono::steady_clock::now() - inicio_);
+}
+
+void sesion::guardar() {
+  if (opciones_.flash.empty() || (!nueva_ && guardados_ == chip_.cambios())) return;
+  guardar_flash(opciones_.flash, chip_.flash());
+  guardados_ = chip_.cambios();
+  nueva_ = false;
+}
+
+void sesion::mirar_cambios() {
+  if (vistos_ != chip_.cambios()) {
+    vistos_ = chip_.cambios();
+    ultimo_cambio_ = ahora();
+  }
+  if (opciones_.flash.empty() || vistos_ == guardados_ || placa_.proximo() || ahora() - ultimo_cambio_ < asentada)
+    return;
+  try {
+    guardar();
+  } catch (const std::exception& e) {
+    std::cerr << "puente: " << e.what() << std::endl;
+    // Not again before the next change, but once more at the end.
+    guardados_ = vistos_;
+    nueva_ = true;
+  }
+}
+
+instante sesion::proximo_plazo() const {
+  if (const auto proximo = placa_.proximo()) return *proximo;
+  const bool por_guardar = !opciones_.flash.empty() && vistos_ != guardados_;
+  return por_guardar ? ultimo_cambio_ + asentada : nunca;
+}
+
+/// Until something comes in or is due. False when the run is to end.
+bool sesion::esperar(terminal& t) {
+  // A board that is full leaves what comes in to the terminal, which then holds the program back.
+  const auto entrada = static_cast<short>(placa_.hueco() > 0 ? POLLIN : 0);
+  std::array<pollfd, 3> fds{{{senales_, POLLIN, 0}, {t.fd(), entrada, 0}, {t.fd_cierres(), POLLIN, 0}}};
+  const instante plazo = proximo_plazo();
+  const instante falta = std::max(plazo - ahora() - margen, instante{0});
+  const timespec limite{falta.count() / 1'000'000, falta.count() % 1'000'000 * 1000};
+  ppoll(fds.data(), fds.size(), plazo == nunca ? nullptr : &limite, nullptr);
+  if ((fds[2].revents & POLLIN) != 0) t.atender_cierre();
+  return (fds[0].revents & POLLIN) == 0;
+}
+
+void sesion::atender(terminal& t) {
+  while (!placa_.colgada() && esperar(t)) {
+    const std::string datos = t.leer(placa_.hueco());
+    if (!datos.empty()) placa_.entra(datos, ahora());
+    t.escribir(placa_.sale(ahora()));
+    mirar_cambios();
+  }
+}
+
+}  // namespace puente

@@ -1,0 +1,100 @@
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <algorithm>
+
+#include "imagenes.h"
+#include "taller.h"
+
+namespace morvane {
+namespace {
+
+void mantener(QWidget* destino, control& origen, taller& t) {
+  destino->setObjectName(qt(origen.Name));
+  if (origen.sitio != lugar{}) destino->setGeometry(t.px(origen.sitio));
+  t.al_cambiar([destino, &origen] {
+    destino->setVisible(origen.Visible);
+    destino->setEnabled(origen.Enabled);
+  });
+}
+
+void hacer(QWidget& padre, Label& origen, taller& t) {
+  auto* destino = new QLabel(&padre);
+  destino->setTextFormat(Qt::PlainText);
+  mantener(destino, origen, t);
+  t.al_cambiar([destino, &origen] { destino->setText(qt(origen.Caption)); });
+}
+
+void hacer(QWidget& padre, TextBox& origen, taller& t) {
+  auto* destino = new QLineEdit(&padre);
+  mantener(destino, origen, t);
+  const std::string rotulo = origen.etiqueta != nullptr ? origen.etiqueta->Caption.valor() : std::string();
+  destino->setAccessibleName(nombre_accesible(rotulo, {}, origen.Name));
+  if (origen.etiqueta != nullptr) {
+    if (auto* etiqueta = padre.findChild<QLabel*>(qt(origen.etiqueta->Name))) etiqueta->setBuddy(destino);
+  }
+  t.al_cambiar([destino, &origen] {
+    const QString texto = qt(origen.Text);
+    if (destino->text() != texto) destino->setText(texto);
+  });
+  QObject::connect(destino, &QLineEdit::textEdited, destino,
+                   [&origen](const QString& texto) { origen.Text = texto.toStdString(); });
+}
+
+void hacer(QWidget& padre, CommandButton& origen, taller& t) {
+  auto* destino = new QPushButton(&padre);
+  mantener(destino, origen, t);
+  destino->setToolTip(qt(origen.ToolTipText));
+  if (!origen.Picture.empty()) {
+    const int lado = std::min({destino->width(), destino->height(), 40}) - 8;
+    destino->setIcon(imagen(origen.Picture));
+    destino->setIconSize({lado, lado});
+  }
+  t.al_cambiar([destino, &origen] {
+    destino->setText(qt(origen.Caption));
+    destino->setAccessibleName(nombre_accesible(origen.Caption, origen.ToolTipText, origen.Name));
+  });
+  QObject::connect(destino, &QPushButton::clicked, destino, [&origen, atender = t.atender] { atender(origen.Click); });
+}
+
+void hacer(QWidget& padre, ProgressBar& origen, taller& t) {
+  hacer_progreso(padre, origen, t);
+}
+
+void hacer(QWidget& padre, Toolbar& origen, taller& t) {
+  hacer_barra(padre, origen, t);
+}
+
+void hacer(QWidget& padre, StatusBar& origen, taller& t) {
+  hacer_estado(padre, origen, t);
+}
+
+void hacer(QWidget& padre, Frame& origen, taller& t) {
+  auto* destino = new QGroupBox(&padre);
+  mantener(destino, origen, t);
+  t.al_cambiar([destino, &origen] { destino->setTitle(qt(origen.Caption)); });
+  hacer_controles(*destino, origen.Controls, t);
+}
+
+}  // namespace
+
+QWidget* hacer_progreso(QWidget& padre, ProgressBar& origen, taller& t) {
+  auto* destino = new QProgressBar(&padre);
+  destino->setRange(origen.Min, origen.Max);
+  destino->setTextVisible(false);
+  destino->setAccessibleName(qt(origen.Name));
+  destino->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
+  mantener(destino, origen, t);
+  t.al_cambiar([destino, &origen] { destino->setValue(origen.Value); });
+  return destino;
+}
+
+void hacer_controles(QWidget& padre, const std::vector<cualquier_control>& controles, taller& t) {
+  for (const cualquier_control& uno : controles) {
+    std::visit([&](auto* origen) { hacer(padre, *origen, t); }, uno);
+  }
+}
+
+}  // namespace morvane

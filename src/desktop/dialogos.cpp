@@ -1,0 +1,135 @@
+#include "dialogos.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QStringList>
+#include <span>
+
+#include "desktop/plataforma_qt.h"
+
+namespace morvane {
+namespace {
+
+struct tecla_caja {
+  respuesta_caja valor;
+  const char* rotulo;
+  QMessageBox::ButtonRole papel;
+};
+
+constexpr tecla_caja teclas[] = {
+    {vbOK, "Aceptar", QMessageBox::AcceptRole},
+    {vbCancel, "Cancelar", QMessageBox::RejectRole},
+    {vbYes, "Sí", QMessageBox::YesRole},
+    {vbNo, "No", QMessageBox::NoRole},
+};
+
+const tecla_caja& tecla_de(respuesta_caja valor) {
+  for (const tecla_caja& una : teclas) {
+    if (una.valor == valor) return una;
+  }
+  return teclas[0];
+}
+
+std::span<const respuesta_caja> juego_de(botones cuales) {
+  static constexpr respuesta_caja aceptar[] = {vbOK, vbCancel};
+  static constexpr respuesta_caja preguntar[] = {vbYes, vbNo, vbCancel};
+  switch (cuales) {
+    case botones::Aceptar:
+      return std::span(aceptar).first(1);
+    case botones::AceptarCancelar:
+      return aceptar;
+    case botones::SiNo:
+      return std::span(preguntar).first(2);
+    case botones::SiNoCancelar:
+      return preguntar;
+  }
+  return std::span(aceptar).first(1);
+}
+
+QMessageBox::Icon dibujo_de(icono cual) {
+  switch (cual) {
+    case icono::critico:
+      return QMessageBox::Critical;
+    case icono::exclamacion:
+      return QMessageBox::Warning;
+    case icono::informacion:
+      return QMessageBox::Information;
+    case icono::ninguno:
+      break;
+  }
+  return QMessageBox::NoIcon;
+}
+
+/// "A (*.s19)|*.s19|B (*.bin)|*.bin" as Qt's list of filters, which put the patterns into brackets.
+QStringList filtros_de(const std::string& filtro) {
+  const QStringList partes = QString::fromStdString(filtro).split(QLatin1Char('|'));
+  QStringList filtros;
+  for (qsizetype i = 0; i + 1 < partes.size(); i += 2) {
+    const QString descripcion = partes[i].section(QLatin1Char('('), 0, 0).trimmed();
+    const QString patrones = QString(partes[i + 1]).replace(QLatin1Char(';'), QLatin1Char(' '));
+    filtros << QStringLiteral("%1 (%2)").arg(descripcion, patrones);
+  }
+  return filtros;
+}
+
+}  // namespace
+
+ventana_caja::ventana_caja(const caja& mensaje, QWidget* duena) : QMessageBox(duena) {
+  setWindowTitle(QString::fromStdString(mensaje.titulo.empty() ? titulo_aplicacion : mensaje.titulo));
+  setTextFormat(Qt::PlainText);
+  setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  setText(QString::fromStdString(mensaje.texto).replace(QLatin1String("\r\n"), QLatin1String("\n")));
+  setIcon(dibujo_de(mensaje.dibujo));
+  const auto juego = juego_de(mensaje.teclas);
+  for (const respuesta_caja una : juego) anadir(una);
+  if (juego.size() == 1) escape_ = buttons().first();
+}
+
+void ventana_caja::anadir(respuesta_caja valor) {
+  const tecla_caja& tecla = tecla_de(valor);
+  QPushButton* boton = addButton(QString::fromUtf8(tecla.rotulo), tecla.papel);
+  if (buttons().size() == 1) setDefaultButton(boton);
+  if (valor == vbCancel) escape_ = boton;
+  connect(boton, &QPushButton::clicked, this, [this, valor] { respuesta_ = valor; });
+}
+
+void ventana_caja::keyPressEvent(QKeyEvent* tecla) {
+  const bool escapar = tecla->key() == Qt::Key_Escape;
+  QAbstractButton* boton = escapar ? escape_ : con_inicial(tecla->text());
+  if (boton != nullptr) boton->click();
+  if (boton == nullptr && !escapar) QMessageBox::keyPressEvent(tecla);
+}
+
+QAbstractButton* ventana_caja::con_inicial(const QString& letra) const {
+  if (letra.isEmpty()) return nullptr;
+  for (QAbstractButton* boton : buttons()) {
+    if (boton->text().startsWith(letra, Qt::CaseInsensitive)) return boton;
+  }
+  return nullptr;
+}
+
+// QMessageBox would press a button of its own choice, No among them.
+void ventana_caja::closeEvent(QCloseEvent* suceso) {
+  suceso->accept();
+}
+
+dialogo_abrir::dialogo_abrir(const CommonDialog& descripcion, QWidget* duena)
+    : QFileDialog(duena, QStringLiteral("Abrir")) {
+  setObjectName(QString::fromStdString(descripcion.Name));
+  setOption(QFileDialog::DontUseNativeDialog);
+  setFileMode(QFileDialog::ExistingFile);
+  setNameFilters(filtros_de(descripcion.Filter));
+  setLabelText(QFileDialog::LookIn, QStringLiteral("Buscar en:"));
+  setLabelText(QFileDialog::FileName, QStringLiteral("&Nombre de archivo:"));
+  setLabelText(QFileDialog::FileType, QStringLiteral("Archivos de tipo:"));
+  setLabelText(QFileDialog::Accept, QStringLiteral("&Abrir"));
+  setLabelText(QFileDialog::Reject, QStringLiteral("Cancelar"));
+}
+
+std::string dialogo_abrir::ruta() const {
+  if (result() != QDialog::Accepted || selectedFiles().isEmpty()) return {};
+  return QFile::encodeName(selectedFiles().first()).toStdString();
+}
+
+}  // namespace morvane

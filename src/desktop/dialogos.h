@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QFileDialog>
+#include <QMessageBox>
+#include <string>
+
+#include "platform/caja.h"
+#include "platform/controles.h"
+
+namespace morvane {
+
+/// One message box. The initial of a caption presses its button; Escape presses Cancel, or the button of a box that has
+/// only one, and nothing else; closing the window in another way answers nothing.
+class ventana_caja final : public QMessageBox {
+ public:
+  ventana_caja(const caja& mensaje, QWidget* duena);
+
+  respuesta_caja respuesta() const { return respuesta_; }
+
+ protected:
+  void keyPressEvent(QKeyEvent* tecla) override;
+  void closeEvent(QCloseEvent* suceso) override;
+
+ private:
+  void anadir(respuesta_caja valor);
+  QAbstractButton* con_inicial(const QString& letra) const;
+
+  respuesta_caja respuesta_ = vbNinguna;
+  QAbstractButton* escape_ = nullptr;
+};
+
+/// The open dialog, with Qt's own look on all desktops.
+class dialogo_abrir final : public QFileDialog {
+ public:
+  dialogo_abrir(const CommonDialog& descripcion, QWidget* duena);
+
+  /// The chosen path as the host's bytes, or empty.
+  std::string ruta() const;
+};
+
+}  // namespace morvane

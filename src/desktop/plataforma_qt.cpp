@@ -1,0 +1,59 @@
+#include "desktop/plataforma_qt.h"
+
+#include <QCoreApplication>
+#include <QDialog>
+#include <QTime>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+
+#include "dialogos.h"
+
+namespace morvane {
+
+instante plataforma_qt::ahora() const {
+  return std::chrono::duration_cast<instante>(std::chrono::steady_clock::now().time_since_epoch());
+}
+
+std::string plataforma_qt::hora() const {
+  return QTime::currentTime().toString(QStringLiteral("HH:mm:ss")).toStdString();
+}
+
+void plataforma_qt::terminar() {
+  std::_Exit(0);
+}
+
+void plataforma_qt::eventos() {
+  if (sincronizar) sincronizar();
+  QCoreApplication::processEvents(QEventLoop::AllEvents);
+}
+
+// Not QDialog::exec: that one returns at once, unanswered, when the event loop has been told to end.
+void plataforma_qt::esperar_a(QDialog& dialogo) {
+  dialogo.setWindowModality(Qt::ApplicationModal);
+  dialogo.show();
+  while (dialogo.isVisible() && !desatendida_) {
+    QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+  }
+}
+
+respuesta_caja plataforma_qt::mostrar(const caja& mensaje) {
+  if (sincronizar) sincronizar();
+  if (desatendida_) {
+    std::fprintf(stderr, "%s: %s\n", mensaje.titulo.c_str(), mensaje.texto.c_str());
+    return vbNinguna;
+  }
+  ventana_caja ventana(mensaje, duena);
+  esperar_a(ventana);
+  return ventana.respuesta();
+}
+
+std::string plataforma_qt::ShowOpen(const CommonDialog& dialogo) {
+  if (sincronizar) sincronizar();
+  if (desatendida_) return {};
+  dialogo_abrir ventana(dialogo, duena);
+  esperar_a(ventana);
+  return ventana.ruta();
+}
+
+}  // namespace morvane

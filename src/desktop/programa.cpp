@@ -1,0 +1,83 @@
+#include "desktop/programa.h"
+
+#include <QApplication>
+#include <QLibraryInfo>
+#include <QTranslator>
+#include <exception>
+
+#include "imagenes.h"
+
+namespace morvane {
+
+void preparar_aplicacion() {
+  QCoreApplication::setApplicationName(QStringLiteral("morvane"));
+  QGuiApplication::setDesktopFileName(QStringLiteral("morvane"));
+  QGuiApplication::setQuitOnLastWindowClosed(false);
+  QGuiApplication::setWindowIcon(imagen("morvane"));
+  auto* textos = new QTranslator(qApp);
+  if (textos->load(QStringLiteral("qtbase_es"), QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+    QCoreApplication::installTranslator(textos);
+  }
+}
+
+programa::programa(const std::filesystem::path& directorio)
+    : ficheros_(directorio),
+      linea_(directorio),
+      principal_(std::make_unique<frm_principal>(plat_, ficheros_, linea_, v_)),
+      ventana_(std::make_unique<ventana_qt>(principal_->ventana, [this] { despues_de_orden(); })) {
+  plat_.sincronizar = [this] { ventana_->sincronizar(); };
+  ventana_->puede_cerrarse = [this] { return puede_cerrarse(); };
+  ventana_->al_fallar = [this](const std::string& motivo) {
+    plat_.MsgBox({"", "Error interno: " + motivo, botones::Aceptar, icono::critico});
+  };
+}
+
+programa::~programa() = default;
+
+void programa::empezar() {
+  empezando_ = true;
+  try {
+    Form_Load(*principal_);
+  } catch (const std::exception& fallo) {
+    ventana_->al_fallar(fallo.what());
+  }
+  empezando_ = false;
+  ventana_->sincronizar();
+  if (fin_pendiente_) {
+    acabar();
+    return;
+  }
+  ventana_->show();
+  plat_.duena = ventana_.get();
+}
+
+void programa::pedir_fin() {
+  plat_.abandonar_cajas();
+  fin_pendiente_ = true;
+  if (pedir_cierre(*principal_) && !ocupado()) acabar();
+}
+
+bool programa::puede_cerrarse() {
+  const bool libre = pedir_cierre(*principal_);
+  if (libre && !ocupado()) {
+    acabar();
+    return true;
+  }
+  fin_pendiente_ = true;
+  return false;
+}
+
+void programa::despues_de_orden() {
+  ventana_->sincronizar();
+  if (ocupado()) return;
+  if (fin_pendiente_ || debe_cerrarse(*principal_)) acabar();
+}
+
+// Queued, since the event loop may not have started yet. Not `quit`, which asks the windows once more.
+void programa::acabar() {
+  ventana_->hide();
+  QMetaObject::invokeMethod(
+      qApp, [] { QCoreApplication::exit(0); }, Qt::QueuedConnection);
+}
+
+}  // namespace morvane

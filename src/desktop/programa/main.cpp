@@ -1,0 +1,36 @@
+#include <QApplication>
+#include <cstdio>
+#include <exception>
+
+#include "desktop/programa.h"
+#include "directorio.h"
+#include "senales.h"
+
+namespace {
+
+int correr(QApplication& aplicacion, morvane::senales& avisos) {
+  morvane::preparar_aplicacion();
+  morvane::programa programa(morvane::directorio_aplicacion());
+  avisos.escuchar([&programa] { programa.pedir_fin(); });
+  // Later, since the desktop waits for this call to return.
+  QObject::connect(
+      &aplicacion, &QGuiApplication::commitDataRequest, &aplicacion, [&programa] { programa.pedir_fin(); },
+      Qt::QueuedConnection);
+  programa.empezar();
+  return QApplication::exec();
+}
+
+}  // namespace
+
+int main(int cuantos, char** argumentos) {
+  try {
+    morvane::senales avisos;
+    // The program takes no command line; Qt gets its name alone.
+    int uno = cuantos > 0 ? 1 : 0;
+    QApplication aplicacion(uno, argumentos);
+    return correr(aplicacion, avisos);
+  } catch (const std::exception& fallo) {
+    std::fprintf(stderr, "morvane: %s\n", fallo.what());
+    return 1;
+  }
+}
