@@ -66,7 +66,7 @@ TEST(fallos_s19, a_file_that_cannot_be_read_is_named) {
     mundo_carga m;
     m.cargar("S1061000AABBCCB8");
     m.plat.cajas.clear();
-    m.cargar_archivo(m.carpeta.ruta + nombre);
+    m.cargar_archivo(m.carpeta.ruta().string() + nombre);
     lector_lineas lector;
     ASSERT_FALSE(lector.abrir(m.v.ruta_archivo, lector_lineas::finales::cr));
     esperar_fallo(m, "Motivo: " + lector.motivo());
