@@ -29,7 +29,7 @@ int main(int cuantos, char** argumentos) {
     }
     QApplication aplicacion(cuantos, argumentos);
     // The program works in its own directory from its start on.
-    return correr(std::filesystem::absolute(argumentos[1]), std::filesystem::absolute(argumentos[2]));
+    return correr(std::filesystem::canonical(argumentos[1]), std::filesystem::absolute(argumentos[2]));
   } catch (const std::exception& fallo) {
     std::fprintf(stderr, "recorrido: %s\n", fallo.what());
     return 1;

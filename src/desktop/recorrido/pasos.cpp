@@ -47,6 +47,7 @@ void arranque(programa& p, testigo& t) {
 void abrir(programa& p, testigo& t, const fs::path& fichero) {
   t.paso("Abrir una muestra: menú Archivo, Abrir", 20s);
   t.elegir(fichero.string());
+  t.esperar_caja("Ha terminado de cargar el archivo", "Aceptar");
   hijo<QAction>(p, "men_abrir").trigger();
   t.comprobar();
   t.decir("Primer panel: " + hijo<QLabel>(p, "StatusBar_1").text().toStdString());

@@ -109,6 +109,10 @@ void testigo::escribir_ruta(QFileDialog& dialogo) {
     dialogo.close();
     return;
   }
+  // Without the focus the dialog would overwrite what is typed with what it selects.
+  dialogo.activateWindow();
+  linea->setFocus();
+  if (!linea->hasFocus()) return;
   linea->clear();
   const QString ruta = QString::fromStdString(rutas_.front());
   rutas_.pop_front();
