@@ -38,7 +38,8 @@ void hacer_barra(QWidget& padre, Toolbar& barra, taller& t) {
   destino->setObjectName(qt(barra.Name));
   destino->setMovable(false);
   destino->setContextMenuPolicy(Qt::PreventContextMenu);
-  destino->setIconSize({lado_imagen, lado_imagen});
+  const int lado = t.imagen(lado_imagen);
+  destino->setIconSize({lado, lado});
   for (int i = 1; i <= static_cast<int>(barra.Buttons.size()); ++i) hacer_boton(*destino, barra, i, t);
   destino->setGeometry(0, 0, padre.width(), destino->sizeHint().height());
   t.al_cambiar([destino, &barra] {

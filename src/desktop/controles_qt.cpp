@@ -48,7 +48,7 @@ void hacer(QWidget& padre, CommandButton& origen, taller& t) {
   mantener(destino, origen, t);
   destino->setToolTip(qt(origen.ToolTipText));
   if (!origen.Picture.empty()) {
-    const int lado = std::min({destino->width(), destino->height(), 40}) - 8;
+    const int lado = std::min({destino->width() - 8, destino->height() - 8, t.imagen(32)});
     destino->setIcon(imagen(origen.Picture));
     destino->setIconSize({lado, lado});
   }

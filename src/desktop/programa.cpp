@@ -6,6 +6,7 @@
 #include <exception>
 
 #include "imagenes.h"
+#include "textos_es.h"
 
 namespace morvane {
 
@@ -15,9 +16,8 @@ void preparar_aplicacion() {
   QGuiApplication::setQuitOnLastWindowClosed(false);
   QGuiApplication::setWindowIcon(imagen("morvane"));
   auto* textos = new QTranslator(qApp);
-  if (textos->load(QStringLiteral("qtbase_es"), QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
-    QCoreApplication::installTranslator(textos);
-  }
+  const bool hay = textos->load(QStringLiteral("qtbase_es"), QLibraryInfo::path(QLibraryInfo::TranslationsPath));
+  QCoreApplication::installTranslator(hay ? textos : new textos_es(qApp));
 }
 
 programa::programa(const std::filesystem::path& directorio)

@@ -27,6 +27,8 @@ struct taller {
   std::vector<std::function<void()>>& actualizaciones;
 
   int px(int twips) const;
+  /// The side of an image, which grows in whole steps so that it stays sharp.
+  int imagen(int lado) const;
   QRect px(const lugar& sitio) const;
   /// Runs `toma` now and whenever a property of the window has changed.
   void al_cambiar(std::function<void()> toma) {

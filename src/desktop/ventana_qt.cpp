@@ -32,6 +32,13 @@ void colorear(QWidget& superficie, color fondo) {
   superficie.setAutoFillBackground(true);
 }
 
+/// In the middle of the screen; where a window is larger than that, its title and menu stay within reach.
+QPoint centro(const QWidget& ventana) {
+  const QRect pantalla = ventana.screen()->availableGeometry();
+  const QPoint esquina = pantalla.center() - ventana.rect().center();
+  return {std::max(esquina.x(), pantalla.left()), std::max(esquina.y(), pantalla.top())};
+}
+
 void quitar_botones(QWidget& ventana) {
   ventana.setWindowFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                          Qt::WindowCloseButtonHint | Qt::MSWindowsFixedSizeDialogHint);
@@ -41,6 +48,10 @@ void quitar_botones(QWidget& ventana) {
 
 int taller::px(int twips) const {
   return static_cast<int>(std::lround(twips / twips_por_pixel * escala));
+}
+
+int taller::imagen(int lado) const {
+  return lado * static_cast<int>(escala);
 }
 
 QRect taller::px(const lugar& sitio) const {
@@ -68,7 +79,7 @@ ventana_qt::ventana_qt(Form& forma, std::function<void()> despues) : forma_(form
   vistos_ = forma.cambios.valor();
   layout()->setSizeConstraint(QLayout::SetFixedSize);
   adjustSize();
-  move(screen()->availableGeometry().center() - rect().center());
+  move(centro(*this));
 }
 
 void ventana_qt::sincronizar() {

@@ -1,0 +1,144 @@
+#include "testigo.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPixmap>
+#include <QPushButton>
+#include <cstdio>
+#include <cstdlib>
+
+namespace morvane {
+namespace {
+
+void teclear(QWidget& destino, int tecla, const QString& letra) {
+  for (const auto clase : {QEvent::KeyPress, QEvent::KeyRelease}) {
+    QKeyEvent suceso(clase, tecla, Qt::NoModifier, letra);
+    QApplication::sendEvent(&destino, &suceso);
+  }
+}
+
+QAbstractButton* boton_de(const QMessageBox& caja, const std::string& rotulo) {
+  for (QAbstractButton* boton : caja.buttons()) {
+    if (boton->text().toStdString() == rotulo) return boton;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+testigo::testigo(std::filesystem::path fotos) : fotos_(std::move(fotos)) {
+  QObject::connect(&pulso_, &QTimer::timeout, &pulso_, [this] { mirar(); });
+  pulso_.start(1);
+}
+
+void testigo::paso(const std::string& titulo, std::chrono::seconds limite) {
+  std::printf("\n== %s\n", titulo.c_str());
+  std::fflush(stdout);
+  limite_ = std::chrono::steady_clock::now() + limite;
+}
+
+void testigo::decir(const std::string& linea) {
+  std::printf("   %s\n", linea.c_str());
+  std::fflush(stdout);
+}
+
+void testigo::faltar(const std::string& linea) {
+  ++faltas_;
+  decir("FALTA: " + linea);
+}
+
+void testigo::cuando(std::function<bool()> condicion, std::function<void()> accion) {
+  vigilancias_.push_back({std::move(condicion), std::move(accion)});
+}
+
+void testigo::comprobar() {
+  for (const caja_esperada& una : cajas_) faltar("no ha salido la caja «" + una.texto + "»");
+  for (const std::string& una : rutas_) faltar("no ha salido el diálogo para abrir " + una);
+  if (!vigilancias_.empty()) faltar("no ha ocurrido todo lo que se esperaba durante este paso");
+  cajas_.clear();
+  rutas_.clear();
+  vigilancias_.clear();
+}
+
+void testigo::foto(QWidget& ventana, const std::string& nombre) {
+  char numero[16];
+  std::snprintf(numero, sizeof numero, "%02d-", ++fotos_hechas_);
+  const std::filesystem::path destino = fotos_ / (numero + nombre + ".png");
+  if (ventana.grab().save(QString::fromStdString(destino.string()))) {
+    decir("[foto " + destino.filename().string() + "]");
+  } else {
+    faltar("no se ha podido guardar la foto " + destino.string());
+  }
+}
+
+void testigo::mirar() {
+  QWidget* abierta = QApplication::activeModalWidget();
+  if (auto* caja = qobject_cast<QMessageBox*>(abierta))
+    contestar(*caja);
+  else if (auto* dialogo = qobject_cast<QFileDialog*>(abierta))
+    escribir_ruta(*dialogo);
+  else
+    atender_condiciones();
+  atender_plazo();
+}
+
+void testigo::contestar(QMessageBox& caja) {
+  decir("Caja «" + caja.windowTitle().toStdString() + "»: " + caja.text().toStdString());
+  foto(caja, "caja");
+  QAbstractButton* boton = nullptr;
+  if (!cajas_.empty() && caja.text().toStdString().find(cajas_.front().texto) != std::string::npos) {
+    boton = boton_de(caja, cajas_.front().boton);
+    cajas_.pop_front();
+  }
+  if (boton == nullptr) {
+    faltar("no se esperaba esta caja o no tiene el botón; se cierra sin contestar");
+    caja.close();
+    return;
+  }
+  decir("Se pulsa «" + boton->text().toStdString() + "»");
+  boton->click();
+}
+
+void testigo::escribir_ruta(QFileDialog& dialogo) {
+  auto* linea = dialogo.findChild<QLineEdit*>();
+  if (rutas_.empty() || linea == nullptr) {
+    faltar("no se esperaba el diálogo «" + dialogo.windowTitle().toStdString() + "»; se cierra");
+    dialogo.close();
+    return;
+  }
+  // Without the focus the dialog would overwrite what is typed with what it selects.
+  dialogo.activateWindow();
+  linea->setFocus();
+  if (!linea->hasFocus()) return;
+  linea->clear();
+  const QString ruta = QString::fromStdString(rutas_.front());
+  rutas_.pop_front();
+  for (const QChar letra : ruta) teclear(*linea, 0, letra);
+  decir("Diálogo «" + dialogo.windowTitle().toStdString() + "»: se teclea " + linea->text().toStdString());
+  foto(dialogo, "dialogo");
+  teclear(*linea, Qt::Key_Return, QStringLiteral("\r"));
+}
+
+void testigo::atender_condiciones() {
+  for (std::size_t i = 0; i < vigilancias_.size(); ++i) {
+    if (!vigilancias_[i].condicion()) continue;
+    // Taken out first: what it does may run for long and call this timer's owner again.
+    const auto accion = std::move(vigilancias_[i].accion);
+    vigilancias_.erase(vigilancias_.begin() + static_cast<std::ptrdiff_t>(i));
+    accion();
+    return;
+  }
+}
+
+void testigo::atender_plazo() {
+  if (std::chrono::steady_clock::now() < limite_) return;
+  comprobar();
+  std::printf("   El paso no ha terminado dentro de su plazo; el recorrido se abandona\n");
+  std::fflush(stdout);
+  std::_Exit(2);
+}
+
+}  // namespace morvane
