@@ -41,7 +41,7 @@ TEST(Ordenes, TramasYRespuestas) {
 
 TEST(Ordenes, UnaTramaInterminableSeRechazaYNoSeGuarda) {
   banco b;
-  EXPECT_EQ(b.crudo("\x02" + std::string(10'000'000, 'A')), "");
+  EXPECT_EQ(b.crudo("\x02" + std::string(1'000'000, 'A')), "");
   EXPECT_EQ(b.crudo("\x03"), hilo("<232>"));
   EXPECT_EQ(b.manda("A"), bien);
 }
@@ -93,22 +93,21 @@ TEST(Ordenes, SumasDeUnChipBorrado) {
 
 struct suma_caso {
   std::uint32_t dir;
-  std::uint8_t valor;
-  const char* comando;
+  int valor;
+  const char *comando, *suma;
   bool borrado;
-  const char* suma;
 };
 
 TEST(Ordenes, SumasConUnByteGrabado) {
   const suma_caso casos[] = {
-      {0, 0x7F, "C000000000000", false, "0000007F"},  {0x400, 0, "C000000000400", false, "0003FC00"},
-      {0x401, 0, "C000000000400", true, "0003FCFF"},  {0x7FFF, 0xFE, "C000000007FFF", false, "007F7FFF"},
-      {0x8000, 0, "C000000007FFF", true, "007F8000"}, {0x3FFFF, 0, "C038000007FFF", false, "007F7F01"},
+      {0, 0x7F, "C000000000000", "0000007F", false},  {0x400, 0, "C000000000400", "0003FC00", false},
+      {0x401, 0, "C000000000400", "0003FCFF", true},  {0x7FFF, 0xFE, "C000000007FFF", "007F7FFF", false},
+      {0x8000, 0, "C000000007FFF", "007F8000", true}, {0x3FFFF, 0, "C038000007FFF", "007F7F01", false},
   };
   for (const suma_caso& x : casos) {
     banco b;
     b.manda("A");
-    b.c.flash()[x.dir] = x.valor;
+    b.c.flash()[x.dir] = static_cast<std::uint8_t>(x.valor);
     const std::string s = b.manda(x.comando);
     const auto* r = std::find_if(std::begin(rangos), std::end(rangos),
                                  [&](const rango& y) { return std::string_view(y.comando) == x.comando; });
