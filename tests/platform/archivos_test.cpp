@@ -110,6 +110,17 @@ TEST_F(ArchivosPosix, GuardarDondeNoSePuede) {
   EXPECT_EQ(carpeta.cuantos(), 3);
 }
 
+TEST_F(ArchivosPosix, GuardarRespetaUnArchivoDeSoloLectura) {
+  fs::permissions(carpeta.ruta(), fs::perms(0777));
+  fs::permissions(carpeta.escribir("menu.txt", "viejo"), fs::perms(0444));
+  {
+    prueba::sin_privilegios guarda;
+    EXPECT_EQ(disco.guardar(propio("menu.txt"), "nuevo"), EACCES);
+  }
+  EXPECT_EQ(contenido_de(ruta("menu.txt")), "viejo");
+  EXPECT_EQ(carpeta.cuantos(), 1);
+}
+
 TEST_F(ArchivosPosix, AbrirSegunElModo) {
   fichero f;
   EXPECT_EQ(disco.abrir(propio("a.txt"), modo::leer, f), ENOENT);

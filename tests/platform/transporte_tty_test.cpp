@@ -211,6 +211,14 @@ TEST_F(TransporteTty, LaUltimaTramaLlegaAunqueSeCierreEnSeguida) {
   EXPECT_EQ(placa.oir(1), "D");
 }
 
+TEST_F(TransporteTty, SinPermisoDiceQueGrupoFalta) {
+  fs::permissions(carpeta.ruta(), fs::perms(0755));
+  fs::permissions(placa.esclavo(), fs::perms::none);
+  prueba::sin_privilegios guarda;
+  EXPECT_FALSE(linea.abrir(1, {}));
+  EXPECT_NE(linea.motivo().find("no permission: join the group \""), std::string::npos) << linea.motivo();
+}
+
 TEST_F(TransporteTty, SoloDispositivosDeSerie) {
   carpeta.escribir("archivo", "contenido");
   ASSERT_EQ(::mkfifo((carpeta.ruta() / "tubo").c_str(), 0600), 0);
