@@ -121,11 +121,6 @@ std::string incompleta(const opciones& o) {
   return "";
 }
 
-/// Code points, which in these texts take a column each.
-std::size_t columnas(std::string_view texto) {
-  return static_cast<std::size_t>(std::count_if(texto.begin(), texto.end(), [](char c) { return (c & 0xC0) != 0x80; }));
-}
-
 }  // namespace
 
 lectura_opciones leer_opciones(std::span<const char* const> argumentos) {
@@ -133,7 +128,7 @@ lectura_opciones leer_opciones(std::span<const char* const> argumentos) {
   for (std::size_t i = 0; i < argumentos.size(); ++i) {
     const std::string argumento = argumentos[i];
     const std::size_t igual = argumento.find('=');
-    const std::string nombre = argumento == "--help" ? "--ayuda" : argumento.substr(0, igual);
+    std::string nombre = argumento == "--help" ? "--ayuda" : argumento.substr(0, igual);
     const auto* o = std::find_if(tabla.begin(), tabla.end(), [&](const opcion& x) { return x.nombre == nombre; });
     if (o == tabla.end()) return {{}, "opción desconocida: " + argumento};
     std::string valor;
@@ -144,7 +139,7 @@ lectura_opciones leer_opciones(std::span<const char* const> argumentos) {
       if (++i == argumentos.size()) return {{}, "falta el valor de la opción " + nombre};
       valor = argumentos[i];
     }
-    if (!o->colocar(r.valores, valor)) return {{}, "valor no válido para la opción " + nombre + ": " + valor};
+    if (!o->colocar(r.valores, valor)) return {{}, "valor no válido para la opción " + nombre.append(": ") + valor};
     if (r.valores.ayuda) return r;
   }
   r.error = incompleta(r.valores);
@@ -158,9 +153,10 @@ std::string texto_de_ayuda() {
       "Hace de placa puente, con su chip, en un seudoterminal. Termina con SIGTERM o Ctrl+C.\n"
       "Las tramas (T) se cuentan desde 1, en el orden en que la placa las recibe.\n\n";
   for (const opcion& o : tabla) {
-    std::string izquierda = "  " + std::string(o.nombre) + (o.valor.empty() ? "" : " ") + std::string(o.valor);
-    izquierda.append(std::max(ancho, columnas(izquierda) + 2) - columnas(izquierda), ' ');
-    texto += izquierda + std::string(o.ayuda) + "\n";
+    std::string izquierda = "  ";
+    izquierda.append(o.nombre).append(o.valor.empty() ? "" : " ").append(o.valor);
+    izquierda.resize(std::max(ancho, izquierda.size() + 2), ' ');
+    texto.append(izquierda).append(o.ayuda).append("\n");
   }
   return texto;
 }

@@ -45,12 +45,13 @@ struct examen {
 
 examen recorrer(const chip& c, std::uint32_t desde, std::uint32_t cuantos) {
   examen e;
-  std::array<std::uint8_t, 4096> trozo;
+  constexpr std::uint32_t paso = 4096;
+  std::array<std::uint8_t, paso> trozo;
   // Cells behind the end of the flash read as 0xFF, so they count without being read.
   const std::uint32_t hay = desde < chip::tamano ? std::min(cuantos, chip::tamano - desde) : 0;
   e.suma = std::uint64_t{0xFF} * (cuantos - hay);
-  for (std::uint32_t n = 0; n < hay; n += trozo.size()) {
-    const std::span parte = std::span(trozo).first(std::min<std::size_t>(trozo.size(), hay - n));
+  for (std::uint32_t n = 0; n < hay; n += paso) {
+    const std::span parte = std::span(trozo).first(std::min(paso, hay - n));
     c.leer(desde + n, parte);
     for (const std::uint8_t b : parte) {
       e.suma += b;

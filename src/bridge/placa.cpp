@@ -59,6 +59,7 @@ void placa::vaciar() {
   trama_.clear();
   en_trama_ = false;
   libre_placa_ = instante{0};
+  balbucea_ = balbucea_ && fallos.balbuceo_desde != 0;
   if (balbucea_) {
     balbucear(libre_pc_);
   } else {

@@ -1,28 +1,16 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 #include <string>
+#include <vector>
 
+#include "apoyo/carpeta.h"
 #include "image/cargar_s19.h"
 #include "platform/gemelo.h"
 
 namespace morvane {
-
-/// A directory that goes with its owner.
-struct carpeta_temporal {
-  carpeta_temporal() : ruta(testing::TempDir() + "imagenXXXXXX") {
-    if (mkdtemp(ruta.data()) == nullptr) throw std::runtime_error("no temporary directory");
-  }
-  ~carpeta_temporal() { std::filesystem::remove_all(ruta); }
-  carpeta_temporal(const carpeta_temporal&) = delete;
-  carpeta_temporal& operator=(const carpeta_temporal&) = delete;
-  std::string ruta;
-};
 
 /// What a load works on, in the state after the start of the program.
 struct mundo_carga {
@@ -33,11 +21,7 @@ struct mundo_carga {
     limpiar_buffer_salida(v);
     cargar_s19(plat, v, a);
   }
-  void cargar(const std::string& contenido) {
-    const std::string ruta = carpeta.ruta + "/programa.s19";
-    std::ofstream(ruta, std::ios::binary) << contenido;
-    cargar_archivo(ruta);
-  }
+  void cargar(const std::string& contenido) { cargar_archivo(carpeta.escribir("programa.s19", contenido)); }
 
   std::vector<std::uint8_t> celdas(std::size_t dir, std::size_t cuantas) const {
     const auto desde = v.buffer_salida.begin() + static_cast<std::ptrdiff_t>(dir);
@@ -47,7 +31,7 @@ struct mundo_carga {
   auto marcas() const { return total_celdas - std::count(v.mascara_salida.begin(), v.mascara_salida.end(), 0); }
   bool marcada(std::size_t dir) const { return v.mascara_salida.at(dir) != 0; }
 
-  carpeta_temporal carpeta;
+  apoyo::carpeta carpeta;
   gemelo plat;
   contador_cambios cambios;
   Variables_grab v;

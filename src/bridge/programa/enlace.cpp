@@ -44,7 +44,7 @@ void comprobar_sitio(const fs::path& ruta) {
 
 }  // namespace
 
-enlace::enlace(fs::path ruta, std::string destino) : ruta_(fs::absolute(ruta)), destino_(std::move(destino)) {
+enlace::enlace(const fs::path& ruta, std::string destino) : ruta_(fs::absolute(ruta)), destino_(std::move(destino)) {
   std::error_code error;
   fs::create_directories(ruta_.parent_path(), error);
   cerrojo_ = cerrar_para_otros(ruta_);

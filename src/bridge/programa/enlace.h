@@ -14,7 +14,7 @@ class enlace {
   /// that the link never lacks. Missing directories are made. Throws std::runtime_error with a Spanish text, having
   /// changed nothing, if another board holds the link, if it leads to a device of another kind, or if something that is
   /// no link stands there.
-  enlace(std::filesystem::path ruta, std::string destino);
+  enlace(const std::filesystem::path& ruta, std::string destino);
   /// Removes the link if it is still this board's own.
   ~enlace();
   enlace(const enlace&) = delete;

@@ -35,8 +35,8 @@ struct ritmo {
 /// A frame is STX, a command, two checksum digits, ETX. What stands outside is passed over, and an STX begins anew.
 /// Refusals, in the order in which they are looked for: '2' nothing on this board is that long, '4' too short for a
 /// checksum, '3' wrong checksum, '8' a letter that is kept free, '6' no command, '2' and '4' wrong length for its
-/// command, '5' a field that is no upper-case hexadecimal, '7' chip not open, '9' a place or a count out of range, '6'
-/// not now (erase running, protected, write not enabled).
+/// command, '5' a field that is no upper-case hexadecimal, '7' chip not open; then, as the
+/// chip finds it, '9' a place or a count out of range, '6' not now (erase running, protected, write not enabled).
 class placa {
  public:
   static constexpr std::size_t capacidad = 0x10000;

@@ -5,6 +5,7 @@
 #include <map>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/plataforma.h"
@@ -40,6 +41,8 @@ class gemelo final : public plataforma {
   void responder(respuesta_caja respuesta) { respuestas_.push_back({respuesta, {}}); }
   /// The same, after `mientras` has run with the box open.
   void responder(respuesta_caja respuesta, std::function<void()> mientras);
+  /// Answers that no box has taken; none are left afterwards.
+  std::size_t olvidar_respuestas() { return std::exchange(respuestas_, {}).size(); }
   /// Paths for the open dialogs to come; without one the dialog is cancelled.
   void elegir(std::string ruta) { rutas_.push_back(std::move(ruta)); }
   /// Runs `accion` inside the first pass at or after `cuando`.

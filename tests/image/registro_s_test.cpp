@@ -34,8 +34,8 @@ TEST(registro_s, stores_what_the_length_of_the_line_says) {
        0x1000,
        {0, 1, 0, 0xFF}},
       {"up to the last cell", "S20803FFFE0102030400", 6, 0x3FFFE, {1, 2, 3, 4}},
-      {"no data", "S1031000EC", 4, 0, {}},
-      {"no data, so no address to be out of range", "S30500040002FF", 8, 0, {}},
+      {"no data", "S1030000FC", 4, 0, {}},
+      {"no data, so no address to be out of range", "S30500040003FF", 8, 0, {}},
   };
   for (const auto& caso : casos) {
     SCOPED_TRACE(caso.que);

@@ -45,7 +45,9 @@ TEST(fallos_s19, a_line_past_a_limit_is_named_and_the_image_wiped) {
     for (const std::string final : {"\r\n", "\r", "\n"}) {
       SCOPED_TRACE(caso.linea.substr(0, 20) + testing::PrintToString(final));
       mundo_carga m;
-      m.cargar("S0030000FC" + final + "S1061000AABBCCB8" + final + final + caso.linea + final + "S1062000AABBCCB8");
+      std::string texto;
+      for (const auto* linea : {"S0030000FC", "S1061000AABBCCB8", "", caso.linea.c_str()}) texto.append(linea) += final;
+      m.cargar(texto + "S1062000AABBCCB8");
       esperar_fallo(m, "Línea 4: " + std::string(caso.motivo));
       EXPECT_EQ(m.marcas(), 4) << "marks of the lines in front stay";
     }
@@ -64,7 +66,7 @@ TEST(fallos_s19, a_file_that_cannot_be_read_is_named) {
     mundo_carga m;
     m.cargar("S1061000AABBCCB8");
     m.plat.cajas.clear();
-    m.cargar_archivo(m.carpeta.ruta + nombre);
+    m.cargar_archivo(m.carpeta.ruta().string() + nombre);
     lector_lineas lector;
     ASSERT_FALSE(lector.abrir(m.v.ruta_archivo, lector_lineas::finales::cr));
     esperar_fallo(m, "Motivo: " + lector.motivo());

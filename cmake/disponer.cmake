@@ -1,0 +1,23 @@
+# Run as a script: fills the directory DESTINO with the programs, the samples and, where there are none yet, the
+# settings.
+file(MAKE_DIRECTORY ${DESTINO} ${DESTINO}/puertos ${DESTINO}/muestras ${DESTINO}/unidades/c/Datos/TORVAX-m68k)
+foreach(programa ${MORVANE} ${PUENTE})
+  # By a rename: a program that is running cannot be written over.
+  get_filename_component(nombre ${programa} NAME)
+  file(SHA256 ${programa} nuevo)
+  set(viejo "")
+  if(EXISTS ${DESTINO}/${nombre})
+    file(SHA256 ${DESTINO}/${nombre} viejo)
+  endif()
+  if(NOT nuevo STREQUAL viejo)
+    file(MAKE_DIRECTORY ${DESTINO}/.nuevo)
+    file(COPY ${programa} DESTINATION ${DESTINO}/.nuevo)
+    file(RENAME ${DESTINO}/.nuevo/${nombre} ${DESTINO}/${nombre})
+    file(REMOVE_RECURSE ${DESTINO}/.nuevo)
+  endif()
+endforeach()
+file(GLOB muestras ${MUESTRAS}/*.s19 ${MUESTRAS}/*.bin)
+file(COPY ${muestras} DESTINATION ${DESTINO}/muestras)
+if(NOT EXISTS ${DESTINO}/SETTINGS.TXT)
+  file(WRITE ${DESTINO}/SETTINGS.TXT "\"57600\",\"n\",\"8\",\"1\"\r\n\"COM1\"\r\n")
+endif()

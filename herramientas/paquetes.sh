@@ -1,0 +1,27 @@
+# Sourced by the scripts of this repository: installs Debian packages that are missing.
+
+paquetes_programa="g++ cmake ninja-build qt6-base-dev libqt6svg6-dev libgl1-mesa-dev python3 fonts-dejavu-core
+  qt6-translations-l10n"
+paquetes_pruebas="libgtest-dev xvfb openbox xdotool x11-utils imagemagick"
+
+# asegurar_paquetes PAQUETE...: installs those that are missing, or says which ones are and ends.
+asegurar_paquetes() {
+  local faltan=() paquete como=()
+  for paquete in "$@"; do
+    [ "$(dpkg-query -W -f='${db:Status-Status}' "$paquete" 2>/dev/null)" = installed ] || faltan+=("$paquete")
+  done
+  [ ${#faltan[@]} -eq 0 ] && return 0
+  echo "Missing packages: ${faltan[*]}"
+  if [ "$(id -u)" -ne 0 ]; then
+    if ! sudo -n true 2>/dev/null; then
+      echo "This user may not install them. Please run: sudo apt-get install ${faltan[*]}" >&2
+      exit 1
+    fi
+    como=(sudo -n)
+  fi
+  "${como[@]}" apt-get update -q || true
+  if ! "${como[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${faltan[@]}"; then
+    echo "Could not install: ${faltan[*]}" >&2
+    exit 1
+  fi
+}
