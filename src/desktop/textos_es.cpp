@@ -11,9 +11,9 @@ struct par {
   const char* texto;
 };
 
-constexpr std::array contextos{std::string_view("QFileDialog"), std::string_view("QFileSystemModel"),
-                               std::string_view("QLineEdit"), std::string_view("QWidgetTextControl"),
-                               std::string_view("QPlatformTheme")};
+constexpr std::array contextos{std::string_view("QFileDialog"),    std::string_view("QFileSystemModel"),
+                               std::string_view("QLineEdit"),      std::string_view("QWidgetTextControl"),
+                               std::string_view("QPlatformTheme"), std::string_view("QAbstractFileIconProvider")};
 
 constexpr par pares[] = {
     {"&Open", "&Abrir"},

@@ -2,8 +2,8 @@
 #include <cstdio>
 #include <exception>
 
+#include "desktop/directorio.h"
 #include "desktop/programa.h"
-#include "directorio.h"
 #include "senales.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "directorio.h"
+#include "desktop/directorio.h"
 
 #include <unistd.h>
 

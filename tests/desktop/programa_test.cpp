@@ -1,0 +1,127 @@
+#include "desktop/programa.h"
+
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QToolButton>
+#include <fstream>
+
+#include "aplicacion.h"
+#include "desktop/directorio.h"
+
+namespace morvane {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The whole program in an empty directory, which holds no port: its load event ends in a box.
+struct programa_test : testing::Test {
+  QApplication& app = aplicacion();
+  QTemporaryDir carpeta;
+  fs::path raiz = carpeta.path().toStdString();
+  programa p{raiz};
+
+  void SetUp() override { QGuiApplication::setQuitOnLastWindowClosed(false); }
+
+  /// Runs the load event, and `accion` when a box has come up in it.
+  void empezar(std::function<void()> accion) {
+    QTimer espera;
+    QObject::connect(&espera, &QTimer::timeout, [&] {
+      if (QApplication::activeModalWidget() == nullptr) return;
+      EXPECT_FALSE(p.ventana().isVisible());
+      ++cajas;
+      accion();
+    });
+    espera.start(1);
+    p.empezar();
+  }
+  static void cerrar_caja() { QApplication::activeModalWidget()->close(); }
+
+  int cajas = 0;
+};
+
+TEST_F(programa_test, the_window_comes_after_the_boxes_of_the_load_event_and_closing_it_ends_the_program) {
+  empezar(cerrar_caja);
+  EXPECT_EQ(cajas, 1);
+  EXPECT_TRUE(p.ventana().isVisible());
+  QTimer::singleShot(0, &p.ventana(), [this] { p.ventana().close(); });
+  EXPECT_EQ(QApplication::exec(), 0);
+  EXPECT_FALSE(p.ventana().isVisible());
+}
+
+TEST_F(programa_test, asked_to_end_while_a_box_of_the_load_event_is_open_it_ends_without_a_window) {
+  empezar([this] { p.pedir_fin(); });
+  EXPECT_FALSE(p.ventana().isVisible());
+  EXPECT_EQ(QApplication::exec(), 0);
+}
+
+TEST_F(programa_test, asked_to_end_under_a_command_it_ends_when_the_command_has_returned) {
+  empezar(cerrar_caja);
+  bool regreso = false;
+  p.principal().barra.ButtonClick = [&](int) {
+    p.plat().MsgBox({"t", "x", botones::SiNo, icono::ninguno});
+    EXPECT_TRUE(p.ventana().isVisible());
+    regreso = true;
+  };
+  QTimer::singleShot(10, &p.ventana(), [this] { p.pedir_fin(); });
+  QTimer::singleShot(0, &p.ventana(), [this] { p.ventana().findChild<QToolButton*>("Toolbar_5")->click(); });
+  EXPECT_EQ(QApplication::exec(), 0);
+  EXPECT_TRUE(regreso);
+  EXPECT_FALSE(p.ventana().isVisible());
+}
+
+TEST_F(programa_test, closed_under_a_command_the_window_stays_until_it_has_returned) {
+  empezar(cerrar_caja);
+  p.principal().barra.ButtonClick = [&](int) {
+    const orden_en_curso orden(p.principal());
+    p.ventana().close();
+    EXPECT_TRUE(p.ventana().isVisible());
+  };
+  QTimer::singleShot(0, &p.ventana(), [this] { p.ventana().findChild<QToolButton*>("Toolbar_5")->click(); });
+  EXPECT_EQ(QApplication::exec(), 0);
+  EXPECT_FALSE(p.ventana().isVisible());
+}
+
+TEST_F(programa_test, all_controls_of_the_main_window_have_names) {
+  for (const QAction* accion : p.ventana().findChildren<QAction*>()) {
+    if (accion->objectName().isEmpty() || accion->isSeparator()) continue;
+    EXPECT_FALSE(accion->text().isEmpty()) << accion->objectName().toStdString();
+  }
+  int vistos = 0;
+  for (const QWidget* control : p.ventana().centralWidget()->findChildren<QWidget*>()) {
+    if (control->focusPolicy() == Qt::NoFocus) continue;
+    ++vistos;
+    EXPECT_FALSE(control->accessibleName().isEmpty()) << control->objectName().toStdString();
+  }
+  EXPECT_GE(vistos, 10);
+}
+
+TEST(directorio_test, a_user_gets_a_writable_copy_once) {
+  const QTemporaryDir carpeta;
+  const fs::path raiz = carpeta.path().toStdString(), origen = raiz / "programa", destino = raiz / "a" / "usuario";
+  fs::create_directories(origen / "puertos");
+  fs::create_directories(origen / "unidades/c/Datos");
+  std::ofstream(origen / "SETTINGS.TXT") << "1";
+  std::ofstream(origen / "morvane") << "programa";
+  fs::create_symlink("/dev/ttyUSB0", origen / "puertos/COM1");
+  fs::permissions(origen / "SETTINGS.TXT", fs::perms::owner_read);
+  fs::permissions(origen / "unidades/c/Datos", fs::perms::owner_read | fs::perms::owner_exec);
+  sembrar(origen, destino);
+  EXPECT_EQ(fs::read_symlink(destino / "puertos/COM1"), "/dev/ttyUSB0");
+  EXPECT_FALSE(fs::exists(destino / "morvane"));
+  for (const char* parte : {"SETTINGS.TXT", "unidades/c/Datos"}) {
+    EXPECT_NE(fs::status(destino / parte).permissions() & fs::perms::owner_write, fs::perms::none) << parte;
+  }
+  fs::remove(destino / "SETTINGS.TXT");
+  sembrar(origen, destino);
+  EXPECT_FALSE(fs::exists(destino / "SETTINGS.TXT"));
+}
+
+}  // namespace
+}  // namespace morvane
