@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::size_t bloque = 16 * 1024;
+constexpr std::size_t bloque = std::size_t{16} * 1024;
 
 std::string sustituir(std::string_view texto, char viejo, char nuevo) {
   std::string otro(texto);
@@ -76,7 +76,7 @@ std::string buscar_sin_caja(const fs::path& carpeta, const std::string& nombre) 
 
 /// `carpeta`/`nombre` as it stands on the disk; as given if there is nothing of that name.
 fs::path como_esta(const fs::path& carpeta, const std::string& nombre) {
-  const fs::path exacto = carpeta / nombre;
+  fs::path exacto = carpeta / nombre;
   if (hay(exacto)) return exacto;
   const std::string hallado = buscar_sin_caja(carpeta, nombre);
   return hallado.empty() ? exacto : carpeta / hallado;

@@ -15,7 +15,7 @@ namespace morvane {
 
 namespace {
 
-constexpr std::size_t bloque = 64 * 1024;
+constexpr std::size_t bloque = std::size_t{64} * 1024;
 
 std::string explicar(int error) {
   switch (error) {

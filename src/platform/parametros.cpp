@@ -20,7 +20,6 @@ bool tomar(std::string_view& texto, std::string_view prefijo) {
 }
 
 bool tomar_velocidad(std::string_view& texto, int& velocidad) {
-  if (texto.starts_with('-')) return false;
   const auto [fin, error] = std::from_chars(texto.data(), texto.data() + texto.size(), velocidad);
   if (error != std::errc{}) return false;
   texto.remove_prefix(static_cast<std::size_t>(fin - texto.data()));

@@ -17,7 +17,7 @@ namespace morvane {
 namespace {
 
 /// Far above all that can be under way at once; more than this waits only for a far end that reads nothing.
-constexpr std::size_t salida_maxima = 64 * 1024;
+constexpr std::size_t salida_maxima = std::size_t{64} * 1024;
 constexpr std::chrono::milliseconds plazo_vaciado{100};
 constexpr int pausa_vaciado = 1;
 

@@ -55,6 +55,7 @@ TEST_F(ArchivosPosix, DirEncuentraSinMirarLaCaja) {
   EXPECT_EQ(disco.Dir(propio(std::string("settings.Txt\0x", 14))), "");
   carpeta.escribir("SETTINGS.TXT", "3");
   EXPECT_EQ(disco.leer(propio("SETTINGS.TXT")), "3");
+  EXPECT_EQ(disco.leer(propio("settings.Txt")), "1");
 }
 
 TEST_F(ArchivosPosix, DirNoDoblaLetrasQueNoSonAscii) {
@@ -77,12 +78,12 @@ TEST_F(ArchivosPosix, LeerSoloArchivosNormalesHastaSuLimite) {
 
 TEST_F(ArchivosPosix, GuardarConservaNombreModoYEnlace) {
   carpeta.escribir("datos/real.txt", "viejo");
-  fs::permissions(ruta("datos/real.txt"), fs::perms(0640));
+  fs::permissions(ruta("datos/real.txt"), fs::perms(0666));
   fs::create_symlink("datos/real.txt", ruta("menu.txt"));
   ASSERT_EQ(disco.guardar(propio("MENU.TXT"), std::string("nue\0vo", 6)), 0);
   EXPECT_TRUE(fs::is_symlink(ruta("menu.txt")));
   EXPECT_EQ(contenido_de(ruta("datos/real.txt")), std::string("nue\0vo", 6));
-  EXPECT_EQ(fs::status(ruta("datos/real.txt")).permissions(), fs::perms(0640));
+  EXPECT_EQ(fs::status(ruta("datos/real.txt")).permissions(), fs::perms(0666));
   EXPECT_EQ(std::distance(fs::directory_iterator(ruta("datos")), fs::directory_iterator()), 1);
   EXPECT_EQ(carpeta.cuantos(), 2);
 }
@@ -108,6 +109,17 @@ TEST_F(ArchivosPosix, GuardarDondeNoSePuede) {
   EXPECT_EQ(disco.guardar(propio("no\\hay"), "x"), ENOENT);
   EXPECT_EQ(disco.guardar(propio(""), "x"), EISDIR);
   EXPECT_EQ(carpeta.cuantos(), 3);
+}
+
+TEST_F(ArchivosPosix, GuardarRespetaUnArchivoDeSoloLectura) {
+  fs::permissions(carpeta.ruta(), fs::perms(0777));
+  fs::permissions(carpeta.escribir("menu.txt", "viejo"), fs::perms(0444));
+  {
+    prueba::sin_privilegios guarda;
+    EXPECT_EQ(disco.guardar(propio("menu.txt"), "nuevo"), EACCES);
+  }
+  EXPECT_EQ(contenido_de(ruta("menu.txt")), "viejo");
+  EXPECT_EQ(carpeta.cuantos(), 1);
 }
 
 TEST_F(ArchivosPosix, AbrirSegunElModo) {

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
@@ -39,6 +40,21 @@ class carpeta_temporal {
 
  private:
   std::filesystem::path ruta_;
+};
+
+/// Takes the rights of root away, for as long as it lives, so that permissions count.
+class sin_privilegios {
+ public:
+  sin_privilegios() : era_(::geteuid()) {
+    if (era_ == 0 && ::seteuid(nadie) != 0) throw std::runtime_error("seteuid");
+  }
+  sin_privilegios(const sin_privilegios&) = delete;
+  sin_privilegios& operator=(const sin_privilegios&) = delete;
+  ~sin_privilegios() { EXPECT_EQ(::seteuid(era_), 0); }
+
+ private:
+  static constexpr uid_t nadie = 65534;
+  uid_t era_;
 };
 
 inline std::string contenido_de(const std::filesystem::path& ruta) {

@@ -122,6 +122,16 @@ TEST(LectorLineas, LoQueNoSePuedeLeerDiceElMotivo) {
   EXPECT_FALSE(lector.fallo());
 }
 
+TEST(LectorLineas, SinPermisoLoDice) {
+  prueba::carpeta_temporal carpeta;
+  const auto ruta = carpeta.escribir("a", "x");
+  std::filesystem::permissions(ruta, std::filesystem::perms::none);
+  lector_lineas lector;
+  prueba::sin_privilegios guarda;
+  EXPECT_FALSE(lector.abrir(ruta, finales::cr));
+  EXPECT_EQ(lector.motivo(), "no hay permiso para leerlo");
+}
+
 TEST(LectorLineas, ArchivoQueEncogeMientrasSeLeeAcabaSinMas) {
   prueba::carpeta_temporal carpeta;
   std::string contenido;

@@ -72,6 +72,11 @@ std::chrono::milliseconds cuanto_tarda(const std::function<void()>& que) {
   return std::chrono::duration_cast<std::chrono::milliseconds>(steady_clock::now() - inicio);
 }
 
+/// Number of descriptors that this process holds open.
+std::ptrdiff_t descriptores() {
+  return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
+}
+
 class TransporteTty : public testing::Test {
  protected:
   void SetUp() override {
@@ -119,7 +124,9 @@ TEST_F(TransporteTty, SoloUnoTieneLaLinea) {
   transporte_tty segunda(carpeta.ruta());
   ASSERT_TRUE(linea.abrir(1, {}));
   for (const int puerto : {1, 2, 3}) {
+    const auto abiertos = descriptores();
     EXPECT_FALSE(segunda.abrir(puerto, {})) << puerto;
+    EXPECT_EQ(descriptores(), abiertos);
     EXPECT_NE(segunda.motivo().find("busy"), std::string::npos) << segunda.motivo();
   }
   linea.escribir("sigue");
@@ -155,10 +162,12 @@ TEST_F(TransporteTty, LoQueHabiaAntesSePierdeAlAbrir) {
 
 TEST_F(TransporteTty, LaLineaQueDesapareceSeNotaUnaVez) {
   ASSERT_TRUE(linea.abrir(1, {}));
+  std::array<char, 16> trozo;
+  EXPECT_EQ(linea.leer(trozo), 0U);
+  EXPECT_FALSE(linea.perdido());
   placa.colgar();
   EXPECT_EQ(leer_hasta(linea, 1), "");
   EXPECT_TRUE(linea.perdido());
-  std::array<char, 16> trozo;
   EXPECT_LT(cuanto_tarda([&] {
               for (int i = 0; i < 1'000'000; ++i) linea.leer(trozo);
               linea.escribir("x");
@@ -211,13 +220,27 @@ TEST_F(TransporteTty, LaUltimaTramaLlegaAunqueSeCierreEnSeguida) {
   EXPECT_EQ(placa.oir(1), "D");
 }
 
+TEST_F(TransporteTty, SinPermisoDiceQueGrupoFalta) {
+  fs::permissions(carpeta.ruta(), fs::perms(0755));
+  fs::permissions(placa.esclavo(), fs::perms::none);
+  prueba::sin_privilegios guarda;
+  EXPECT_FALSE(linea.abrir(1, {}));
+  EXPECT_NE(linea.motivo().find("no permission: join the group \""), std::string::npos) << linea.motivo();
+}
+
+TEST_F(TransporteTty, UnEnlaceColgadoNoCedeElPuertoAlAnfitrion) {
+  fs::remove(carpeta.ruta() / "puertos/COM1");
+  enlazar(1, "no-hay");
+  EXPECT_FALSE(linea.existe(1));
+}
+
 TEST_F(TransporteTty, SoloDispositivosDeSerie) {
   carpeta.escribir("archivo", "contenido");
   ASSERT_EQ(::mkfifo((carpeta.ruta() / "tubo").c_str(), 0600), 0);
-  enlazar(2, "../archivo");
+  enlazar(2, "no-hay");
   enlazar(3, "..");
   enlazar(4, "../tubo");
-  enlazar(5, "no-hay");
+  enlazar(5, "../archivo");
   enlazar(6, "COM6");
   enlazar(7, "/dev/null");
   EXPECT_TRUE(linea.existe(1));

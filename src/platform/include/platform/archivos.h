@@ -52,7 +52,8 @@ class archivos {
   /// The whole of a file of up to `limite` bytes; nothing if it is missing, no regular file, unreadable or larger.
   std::optional<std::string> leer(std::string_view nombre, std::size_t limite = 1 << 20) const;
   /// Replaces the file by `contenido`: after 0 it holds the new content, after an error the old one, whole. A crash in
-  /// the middle leaves one or the other.
+  /// the middle leaves one or the other. Only where the very last step fails, bringing the folder to the disk, does the
+  /// new content stand there after an error.
   error_archivo guardar(std::string_view nombre, std::string_view contenido) const;
   /// Opens a file for writing; `escribir` empties or creates it, `anadir` and `leer` need one that exists.
   error_archivo abrir(std::string_view nombre, modo como, fichero& destino) const;

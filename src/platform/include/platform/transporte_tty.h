@@ -11,7 +11,8 @@ namespace morvane {
 ///
 /// Port `n` is the link `puertos/COMn` in the program's directory if there is one; else 1 to 4 are /dev/ttyS0 to 3,
 /// 5 to 8 /dev/ttyUSB0 to 3 and 9 /dev/ttyACM0. Links are resolved before a device is opened. An open line is taken
-/// exclusively, against other programs and other links to the same device, and closing it does not drop DTR.
+/// exclusively, against other programs and other links to the same device, and closing it does not drop DTR. Up to 64
+/// KiB of output wait for a far end that does not read; a text that goes beyond is dropped whole.
 class transporte_tty final : public transporte {
  public:
   /// `directorio` is the program's directory, which holds `puertos/`.
@@ -26,6 +27,7 @@ class transporte_tty final : public transporte {
   std::size_t leer(std::span<char> destino) override;
   bool perdido() const override { return perdido_; }
   void cerrar() override;
+  /// Also lets programs in again that ask for no lock, since the end of the program alone would not.
   void descartar_salida() override;
 
   /// The device that port `numero` leads to, links resolved; empty if there is none.
