@@ -12,16 +12,16 @@ namespace morvane {
 namespace {
 
 struct tecla_caja {
-  respuesta_caja valor;
   const char* rotulo;
+  respuesta_caja valor;
   QMessageBox::ButtonRole papel;
 };
 
 constexpr tecla_caja teclas[] = {
-    {vbOK, "Aceptar", QMessageBox::AcceptRole},
-    {vbCancel, "Cancelar", QMessageBox::RejectRole},
-    {vbYes, "Sí", QMessageBox::YesRole},
-    {vbNo, "No", QMessageBox::NoRole},
+    {"Aceptar", vbOK, QMessageBox::AcceptRole},
+    {"Cancelar", vbCancel, QMessageBox::RejectRole},
+    {"Sí", vbYes, QMessageBox::YesRole},
+    {"No", vbNo, QMessageBox::NoRole},
 };
 
 const tecla_caja& tecla_de(respuesta_caja valor) {

@@ -40,9 +40,9 @@ void sembrar(const fs::path& origen, const fs::path& destino) {
 }
 
 fs::path directorio_aplicacion() {
-  const fs::path propio = fs::read_symlink("/proc/self/exe").parent_path();
+  fs::path propio = fs::read_symlink("/proc/self/exe").parent_path();
   if (access(propio.c_str(), W_OK) == 0) return propio;
-  const fs::path usuario = del_usuario();
+  fs::path usuario = del_usuario();
   try {
     sembrar(propio, usuario);
     return usuario;

@@ -10,14 +10,26 @@
 
 namespace morvane {
 
+namespace {
+
+void poner_textos() {
+  auto propios = std::make_unique<textos_es>();
+  propios->setParent(qApp);
+  QCoreApplication::installTranslator(propios.release());
+  // The last one that is installed is asked first.
+  auto* de_qt = new QTranslator(qApp);
+  const bool hay = de_qt->load(QStringLiteral("qtbase_es"), QLibraryInfo::path(QLibraryInfo::TranslationsPath));
+  if (hay) QCoreApplication::installTranslator(de_qt);
+}
+
+}  // namespace
+
 void preparar_aplicacion() {
   QCoreApplication::setApplicationName(QStringLiteral("morvane"));
   QGuiApplication::setDesktopFileName(QStringLiteral("morvane"));
   QGuiApplication::setQuitOnLastWindowClosed(false);
   QGuiApplication::setWindowIcon(imagen("morvane"));
-  auto* textos = new QTranslator(qApp);
-  const bool hay = textos->load(QStringLiteral("qtbase_es"), QLibraryInfo::path(QLibraryInfo::TranslationsPath));
-  QCoreApplication::installTranslator(hay ? textos : new textos_es(qApp));
+  poner_textos();
 }
 
 programa::programa(const std::filesystem::path& directorio)
@@ -25,6 +37,8 @@ programa::programa(const std::filesystem::path& directorio)
       linea_(directorio),
       principal_(std::make_unique<frm_principal>(plat_, ficheros_, linea_, v_)),
       ventana_(std::make_unique<ventana_qt>(principal_->ventana, [this] { despues_de_orden(); })) {
+  fin_.setSingleShot(true);
+  QObject::connect(&fin_, &QTimer::timeout, [] { QCoreApplication::exit(0); });
   plat_.sincronizar = [this] { ventana_->sincronizar(); };
   ventana_->puede_cerrarse = [this] { return puede_cerrarse(); };
   ventana_->al_fallar = [this](const std::string& motivo) {
@@ -63,7 +77,8 @@ bool programa::puede_cerrarse() {
     acabar();
     return true;
   }
-  fin_pendiente_ = true;
+  // A handler that is no command may be running; the shell does not know of it.
+  fin_pendiente_ = fin_pendiente_ || libre;
   return false;
 }
 
@@ -73,11 +88,10 @@ void programa::despues_de_orden() {
   if (fin_pendiente_ || debe_cerrarse(*principal_)) acabar();
 }
 
-// Queued, since the event loop may not have started yet. Not `quit`, which asks the windows once more.
+// By a timer, since the event loop may not have started yet. Not `quit`, which asks the windows once more.
 void programa::acabar() {
   ventana_->hide();
-  QMetaObject::invokeMethod(
-      qApp, [] { QCoreApplication::exit(0); }, Qt::QueuedConnection);
+  fin_.start(0);
 }
 
 }  // namespace morvane

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QTimer>
 #include <filesystem>
 #include <memory>
 
@@ -48,6 +49,7 @@ class programa {
   Variables_grab v_;
   std::unique_ptr<frm_principal> principal_;
   std::unique_ptr<ventana_qt> ventana_;
+  QTimer fin_;
   bool empezando_ = false;
   /// A request to end that the handlers that are running must return from first.
   bool fin_pendiente_ = false;
