@@ -1,3 +1,4 @@
+# shellcheck shell=bash disable=SC2034
 # Sourced by the scripts of this repository: installs Debian packages that are missing.
 
 paquetes_programa="g++ cmake ninja-build qt6-base-dev libqt6svg6-dev libgl1-mesa-dev python3 fonts-dejavu-core
