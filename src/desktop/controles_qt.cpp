@@ -1,3 +1,4 @@
+#include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -27,20 +28,46 @@ void hacer(QWidget& padre, Label& origen, taller& t) {
   t.al_cambiar([destino, &origen] { destino->setText(qt(origen.Caption)); });
 }
 
+/// Names a control after its label, which then leads to it.
+void etiquetar(QWidget& padre, QWidget* destino, const Label* etiqueta, const std::string& nombre) {
+  const std::string rotulo = etiqueta != nullptr ? etiqueta->Caption.valor() : std::string();
+  destino->setAccessibleName(nombre_accesible(rotulo, {}, nombre));
+  if (etiqueta == nullptr) return;
+  if (auto* su_etiqueta = padre.findChild<QLabel*>(qt(etiqueta->Name))) su_etiqueta->setBuddy(destino);
+}
+
 void hacer(QWidget& padre, TextBox& origen, taller& t) {
   auto* destino = new QLineEdit(&padre);
   mantener(destino, origen, t);
-  const std::string rotulo = origen.etiqueta != nullptr ? origen.etiqueta->Caption.valor() : std::string();
-  destino->setAccessibleName(nombre_accesible(rotulo, {}, origen.Name));
-  if (origen.etiqueta != nullptr) {
-    if (auto* etiqueta = padre.findChild<QLabel*>(qt(origen.etiqueta->Name))) etiqueta->setBuddy(destino);
-  }
+  etiquetar(padre, destino, origen.etiqueta, origen.Name);
   t.al_cambiar([destino, &origen] {
     const QString texto = qt(origen.Text);
     if (destino->text() != texto) destino->setText(texto);
   });
   QObject::connect(destino, &QLineEdit::textEdited, destino,
                    [&origen](const QString& texto) { origen.Text = texto.toStdString(); });
+}
+
+void hacer(QWidget& padre, ComboBox& origen, taller& t) {
+  auto* destino = new QComboBox(&padre);
+  destino->setEditable(true);
+  destino->setInsertPolicy(QComboBox::NoInsert);
+  destino->setCompleter(nullptr);
+  mantener(destino, origen, t);
+  etiquetar(padre, destino, origen.etiqueta, origen.Name);
+  for (const std::string& entrada : origen.List) destino->addItem(qt(entrada));
+  t.al_cambiar([destino, &origen] {
+    const QString texto = qt(origen.Text);
+    if (destino->currentText() != texto) destino->setEditText(texto);
+  });
+  QObject::connect(destino->lineEdit(), &QLineEdit::textEdited, destino,
+                   [&origen](const QString& texto) { origen.Text = texto.toStdString(); });
+  // Enter in the text field raises this as well; only an entry that was chosen counts.
+  QObject::connect(destino, &QComboBox::activated, destino, [&origen, destino, atender = t.atender](int cual) {
+    if (destino->itemText(cual) != destino->currentText()) return;
+    origen.Text = destino->currentText().toStdString();
+    atender(origen.Click);
+  });
 }
 
 void hacer(QWidget& padre, CommandButton& origen, taller& t) {

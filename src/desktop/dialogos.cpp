@@ -96,7 +96,8 @@ void ventana_caja::anadir(respuesta_caja valor) {
 
 void ventana_caja::keyPressEvent(QKeyEvent* tecla) {
   const bool escapar = tecla->key() == Qt::Key_Escape;
-  QAbstractButton* boton = escapar ? escape_ : con_inicial(tecla->text());
+  const bool sola = (tecla->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) == 0 && !tecla->isAutoRepeat();
+  QAbstractButton* boton = escapar ? escape_ : con_inicial(sola ? tecla->text() : QString());
   if (boton != nullptr) boton->click();
   if (boton == nullptr && !escapar) QMessageBox::keyPressEvent(tecla);
 }

@@ -1,6 +1,6 @@
 #include "desktop/plataforma_qt.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDialog>
 #include <QTime>
 #include <chrono>
@@ -21,6 +21,14 @@ std::string plataforma_qt::hora() const {
 
 void plataforma_qt::terminar() {
   std::_Exit(0);
+}
+
+// Over the open dialog Qt may have boxes and menus of its own, which wait in loops of their own.
+void plataforma_qt::abandonar_cajas() {
+  desatendida_ = true;
+  const auto cerrar = [](QWidget* encima) { return encima != nullptr && encima->close() && !encima->isVisible(); };
+  while (cerrar(QApplication::activePopupWidget()) || cerrar(QApplication::activeModalWidget())) {
+  }
 }
 
 void plataforma_qt::eventos() {

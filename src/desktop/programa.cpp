@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QLibraryInfo>
 #include <QTranslator>
+#include <cstdio>
 #include <exception>
 
 #include "imagenes.h"
@@ -36,24 +37,35 @@ programa::programa(const std::filesystem::path& directorio)
     : ficheros_(directorio),
       linea_(directorio),
       principal_(std::make_unique<frm_principal>(plat_, ficheros_, linea_, v_)),
-      ventana_(std::make_unique<ventana_qt>(principal_->ventana, [this] { despues_de_orden(); })) {
+      ventana_(std::make_unique<ventana_qt>(principal_->ventana, [this] { despues_de_orden(); })),
+      otras_(
+          principal_->otras_ventanas(), [this] { despues_de_orden(); },
+          [this](const std::string& motivo) { avisar_fallo(motivo); }) {
   fin_.setSingleShot(true);
   QObject::connect(&fin_, &QTimer::timeout, [] { QCoreApplication::exit(0); });
-  plat_.sincronizar = [this] { ventana_->sincronizar(); };
+  plat_.sincronizar = [this] { sincronizar(); };
+  linea_.al_fallar = [](const std::string& motivo) { std::fprintf(stderr, "morvane: %s\n", motivo.c_str()); };
   ventana_->puede_cerrarse = [this] { return puede_cerrarse(); };
-  ventana_->al_fallar = [this](const std::string& motivo) {
-    plat_.MsgBox({"", "Error interno: " + motivo, botones::Aceptar, icono::critico});
-  };
+  ventana_->al_fallar = [this](const std::string& motivo) { avisar_fallo(motivo); };
 }
 
 programa::~programa() = default;
+
+void programa::sincronizar() {
+  ventana_->sincronizar();
+  otras_.sincronizar();
+}
+
+void programa::avisar_fallo(const std::string& motivo) {
+  plat_.MsgBox({"", "Error interno: " + motivo, botones::Aceptar, icono::critico});
+}
 
 void programa::empezar() {
   empezando_ = true;
   try {
     Form_Load(*principal_);
   } catch (const std::exception& fallo) {
-    ventana_->al_fallar(fallo.what());
+    avisar_fallo(fallo.what());
   }
   empezando_ = false;
   ventana_->sincronizar();
@@ -83,13 +95,14 @@ bool programa::puede_cerrarse() {
 }
 
 void programa::despues_de_orden() {
-  ventana_->sincronizar();
+  sincronizar();
   if (ocupado()) return;
   if (fin_pendiente_ || debe_cerrarse(*principal_)) acabar();
 }
 
 // By a timer, since the event loop may not have started yet. Not `quit`, which asks the windows once more.
 void programa::acabar() {
+  otras_.ocultar();
   ventana_->hide();
   fin_.start(0);
 }

@@ -72,6 +72,13 @@ class bucle_de_grabado {
   std::string direccion_, datos_, comando_;
 };
 
+void avisar_diario(enlace& e) {
+  if (!puede_seguir(e)) return;
+  preguntar(e,
+            {"Atención", std::string("No se ha podido escribir completo el fichero: ") + carpeta_diario + nombre_diario,
+             botones::Aceptar, icono::critico});
+}
+
 void avisar_final(enlace& e, const avance& a) {
   if (!puede_seguir(e)) return;
   preguntar(e,
@@ -100,14 +107,15 @@ void programar_flash(enlace& e, Variables_grab& v, avance& a) {
 void grabar_flash(enlace& e, Variables_grab& v, avance& a) {
   a.time_fin.Text = "";
   a.time_ini.Text = e.plat.hora();
-  std::optional<fichero> diario;
+  std::optional<fichero> abierto;
+  fichero sin_diario;
   {
     const modo_fijo modo(e.control_serie, 0, 5);
-    diario = abrir_fichero(e, carpeta_diario, nombre_diario, modo_fichero::escribir);
-    if (!diario) diario.emplace();
-    bucle_de_grabado(e, v, a).correr(*diario);
+    abierto = abrir_fichero(e, carpeta_diario, nombre_diario, modo_fichero::escribir);
+    bucle_de_grabado(e, v, a).correr(abierto ? *abierto : sin_diario);
   }
   a.time_fin.Text = e.plat.hora();
+  if (abierto && !abierto->abierto()) avisar_diario(e);
   avisar_final(e, a);
   a.Progress.Value = 0;
   a.cancelar = false;

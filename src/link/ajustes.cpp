@@ -28,9 +28,9 @@ void leer_ajustes(enlace& e) {
   ajustes& a = e.valores;
   const std::string nombre = a.ruta_aplicacion + std::string(nombre_ajustes);
   if (e.ficheros.Dir(nombre).empty()) return;
-  poner_valores_iniciales(a);
   const auto contenido = e.ficheros.leer(nombre);
   if (!contenido) return avisar_ajustes(e, "No se han podido leer los ajustes del fichero: ");
+  poner_valores_iniciales(a);
   if (contenido->empty()) return guardar_ajustes(e);
 
   std::string_view resto = *contenido;

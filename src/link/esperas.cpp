@@ -201,6 +201,7 @@ void modo_caracter(MSComm& serial) {
 }
 
 modo_fijo::modo_fijo(MSComm& serial, int input_len, int r_threshold) : serial_(serial) {
+  serial_.descartar_entrada();
   serial_.InputLen(input_len);
   serial_.RThreshold(r_threshold);
 }

@@ -52,6 +52,7 @@ void recibir_estado(enlace& e) {
                botones::Aceptar, icono::critico});
     return;
   }
+  e.estado_reciente = true;
   const auto bit = [estado](int n) { return static_cast<std::uint8_t>(estado >> n & 1); };
   e.bit_wip = bit(0);
   e.bit_wen = bit(1);

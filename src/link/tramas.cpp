@@ -20,13 +20,14 @@ bool puede_salir(const enlace& e, std::string_view comando) {
 void enviar(enlace& e, std::string_view comando, fichero* diario) {
   e.respuesta_lista = false;
   e.datos_listos = false;
+  e.estado_reciente = false;
   if (!puede_salir(e, comando)) return;
   e.ultimo_comando = comando.front();
   e.trama.assign(1, STX);
   e.trama += comando;
   anadir_suma(e.trama, comando);
   e.trama += ETX;
-  if (diario != nullptr) diario->linea(e.trama);
+  if (diario != nullptr && !diario->linea(e.trama)) diario->cerrar();
   e.recibidos_al_enviar = e.control_serie.recibidos();
   e.control_serie.Output(e.trama);
 }

@@ -11,6 +11,10 @@ Label::Label(contador_cambios& cambios, std::string nombre, std::string texto, l
 TextBox::TextBox(contador_cambios& cambios, std::string nombre, lugar donde, const Label* titulo)
     : control(cambios, std::move(nombre), donde), Text(cambios), etiqueta(titulo) {}
 
+ComboBox::ComboBox(contador_cambios& cambios, std::string nombre, std::vector<std::string> lista, lugar donde,
+                   const Label* titulo)
+    : control(cambios, std::move(nombre), donde), Text(cambios), List(std::move(lista)), etiqueta(titulo) {}
+
 CommandButton::CommandButton(contador_cambios& cambios, std::string nombre, std::string texto, lugar donde)
     : control(cambios, std::move(nombre), donde), Caption(cambios, std::move(texto)) {}
 
@@ -44,6 +48,21 @@ Frame::Frame(contador_cambios& cambios, std::string nombre, std::string texto, l
     : control(cambios, std::move(nombre), donde), Caption(cambios, std::move(texto)) {}
 
 Form::Form(std::string nombre, std::string texto, int ancho, int alto)
-    : Name(std::move(nombre)), Caption(cambios, std::move(texto)), ScaleWidth(ancho), ScaleHeight(alto) {}
+    : Name(std::move(nombre)),
+      Caption(cambios, std::move(texto)),
+      ScaleWidth(ancho),
+      ScaleHeight(alto),
+      Visible(cambios, false),
+      llamadas(cambios) {}
+
+void Form::Show() {
+  if (!Visible && Load) Load();
+  Visible = true;
+  llamadas = llamadas + 1;
+}
+
+void Form::Unload() {
+  Visible = false;
+}
 
 }  // namespace morvane

@@ -45,6 +45,7 @@ bool transporte_tty::existe(int numero) {
 
 bool transporte_tty::falla(const std::string& que) {
   motivo_ = que;
+  if (al_fallar) al_fallar(motivo_);
   if (fd_ >= 0) ::close(std::exchange(fd_, -1));
   return false;
 }

@@ -4,6 +4,7 @@
 #include "link/puerto.h"
 #include "link/tramas.h"
 #include "shell/frm_principal.h"
+#include "shell/historial.h"
 
 namespace morvane {
 
@@ -17,7 +18,7 @@ void sondear_puente(enlace& e) {
     enviar_comando(e, "D");
     esperar_con_vigilancia(e);
   }
-  cerrar_orden(e);
+  cerrar_puerto(e);
 }
 
 }  // namespace
@@ -27,6 +28,7 @@ void Form_Load(frm_principal& f) {
   f.link.valores.ruta_aplicacion = f.link.ficheros.ruta_aplicacion();
   std::error_code sin_importancia;
   std::filesystem::current_path(f.link.ficheros.directorio(), sin_importancia);
+  leer_historial(f);
   limpiar_buffer_salida(f.v);
   leer_ajustes(f.link);
   sondear_puente(f.link);

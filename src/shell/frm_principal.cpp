@@ -1,6 +1,7 @@
 #include "shell/frm_principal.h"
 
 #include "link/puerto.h"
+#include "shell/historial.h"
 #include "shell/ordenes.h"
 #include "shell/proyecto.h"
 
@@ -14,7 +15,11 @@ constexpr int ancho_panel_ruta = 5550, ancho_panel_avance = 2565, ancho_panel_ho
 
 void conectar_menu(frm_principal& f) {
   f.menu.men_abrir.Click = [&f] { abrir_proyecto(f); };
+  for (std::size_t i = 0; i < f.menu.men_dir.size(); ++i) {
+    f.menu.men_dir.at(i).Click = [&f, i] { men_dir_Click(f, i + 1); };
+  }
   f.menu.men_salir.Click = [&f] { men_salir_Click(f); };
+  f.menu.men_pto_s.Click = [&f] { f.cfg_pto_serial.ventana.Show(); };
   f.menu.men_borrar_t.Click = [&f] { men_borrar_t_Click(f); };
   f.menu.men_prog_t.Click = [&f] {
     if (hay_programa(f)) men_prog_t_Click(f);
@@ -65,7 +70,8 @@ frm_principal::frm_principal(plataforma& plataforma_, archivos& ficheros, transp
       barra(ventana.cambios, "Toolbar"),
       estado(ventana.cambios, "StatusBar", "Lucida Console"),
       rango(ventana.cambios),
-      cmd_buscar{"cmd_buscar", "S-Record (*.s19)|*.s19|Binario (*.bin)|*.bin"} {
+      cmd_buscar{"cmd_buscar", "S-Record (*.s19)|*.s19|Binario (*.bin)|*.bin"},
+      cfg_pto_serial(link) {
   ventana.BackColor = gris_claro;
   ventana.fija = true;
   ventana.menus = menu.barra();

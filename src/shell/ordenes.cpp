@@ -23,9 +23,12 @@ void abrir_chip(enlace& e) {
   esperar_con_vigilancia(e);
 }
 
+/// The work is done when the chip is closed: a closing that fails does not undo what was said of it.
 void cerrar_chip(enlace& e) {
+  const bool rota = e.corte.interrumpida;
   enviar_comando(e, "D");
   esperar_con_vigilancia(e);
+  e.corte.interrumpida = rota;
 }
 
 }  // namespace

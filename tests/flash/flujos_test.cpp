@@ -143,6 +143,28 @@ TEST_F(flujos, an_erase_error_wins_over_done) {
                   botones::Aceptar, icono::critico}));
 }
 
+TEST_F(flujos, an_erase_that_a_reset_cut_off_is_no_success) {
+  for (const std::uint64_t sondeo : {1u, 2u, 3u}) {
+    cerrar_puerto(e);
+    ASSERT_TRUE(abrir_puerto(e));
+    abrir_chip();
+    plat.cajas.clear();
+    std::ranges::fill(lejos.chip.flash(), std::uint8_t{0});
+    lejos.placa.fallos.reset_en = lejos.placa.tramas() + 7 + sondeo;
+    EXPECT_FALSE(borrar_flash(e));
+    EXPECT_TRUE(e.corte.interrumpida && e.corte.cierre_permitido);
+    EXPECT_EQ(plat.cajas.size(), 1u);
+  }
+}
+
+TEST_F(flujos, a_poll_without_a_status_repeats_the_verdict_before) {
+  lejos.placa.fallos.error_en = lejos.placa.tramas() + 8;
+  std::ranges::fill(lejos.chip.flash(), std::uint8_t{0});
+  EXPECT_TRUE(borrar_flash(e));
+  EXPECT_EQ(lejos.flujo(), habilitacion + " i c c c c c") << "the refused poll says nothing";
+  EXPECT_EQ(std::count(lejos.chip.flash().begin(), lejos.chip.flash().end(), 0xFF), total_flash);
+}
+
 TEST_F(flujos, programming_starts_at_a_whole_group_and_fills_the_last_one) {
   cargar(2, {0xAA, 0xBB, 0xCC, 0xDD, 0xEE});
   borrar_y_programar(e, v, a);

@@ -112,6 +112,14 @@ TEST_F(puerto, settings_are_read_as_far_as_they_go_and_left_alone) {
   }
 }
 
+TEST_F(puerto, settings_that_cannot_be_read_change_nothing) {
+  dir.escribir("SETTINGS.TXT", std::string(2 << 20, 'x'));
+  e.valores.puerto = "COM7";
+  leer_ajustes(e);
+  EXPECT_EQ(e.valores.puerto, "COM7");
+  EXPECT_EQ(plat.cajas.size(), 1u);
+}
+
 TEST_F(puerto, an_empty_settings_file_is_filled_and_a_missing_one_is_not_made) {
   e.valores.puerto = "";
   leer_ajustes(e);

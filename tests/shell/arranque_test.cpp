@@ -60,6 +60,14 @@ TEST_F(arranque, the_window_comes_up_whatever_is_missing) {
   }
 }
 
+TEST_F(arranque, a_garbled_answer_is_told_once) {
+  lejos.placa.fallos.suma_mala_en = 1;
+  Form_Load(f);
+  EXPECT_EQ(textos(), std::vector<std::string>{
+                          "Error en la comunicación, el Cheksum ha fallado, verifique la conexión y el cableado"});
+  EXPECT_TRUE(en_reposo());
+}
+
 TEST_F(arranque, no_ends_the_program_before_the_window) {
   lejos.placa.fallos.muda_desde = 1;
   plat.responder(vbNo);

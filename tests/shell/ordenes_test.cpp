@@ -115,12 +115,23 @@ TEST_F(ordenes, flash_commands_are_refused_while_a_load_runs) {
   EXPECT_TRUE(lejos.comandos.empty());
 }
 
-/// Erase and programming, broken off at each of their frames by silence, a hang-up and a RESET flood.
+TEST_F(ordenes, a_failed_closing_does_not_take_back_what_was_said) {
+  abrir_archivo("ocho.s19", ocho_bytes);
+  plat.cajas.clear();
+  lejos.placa.fallos.cuelga_en = lejos.placa.tramas() + 22;
+  pulsar(3);
+  EXPECT_EQ(lejos.comandos.back(), "D");
+  EXPECT_EQ(textos(), std::vector<std::string>{"¡Ha terminado de grabar!"});
+  EXPECT_TRUE(en_reposo());
+}
+
+/// Erase and programming, broken off at each of their frames by silence, a lost or cut reply, RESET signals, refusals,
+/// and a status that says nothing. What is announced as done is done.
 TEST_F(ordenes, every_way_out_of_a_broken_command_leads_to_an_idle_window) {
   abrir_archivo("ocho.s19", ocho_bytes);
   for (const int boton : {2, 3}) {
     for (std::uint64_t n = 1; n <= (boton == 2 ? 12u : 21u); ++n) {
-      for (const int falta : {0, 1, 2}) {
+      for (const int falta : {0, 1, 2, 3, 4, 5}) {
         for (const respuesta_caja respuesta : {vbCancel, vbYes}) {
           SCOPED_TRACE(testing::Message()
                        << "button " << boton << " frame " << n << " fault " << falta << " answer " << respuesta);
@@ -132,6 +143,10 @@ TEST_F(ordenes, every_way_out_of_a_broken_command_leads_to_an_idle_window) {
           if (falta == 0) lejos.placa.fallos.muda_desde = trama;
           if (falta == 1) lejos.placa.fallos.calla_en = trama;
           if (falta == 2) lejos.placa.fallos.reset_en = trama, lejos.placa.fallos.reset_repetido = 3;
+          if (falta == 3) lejos.placa.fallos.reset_en = trama;
+          if (falta == 4) lejos.placa.fallos.error_en = trama;
+          if (falta == 5) lejos.placa.fallos.cortada_en = trama, lejos.placa.fallos.cortada_tras = 3;
+          std::ranges::fill(lejos.chip.flash(), std::uint8_t{0});
           plat.responder(respuesta);
           if (respuesta == vbYes && falta == 0) plat.responder(vbCancel);
           pulsar(boton);
@@ -141,6 +156,9 @@ TEST_F(ordenes, every_way_out_of_a_broken_command_leads_to_an_idle_window) {
           EXPECT_EQ(std::ranges::count(cajas, interrumpida), interrumpido ? 1 : 0);
           EXPECT_TRUE(!interrumpido || cajas.back() == interrumpida) << "and nothing is said behind it";
           EXPECT_LE(cajas.size(), 5u);
+          const bool borrada = std::ranges::find(cajas, "¡Ha terminado de borrar!") != cajas.end();
+          const bool rechazada = falta == 4 && n == 8;
+          EXPECT_TRUE(!borrada || rechazada || lejos.chip.flash()[0x20000] == 0xFF) << "a false word";
         }
       }
     }

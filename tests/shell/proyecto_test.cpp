@@ -49,6 +49,14 @@ TEST_F(proyecto, the_same_project_is_read_anew_on_yes) {
   EXPECT_TRUE(v.dir_max == 0x107 && v.buffer_salida[0x104] == 5 && v.buffer_salida[0x105] == 0xFF);
 }
 
+TEST_F(proyecto, a_question_that_is_dismissed_changes_nothing) {
+  empezar();
+  abrir_archivo("a.s19", ocho_bytes);
+  plat.responder(vbNinguna);
+  f.menu.men_abrir.Click();
+  EXPECT_TRUE(v.dir_max == 0x107 && !v.ruta_archivo.empty());
+}
+
 TEST_F(proyecto, a_dialog_without_a_name_forgets_the_file_but_not_the_image) {
   empezar();
   abrir_archivo("a.s19", ocho_bytes);

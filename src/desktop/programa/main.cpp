@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <csignal>
 #include <cstdio>
 #include <exception>
 
@@ -13,9 +14,10 @@ int correr(QApplication& aplicacion, morvane::senales& avisos) {
   morvane::programa programa(morvane::directorio_aplicacion());
   avisos.escuchar([&programa] { programa.pedir_fin(); });
   // Later, since the desktop waits for this call to return.
-  QObject::connect(
-      &aplicacion, &QGuiApplication::commitDataRequest, &aplicacion, [&programa] { programa.pedir_fin(); },
-      Qt::QueuedConnection);
+  QObject::connect(&aplicacion, &QGuiApplication::commitDataRequest, &aplicacion, [&programa, &aplicacion] {
+    QMetaObject::invokeMethod(
+        &aplicacion, [&programa] { programa.pedir_fin(); }, Qt::QueuedConnection);
+  });
   programa.empezar();
   return QApplication::exec();
 }
@@ -24,6 +26,8 @@ int correr(QApplication& aplicacion, morvane::senales& avisos) {
 
 int main(int cuantos, char** argumentos) {
   try {
+    // What reads the messages of this program may be gone by the time they are written.
+    std::signal(SIGPIPE, SIG_IGN);
     morvane::senales avisos;
     // The program takes no command line; Qt gets its name alone.
     int uno = cuantos > 0 ? 1 : 0;

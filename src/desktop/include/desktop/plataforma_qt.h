@@ -28,7 +28,7 @@ class plataforma_qt final : public plataforma {
 
   /// Nobody will answer any more: the open box or dialog ends as if its window had been closed, and those that come
   /// later are not shown and end in the same way. What a box had to say then goes to standard error.
-  void abandonar_cajas() { desatendida_ = true; }
+  void abandonar_cajas();
 
  protected:
   void eventos() override;

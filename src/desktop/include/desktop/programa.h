@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <memory>
 
+#include "desktop/otras_ventanas.h"
 #include "desktop/plataforma_qt.h"
 #include "desktop/ventana_qt.h"
 #include "platform/archivos.h"
@@ -38,7 +39,9 @@ class programa {
   plataforma_qt& plat() { return plat_; }
 
  private:
-  bool ocupado() const { return empezando_ || ventana_->ocupada(); }
+  bool ocupado() const { return empezando_ || ventana_->ocupada() || otras_.ocupadas(); }
+  void sincronizar();
+  void avisar_fallo(const std::string& motivo);
   bool puede_cerrarse();
   void despues_de_orden();
   void acabar();
@@ -49,6 +52,7 @@ class programa {
   Variables_grab v_;
   std::unique_ptr<frm_principal> principal_;
   std::unique_ptr<ventana_qt> ventana_;
+  otras_ventanas otras_;
   QTimer fin_;
   bool empezando_ = false;
   /// A request to end that the handlers that are running must return from first.

@@ -63,6 +63,8 @@ struct enlace {
   /// Status byte of the last status reply, and its bits, each 0 or 1.
   std::uint8_t registro_estado = 0;
   std::uint8_t bit_wip = 0, bit_wen = 0, bit_config = 0, bit_wef = 0, bit_fs = 0;
+  /// A status byte other than 0xFF has come since the last send, so the bits are of now.
+  bool estado_reciente = false;
   /// Answer of the last message box as digits: "1" OK, "2" Cancel, "6" Yes, "7" No.
   std::string resultado_msgbox;
 

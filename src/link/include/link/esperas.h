@@ -34,7 +34,8 @@ void spera_resp_Timer(enlace& e);
 /// on: the operation is broken off, or the program is asked to close. Then nothing may be judged or shown.
 bool paso(enlace& e, std::string_view comando);
 
-/// Holds the reception in a fixed-length mode and puts the character mode back on every way out.
+/// Holds the reception in a fixed-length mode and puts the character mode back on every way out. What had come in
+/// before is dropped, since every character counts in such a mode.
 class modo_fijo {
  public:
   modo_fijo(MSComm& serial, int input_len, int r_threshold);

@@ -18,7 +18,8 @@ void cerrar_puerto(enlace& e);
 /// The end of a command: closes the port, and tells the user if the operation was broken off.
 void cerrar_orden(enlace& e);
 
-/// Reads "SETTINGS.TXT". Without the file the settings stay as they are; an empty one gives the defaults and is
+/// Reads "SETTINGS.TXT". Without the file the settings stay as they are, and so they do when it cannot be read,
+/// which the user is told; an empty one gives the defaults and is
 /// written anew; fields that are missing take their defaults.
 void leer_ajustes(enlace& e);
 

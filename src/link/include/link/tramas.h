@@ -19,7 +19,7 @@ std::string suma_comprobacion(std::string_view texto);
 void enviar_comando(enlace& e, std::string_view comando);
 
 /// The same; the frame also goes to `nfile`, CR LF behind it, before it goes to the port. A file that is not open is
-/// passed over.
+/// passed over, and one that takes no more is closed.
 void enviar_comando_log(enlace& e, std::string_view comando, fichero& nfile);
 
 /// True if the last two characters of `trama`, which is what stood between STX and ETX, are the checksum of all before

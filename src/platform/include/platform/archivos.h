@@ -55,6 +55,9 @@ class archivos {
   /// the middle leaves one or the other. Only where the very last step fails, bringing the folder to the disk, does the
   /// new content stand there after an error.
   error_archivo guardar(std::string_view nombre, std::string_view contenido) const;
+  /// Adds `texto` behind what the file holds, in one write, on a line of its own; a missing file is made. After an
+  /// error the file is as long as it was.
+  error_archivo anadir_linea(std::string_view nombre, std::string_view texto) const;
   /// Opens a file for writing; `escribir` empties or creates it, `anadir` and `leer` need one that exists.
   error_archivo abrir(std::string_view nombre, modo como, fichero& destino) const;
 

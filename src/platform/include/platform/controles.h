@@ -53,6 +53,17 @@ struct TextBox : control {
   const Label* const etiqueta;
 };
 
+/// A text box with a list to choose from. What the user types only changes `Text`; `Click` is called when an entry of
+/// the list was chosen and stands in `Text`.
+struct ComboBox : control {
+  ComboBox(contador_cambios& cambios, std::string nombre, std::vector<std::string> lista, lugar donde,
+           const Label* etiqueta);
+  propiedad<std::string> Text;
+  const std::vector<std::string> List;
+  const Label* const etiqueta;
+  evento Click;
+};
+
 struct CommandButton : control {
   CommandButton(contador_cambios& cambios, std::string nombre, std::string texto, lugar donde);
   propiedad<std::string> Caption;
@@ -132,7 +143,8 @@ struct Menu {
 
 struct Frame;
 
-using cualquier_control = std::variant<Label*, TextBox*, CommandButton*, ProgressBar*, Toolbar*, StatusBar*, Frame*>;
+using cualquier_control =
+    std::variant<Label*, TextBox*, ComboBox*, CommandButton*, ProgressBar*, Toolbar*, StatusBar*, Frame*>;
 
 /// A panel with a caption. Its controls stand relative to it and show with it.
 struct Frame : control {
@@ -155,8 +167,18 @@ struct Form {
   const int ScaleWidth, ScaleHeight;
   color BackColor = 0xFFFFFF;
   bool fija = false;
+  /// Called by `Show` before the window appears, once for each time that it is loaded.
+  evento Load;
+  propiedad<bool> Visible;
+  /// Goes up whenever the window is to come to the front.
+  propiedad<int> llamadas;
   std::vector<Menu*> menus;
   std::vector<cualquier_control> Controls;
+
+  /// Shows the window without blocking the others. A window that is shown already only comes to the front, as it is.
+  void Show();
+  /// Takes the window off the screen, as when the user closes it; the next `Show` loads it anew.
+  void Unload();
 };
 
 /// The open dialog. `Filter` holds pairs of a description and a pattern, all parted by "|".

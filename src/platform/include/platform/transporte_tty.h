@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
 
 #include "platform/transporte.h"
@@ -34,6 +35,8 @@ class transporte_tty final : public transporte {
   std::filesystem::path dispositivo(int numero) const;
   /// Why the last `abrir` failed, in one English line for standard error; empty after a success.
   const std::string& motivo() const { return motivo_; }
+  /// Told the same at once, if set.
+  std::function<void(const std::string& motivo)> al_fallar;
 
  private:
   bool falla(const std::string& que);

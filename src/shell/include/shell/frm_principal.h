@@ -7,6 +7,7 @@
 #include "image/variables_grab.h"
 #include "link/enlace.h"
 #include "platform/controles.h"
+#include "shell/frm_cfg_pto_serial.h"
 
 namespace morvane {
 
@@ -58,6 +59,14 @@ struct frm_principal {
   StatusBar estado;
   panel_rango rango;
   CommonDialog cmd_buscar;
+
+  frm_cfg_pto_serial cfg_pto_serial;
+  /// The windows beside this one.
+  std::vector<Form*> otras_ventanas() { return {&cfg_pto_serial.ventana}; }
+
+  /// Paths of the last files: slots 1 to 10 are the list, 11 and 12 only what a file edited by hand puts there, 0 is
+  /// never used. An empty slot ends the list.
+  std::array<std::string, 13> historial;
 
   /// Handlers that are running a command or a load, nested ones included.
   int ordenes = 0;

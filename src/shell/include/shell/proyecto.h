@@ -17,6 +17,16 @@ void cargar_proyecto(frm_principal& f, std::string_view extension);
 /// Puts a shortened path into the first panel of the status bar: its first three characters, "...", and its tail.
 void mostrar_ruta(frm_principal& f, std::string_view ruta);
 
+/// True if a command or a load runs; the user has then been told to wait for its end.
+bool rechazada_por_orden(frm_principal& f);
+
+/// Position, from 1, at which the shown tail of a path of `largo` characters begins: 1 below `corte` characters, else
+/// its distance from `visible`, and 1 where that is 0.
+std::size_t inicio_de_cola(std::size_t largo, std::size_t corte, std::size_t visible);
+
+/// The first three characters of a path, "...", and `cola` characters from position `inicio`.
+std::string ruta_abreviada(std::string_view ruta, std::size_t inicio, std::size_t cola);
+
 /// The last three characters of a path without surrounding blanks, in upper case.
 std::string extension_de(std::string_view ruta);
 

@@ -1,0 +1,66 @@
+#include "image/cargar_bin.h"
+
+#include <optional>
+
+#include "fallo_carga.h"
+#include "platform/lector_lineas.h"
+
+namespace morvane {
+
+namespace {
+
+/// Characters of a line, its end not counted.
+constexpr std::uint64_t maximo_linea = 252;
+
+constexpr std::string_view en_lugar_del_final = "..";
+
+/// Stores the bytes of a binary file one behind the other.
+class cargador_bin {
+ public:
+  explicit cargador_bin(Variables_grab& v) : v_(v) {}
+
+  /// Gives what is wrong with the line, as text for the user; then part of it may be stored.
+  std::optional<std::string> linea(const lector_lineas::linea& texto) {
+    if (texto.largo > maximo_linea) {
+      return "tiene " + std::to_string(texto.largo) + " caracteres y el máximo es " + std::to_string(maximo_linea);
+    }
+    if (indice_bytes_ + static_cast<std::int64_t>(texto.largo + en_lugar_del_final.size()) > total_celdas) {
+      return "el archivo no cabe en la memoria";
+    }
+    for (const char c : texto.texto) poner_byte_bin(c);
+    for (const char c : en_lugar_del_final) poner_byte_bin(c);
+    return std::nullopt;
+  }
+
+ private:
+  void poner_byte_bin(char c) { poner_byte(v_, indice_bytes_++, static_cast<std::uint8_t>(c)); }
+
+  Variables_grab& v_;
+  std::int32_t indice_bytes_ = 0;
+};
+
+std::optional<std::string> leer_lineas(plataforma& plat, Variables_grab& v) {
+  lector_lineas lector;
+  if (!lector.abrir(v.ruta_archivo, lector_lineas::finales::cr)) return fallo_de_archivo(lector.motivo());
+  cargador_bin cargador(v);
+  lector_lineas::linea linea;
+  plat.DoEvents();
+  for (std::uint64_t numero = 1; lector.siguiente(linea); ++numero) {
+    if (const auto motivo = cargador.linea(linea)) return fallo_de_linea(numero, *motivo);
+    plat.DoEvents();
+  }
+  if (lector.fallo()) return fallo_de_archivo(lector.motivo());
+  return std::nullopt;
+}
+
+}  // namespace
+
+void cargar_bin(plataforma& plat, Variables_grab& v) {
+  v.dir_max = 0;
+  const auto fallo = leer_lineas(plat, v);
+  if (!fallo) return;
+  desechar_carga(v);
+  avisar_fallo_carga(plat, v, *fallo);
+}
+
+}  // namespace morvane

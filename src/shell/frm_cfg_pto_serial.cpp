@@ -1,0 +1,47 @@
+#include "shell/frm_cfg_pto_serial.h"
+
+#include "link/puerto.h"
+
+namespace morvane {
+
+namespace {
+
+constexpr int ancho_ventana = 4800, alto_ventana = 2310;
+constexpr color gris_claro = 0xE0E0E0;
+
+void guardar_si_abre(enlace& e) {
+  if (!abrir_puerto(e)) return;
+  guardar_ajustes(e);
+  cerrar_puerto(e);
+}
+
+}  // namespace
+
+frm_cfg_pto_serial::frm_cfg_pto_serial(enlace& e)
+    : ventana("frm_cfg_pto_serial", "Opciones del puerto serial", ancho_ventana, alto_ventana),
+      Label1(ventana.cambios, "Label1", "Velocidad de transmisión", {240, 285, 2400, 285}),
+      Label2(ventana.cambios, "Label2", "Puerto serie", {240, 885, 2400, 285}),
+      cmb_s_velocity(ventana.cambios, "cmb_s_velocity",
+                     {"110", "1200", "2400", "4800", "9600", "19200", "28800", "57600", "115200"},
+                     {2760, 240, 1800, 375}, &Label1),
+      cmb_s_puerto(ventana.cambios, "cmb_s_puerto", {"COM1", "COM2", "COM3", "COM4", "COM5"}, {2760, 840, 1800, 375},
+                   &Label2),
+      btn_guardar(ventana.cambios, "btn_guardar", "Guardar", {1560, 1620, 1440, 450}),
+      btn_salir(ventana.cambios, "btn_salir", "Salir", {3120, 1620, 1440, 450}) {
+  ventana.BackColor = gris_claro;
+  ventana.fija = true;
+  ventana.Controls = {&Label1, &cmb_s_velocity, &Label2, &cmb_s_puerto, &btn_guardar, &btn_salir};
+  cmb_s_velocity.Text = "57600";
+  cmb_s_puerto.Text = "COM1";
+  ventana.Load = [this, &e] {
+    leer_ajustes(e);
+    cmb_s_velocity.Text = e.valores.velocidad;
+    cmb_s_puerto.Text = e.valores.puerto;
+  };
+  cmb_s_velocity.Click = [this, &e] { e.valores.velocidad = cmb_s_velocity.Text; };
+  cmb_s_puerto.Click = [this, &e] { e.valores.puerto = cmb_s_puerto.Text; };
+  btn_guardar.Click = [&e] { guardar_si_abre(e); };
+  btn_salir.Click = [this] { ventana.Unload(); };
+}
+
+}  // namespace morvane

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "link/enlace.h"
+#include "platform/controles.h"
+
+namespace morvane {
+
+/// The window in which the user chooses port and speed. Each time that it loads, it reads the settings file anew. A
+/// choice from a list is in force at once; typed text reaches nothing. Saving needs the port to open with the choice.
+struct frm_cfg_pto_serial {
+  /// `e` must outlive the window.
+  explicit frm_cfg_pto_serial(enlace& e);
+  frm_cfg_pto_serial(const frm_cfg_pto_serial&) = delete;
+  frm_cfg_pto_serial& operator=(const frm_cfg_pto_serial&) = delete;
+
+  Form ventana;
+  Label Label1, Label2;
+  ComboBox cmb_s_velocity, cmb_s_puerto;
+  CommandButton btn_guardar, btn_salir;
+};
+
+}  // namespace morvane
