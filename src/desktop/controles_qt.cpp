@@ -1,5 +1,6 @@
 #include <QComboBox>
 #include <QGroupBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
@@ -48,6 +49,26 @@ void hacer(QWidget& padre, TextBox& origen, taller& t) {
                    [&origen](const QString& texto) { origen.Text = texto.toStdString(); });
 }
 
+/// Enter in the text of a combo box would choose the entry that was typed; but what is typed chooses nothing.
+class sin_retorno final : public QObject {
+ public:
+  using QObject::QObject;
+
+ protected:
+  bool eventFilter(QObject* /*quien*/, QEvent* suceso) override {
+    if (suceso->type() != QEvent::KeyPress) return false;
+    const int tecla = static_cast<QKeyEvent*>(suceso)->key();
+    return tecla == Qt::Key_Return || tecla == Qt::Key_Enter;
+  }
+};
+
+void poner_texto(QComboBox& destino, const QString& texto) {
+  if (destino.currentText() == texto) return;
+  const int entrada = destino.findText(texto, Qt::MatchExactly | Qt::MatchCaseSensitive);
+  destino.setCurrentIndex(entrada);
+  destino.setEditText(texto);
+}
+
 void hacer(QWidget& padre, ComboBox& origen, taller& t) {
   auto* destino = new QComboBox(&padre);
   destino->setEditable(true);
@@ -56,15 +77,11 @@ void hacer(QWidget& padre, ComboBox& origen, taller& t) {
   mantener(destino, origen, t);
   etiquetar(padre, destino, origen.etiqueta, origen.Name);
   for (const std::string& entrada : origen.List) destino->addItem(qt(entrada));
-  t.al_cambiar([destino, &origen] {
-    const QString texto = qt(origen.Text);
-    if (destino->currentText() != texto) destino->setEditText(texto);
-  });
+  destino->lineEdit()->installEventFilter(new sin_retorno(destino));
+  t.al_cambiar([destino, &origen] { poner_texto(*destino, qt(origen.Text)); });
   QObject::connect(destino->lineEdit(), &QLineEdit::textEdited, destino,
                    [&origen](const QString& texto) { origen.Text = texto.toStdString(); });
-  // Enter in the text field raises this as well; only an entry that was chosen counts.
-  QObject::connect(destino, &QComboBox::activated, destino, [&origen, destino, atender = t.atender](int cual) {
-    if (destino->itemText(cual) != destino->currentText()) return;
+  QObject::connect(destino, &QComboBox::activated, destino, [&origen, destino, atender = t.atender] {
     origen.Text = destino->currentText().toStdString();
     atender(origen.Click);
   });
