@@ -1,6 +1,5 @@
 #include <QComboBox>
 #include <QGroupBox>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
@@ -49,18 +48,12 @@ void hacer(QWidget& padre, TextBox& origen, taller& t) {
                    [&origen](const QString& texto) { origen.Text = texto.toStdString(); });
 }
 
-/// Enter in the text of a combo box would choose the entry that was typed; but what is typed chooses nothing.
-class sin_retorno final : public QObject {
- public:
-  using QObject::QObject;
-
- protected:
-  bool eventFilter(QObject* /*quien*/, QEvent* suceso) override {
-    if (suceso->type() != QEvent::KeyPress) return false;
-    const int tecla = static_cast<QKeyEvent*>(suceso)->key();
-    return tecla == Qt::Key_Return || tecla == Qt::Key_Enter;
-  }
-};
+/// A combo box takes a typed text that equals an entry for a choice, on Enter and when the focus leaves. Here what is
+/// typed chooses nothing.
+void no_elegir_por_texto(QComboBox& combo) {
+  QObject::disconnect(combo.lineEdit(), &QLineEdit::returnPressed, &combo, nullptr);
+  QObject::disconnect(combo.lineEdit(), &QLineEdit::editingFinished, &combo, nullptr);
+}
 
 void poner_texto(QComboBox& destino, const QString& texto) {
   if (destino.currentText() == texto) return;
@@ -77,7 +70,7 @@ void hacer(QWidget& padre, ComboBox& origen, taller& t) {
   mantener(destino, origen, t);
   etiquetar(padre, destino, origen.etiqueta, origen.Name);
   for (const std::string& entrada : origen.List) destino->addItem(qt(entrada));
-  destino->lineEdit()->installEventFilter(new sin_retorno(destino));
+  no_elegir_por_texto(*destino);
   t.al_cambiar([destino, &origen] { poner_texto(*destino, qt(origen.Text)); });
   QObject::connect(destino->lineEdit(), &QLineEdit::textEdited, destino,
                    [&origen](const QString& texto) { origen.Text = texto.toStdString(); });

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QComboBox>
 #include <QGroupBox>
 #include <QKeyEvent>
 #include <QLabel>
@@ -29,6 +30,7 @@ struct muestra {
   Frame marco{c, "fra_rango", "Rango de lectura", {2100, 1080, 5265, 1875}};
   Label rotulo{c, "Label1", "Dirección desde:", {240, 420, 1800, 285}};
   TextBox caja{c, "txt_desde", {2100, 375, 1440, 360}, &rotulo};
+  ComboBox combo{c, "cmb_s_velocity", {"4800", "9600", "19200"}, {2100, 1300, 1440, 360}, &rotulo};
   CommandButton boton{c, "btn_leer", "", {3840, 375, 1185, 840}};
   ProgressBar avance{c, "Progress", 0, 24};
   StatusBar estado{c, "StatusBar", "Lucida Console"};
@@ -41,7 +43,7 @@ struct muestra {
     for (const char* ayuda : {"Abrir", "Borrar Flash", "Programar dispositivo"}) barra.anadir("abrir", ayuda);
     boton.ToolTipText = "Leer";
     boton.Picture = "leer";
-    marco.Controls = {&rotulo, &caja, &boton};
+    marco.Controls = {&rotulo, &caja, &combo, &boton};
     estado.anadir(Panel::estilo::texto, 5550);
     estado.anadir(Panel::estilo::texto, 2565).encima = &avance;
     estado.anadir(Panel::estilo::hora, 1350);
@@ -118,6 +120,27 @@ TEST_F(ventana_qt_test, typed_text_is_stored_at_once) {
     QApplication::sendEvent(&caja, &tecla);
   }
   EXPECT_EQ(m.caja.Text.valor(), "1A");
+}
+
+TEST_F(ventana_qt_test, typed_text_chooses_no_entry_of_a_combo_box) {
+  auto& combo = hijo<QComboBox>("cmb_s_velocity");
+  std::string elegidos;
+  m.combo.Click = [&] { elegidos += m.combo.Text.valor() + " "; };
+  m.combo.Text = "4800";
+  v.sincronizar();
+  combo.lineEdit()->selectAll();
+  for (const QString texto : {"9", "6", "0", "0", "\r"}) {
+    const int codigo = texto == "\r" ? int{Qt::Key_Return} : int{texto[0].unicode()};
+    QKeyEvent tecla(QEvent::KeyPress, codigo, Qt::NoModifier, texto);
+    QApplication::sendEvent(combo.lineEdit(), &tecla);
+  }
+  QFocusEvent fuera(QEvent::FocusOut);
+  QApplication::sendEvent(combo.lineEdit(), &fuera);
+  EXPECT_EQ(m.combo.Text.valor(), "9600");
+  EXPECT_EQ(elegidos, "");
+  QKeyEvent flecha(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier);
+  QApplication::sendEvent(&combo, &flecha);
+  EXPECT_EQ(elegidos, "9600 ");
 }
 
 TEST_F(ventana_qt_test, a_handler_that_throws_is_reported_and_goes_no_further) {
