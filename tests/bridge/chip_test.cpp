@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include <algorithm>
 
 #include "banco.h"
@@ -7,140 +5,62 @@
 namespace puente {
 namespace {
 
-std::string estado(banco& b) {
-  return b.manda("c").substr(2, 2);
-}
-
-struct paso {
-  const char *comando, *contenido;
+struct caso {
+  std::string guion;
+  void (*prepara)(chip&) = [](chip&) {};
 };
 
-void recorre(banco& b, std::initializer_list<paso> pasos) {
-  int n = 0;
-  for (const paso& p : pasos) EXPECT_EQ(b.manda(p.comando), banco::en_trama(p.contenido)) << ++n << ' ' << p.comando;
-}
+const std::string ff16(32, 'F');
 
-TEST(Chip, BorraYGrabaComoElFlujo) {
-  banco b;
-  b.c.flash()[0x3FFFF] = 0;
-  recorre(b, {{"A", "0"},   {"a", "0"},
-              {"c", "002"}, {"d2E", "0"},
-              {"c", "020"}, {"a", "0"},
-              {"c", "022"}, {"i", "0"},
-              {"c", "021"}, {"c", "021"},
-              {"c", "021"}, {"c", "020"},
-              {"a", "0"},   {"c", "022"},
-              {"d2E", "0"}, {"c", "020"},
-              {"a", "0"},   {"g000000FFFFAABB", "0"},
-              {"a", "0"},   {"g000004CCDDEEFF", "0"},
-              {"D", "0"}});
-  EXPECT_EQ(b.c.flash()[2], 0xAA);
-  EXPECT_EQ(b.c.flash()[6], 0xEE);
-  EXPECT_EQ(b.c.flash()[0x3FFFF], 0xFF);
-}
+const caso casos[] = {
+    // what the program does
+    {"A a c=002 d2E c=020 a c=022 i c=021 c=021 c=021 c=020 a c=022 d2E c=020 a g000000FFFFAABB a g000004CCDDEEFF "
+     "e00000009=0FFFFAABBCCDDEEFFFF e03FFFF01=0FF D",
+     [](chip& c) { c.flash()[0x3FFFF] = 0; }},
+    // each write uses up the permission, and needs the configuration
+    {"A a d2E a d2E c=020 d2E=6 a g00000000000000 c=020 g00000400000000=6 a i c=020 i=6 e00000004=0FFFFFFFF",
+     [](chip& c) { c.sondeos_de_borrado = 0; }},
+    {"A a g00000000000000=6 i=6 c=002 e00000004=0FFFFFFFF"},
+    // bits only go down, and only within the flash
+    {"A a d2E a g0000000FF0AA55 a g000000F0FF0FFF e00000004=000F00A55"},
+    {"A a d2E a g04000000000000=9 g00000100000000=9 gFFFFFC00000000=9 c=022"},
+    // an erase answers status readings only, as many as it lasts, and a new opening cuts it off
+    {"A a d2E a i a=6 d2E=6 e00000020=6 C000000007FFF=6 g00000000000000=6 i=6 c=021 c=020 a",
+     [](chip& c) { c.sondeos_de_borrado = 1; }},
+    {"A a d2E a i c=021 A c=000 e00FFFF02=0FF00",
+     [](chip& c) { c.sondeos_de_borrado = 4, std::ranges::fill(c.flash(), 0); }},
+    {"A a d2E a j c=7 D A c=000"},
+    // protection counts from the opening on, until an erase
+    {"A a d2E a g000414FFFF4AC8 c=020 e00041404=0FFFF4AC8 D A c=080 e00041404=6 C000000000000=6 a d2E a "
+     "g00000000000000=6 c=0A2 i c=020 e00041404=0FFFFFFFF D A c=000",
+     [](chip& c) { c.sondeos_de_borrado = 0; }},
+    // defects
+    {"A a d2E a i c=021 c=060 e00000701=012",
+     [](chip& c) { c.falla_borrado = true, c.sondeos_de_borrado = 1, c.flash()[7] = 0x12; }},
+    {"A a c=000", [](chip& c) { c.falla_permiso = true; }},
+    {"A a d2E c=000", [](chip& c) { c.falla_config = true; }},
+    {"A c=0FF", [](chip& c) { c.mudo = true; }},
+    // reading
+    {"A e001A2002=00AFF e03FFFE04=0FF00FFFF e04000001=0FF eFFFFFF01=0FF e00000080=9 e00000000=9",
+     [](chip& c) { c.flash()[0x1A20] = 0x0A, c.flash()[0x3FFFF] = 0; }},
+    {"A e0000007F=0" + std::string(254, 'F')},
+    // sums of one byte, a short range, a block
+    {"A C000000000000=0FF000000FF C000000000400=0FF00003FCFF C000000000FFF=0FF0000FF000"},
+    {"A C000000001000=0" + ff16 + "FF000FF0FF C03C000007FFF=0" + ff16 + "FF007F8000"},
+    {"A C040000007FFF=0" + ff16 + "FF007F8000 CFFFFFFFFFFFF=0" + ff16 + "FFFF000000"},
+    {"A C000000000000=07F0000007F C000000007FFF=07F" + ff16.substr(2) + "7F007F7F80",
+     [](chip& c) { c.flash()[0] = 0x7F; }},
+    {"A C000000000400=00000003FC00 C0000000003FF=0FF00003FC00", [](chip& c) { c.flash()[0x400] = 0; }},
+    {"A C000000007FFF=0" + ff16 + "FE007F7FFF", [](chip& c) { c.flash()[0x7FFF] = 0xFE, c.flash()[0x8000] = 0; }},
+    {"A C038000007FFF=0" + ff16 + "00007F7F01", [](chip& c) { c.flash()[0x3FFFF] = 0; }},
+};
 
-TEST(Chip, CadaEscrituraGastaElPermiso) {
-  for (const char* comando : {"d2E", "g00000000000000", "i"}) {
+TEST(Chip, Guiones) {
+  for (const caso& x : casos) {
     banco b;
-    b.c.sondeos_de_borrado = 0;
-    b.habilita();
-    EXPECT_EQ(b.manda(comando), bien) << comando;
-    EXPECT_EQ(estado(b), "20") << comando;
-    EXPECT_EQ(b.manda(comando), banco::en_trama("6")) << comando;
+    x.prepara(b.c);
+    b.recorre(x.guion);
   }
-}
-
-TEST(Chip, SinConfiguracionNoSeGrabaNiSeBorra) {
-  banco b;
-  recorre(b, {{"A", "0"}, {"a", "0"}, {"g00000000000000", "6"}, {"i", "6"}, {"c", "002"}});
-  EXPECT_EQ(b.c.cambios(), 0U);
-}
-
-TEST(Chip, LosBitsSoloBajan) {
-  banco b;
-  b.habilita();
-  recorre(b, {{"g0000000FF0AA55", "0"}, {"a", "0"}, {"g000000F0FF0FFF", "0"}, {"e00000004", "000F00A55"}});
-}
-
-TEST(Chip, ElBorradoOcupaHastaSuUltimoSondeo) {
-  for (const int sondeos : {0, 1, 53, 1000}) {
-    banco b;
-    b.c.sondeos_de_borrado = sondeos;
-    b.c.flash()[0x3FFFF] = 0;
-    b.habilita();
-    b.manda("i");
-    int ocupados = 0;
-    while (ocupados < 2000 && estado(b) == "21") ++ocupados;
-    EXPECT_EQ(ocupados, sondeos);
-    EXPECT_EQ(b.c.flash()[0x3FFFF], 0xFF) << sondeos;
-  }
-}
-
-TEST(Chip, MientrasBorraSoloContestaElEstado) {
-  banco b;
-  b.habilita();
-  recorre(b,
-          {{"i", "0"}, {"a", "6"}, {"d2E", "6"}, {"e00000020", "6"}, {"C000000007FFF", "6"}, {"i", "6"}, {"c", "021"}});
-}
-
-TEST(Chip, UnReinicioCortaElBorradoDondeEsta) {
-  banco b;
-  std::ranges::fill(b.c.flash(), 0);
-  b.c.sondeos_de_borrado = 4;
-  b.habilita();
-  recorre(b, {{"i", "0"}, {"c", "021"}, {"A", "0"}, {"c", "000"}});
-  EXPECT_EQ(std::ranges::count(b.c.flash(), 0xFF), chip::tamano / 4);
-}
-
-TEST(Chip, UnBorradoFallidoDejaLaFlashYLoDice) {
-  banco b;
-  b.c.falla_borrado = true;
-  b.c.sondeos_de_borrado = 1;
-  b.c.flash()[7] = 0x12;
-  b.habilita();
-  recorre(b, {{"i", "0"}, {"c", "021"}, {"c", "060"}, {"e00000701", "012"}});
-}
-
-TEST(Chip, LaProteccionRigeDesdeLaAperturaYElBorradoLaQuita) {
-  banco b;
-  b.c.sondeos_de_borrado = 0;
-  b.habilita();
-  recorre(b, {{"g000414FFFF4AC8", "0"},
-              {"c", "020"},
-              {"e00041404", "0FFFF4AC8"},
-              {"D", "0"},
-              {"A", "0"},
-              {"c", "080"},
-              {"e00041404", "6"},
-              {"C000000000000", "6"},
-              {"a", "0"},
-              {"d2E", "0"},
-              {"a", "0"},
-              {"g00000000000000", "6"},
-              {"c", "0A2"},
-              {"i", "0"},
-              {"c", "020"},
-              {"e00041404", "0FFFFFFFF"},
-              {"D", "0"},
-              {"A", "0"},
-              {"c", "000"}});
-}
-
-TEST(Chip, ElResetCierraElEzPort) {
-  banco b;
-  b.habilita();
-  recorre(b, {{"j", "0"}, {"c", "7"}, {"D", "0"}, {"A", "0"}, {"c", "000"}});
-}
-
-TEST(Chip, Averias) {
-  banco b;
-  b.c.falla_permiso = true;
-  recorre(b, {{"A", "0"}, {"a", "0"}, {"c", "000"}});
-  b.c.falla_permiso = false;
-  b.c.falla_config = true;
-  recorre(b, {{"a", "0"}, {"d2E", "0"}, {"c", "000"}});
-  b.c.mudo = true;
-  recorre(b, {{"c", "0FF"}});
 }
 
 }  // namespace
