@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -39,13 +38,7 @@ struct banco {
     }
   }
 
-  static std::string en_trama(const std::string& texto) {
-    unsigned s = 0;
-    for (const char k : texto) s += static_cast<unsigned char>(k);
-    char digitos[3];
-    std::snprintf(digitos, sizeof digitos, "%02X", s % 256);
-    return "\x02" + texto + digitos + "\x03";
-  }
+  static std::string en_trama(const std::string& texto) { return "\x02" + texto + suma(texto) + "\x03"; }
 
   chip c;
   placa p;

@@ -37,7 +37,7 @@ class ArchivosPosix : public testing::Test {
 TEST_F(ArchivosPosix, NombresDelSistemaYDelAnfitrion) {
   carpeta.escribir("settings.Txt", "1");
   carpeta.escribir("unidades/c/datos/TORVAX/Memoria.txt", "2");
-  carpeta.escribir("Ñ.txt", "");
+  for (const char* nombre : {"Ñ.txt", "uno.TXT", "UNO.txt", "Uno.Txt"}) carpeta.escribir(nombre, "");
   poner_estorbos();
   const std::pair<std::string, const char*> casos[] = {
       {propio("SETTINGS.TXT"), "settings.Txt"},
@@ -45,6 +45,7 @@ TEST_F(ArchivosPosix, NombresDelSistemaYDelAnfitrion) {
       {ruta("SETTINGS.txt").string(), "settings.Txt"},
       {propio("Ñ.TXT"), "Ñ.txt"},
       {propio("ñ.TXT"), ""},
+      {propio("UNO.TXT"), "UNO.txt"},
       {propio("SETTINGS.TX"), ""},
       {propio("CARPETA"), ""},
       {propio("colgado"), ""},

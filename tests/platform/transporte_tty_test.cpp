@@ -135,6 +135,8 @@ TEST_F(TransporteTty, UnaLineaColgadaSeDaPorPerdidaAlLeerYAlEscribir) {
   pareja otra;
   enlazar(2, otra.esclavo());
   ASSERT_TRUE(linea.abrir(2, {}));
+  EXPECT_EQ(linea.leer(trozo), 0U);
+  EXPECT_FALSE(linea.perdido());
   otra.colgar();
   EXPECT_EQ(linea.leer(trozo), 0U);
   EXPECT_TRUE(linea.perdido());
