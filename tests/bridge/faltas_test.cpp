@@ -97,10 +97,10 @@ TEST(Ritmo, AVelocidadRealNiLasTramasNiElRedondeoSeAcumulan) {
   instante cuando{0};
   b.p.traza = [&](char direccion, std::string_view, instante t) { cuando = direccion == '<' ? t : cuando; };
   b.p.entra(banco::en_trama("A"), instante{0});
-  b.p.entra(banco::en_trama("e00000020"), instante{100});
-  EXPECT_EQ(b.p.sale(std::chrono::seconds{2}).size(), 74U);
-  // 5 + 13 characters there and 69 back, 173.6 µs each.
-  EXPECT_NEAR(static_cast<double>(cuando.count()), 87 * 173.611, 2);
+  b.p.entra(banco::en_trama("e00000020") + banco::en_trama("c"), instante{100});
+  EXPECT_EQ(b.p.sale(std::chrono::seconds{2}).size(), 81U);
+  // 5 + 13 characters there and 69 + 7 back, 173.6 µs each; the last command comes in while the board still answers.
+  EXPECT_NEAR(static_cast<double>(cuando.count()), 94 * 173.611, 2);
 }
 
 TEST(Ritmo, CerrarLaLineaPierdeLoQueVaDeCamino) {

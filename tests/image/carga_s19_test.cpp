@@ -26,8 +26,9 @@ TEST(carga_s19, all_line_ends_and_types_in_one_file_give_the_same_image) {
   for (const std::string final : {"\r\n", "\r", "\n"}) {
     SCOPED_TRACE(testing::PrintToString(final));
     mundo_carga m;
-    m.cargar("S0030000FC" + final + "S1061000AABBCCB8" + final + final + "S206020000010200" + final +
-             "S30700030000112200");
+    std::string texto;
+    for (const char* linea : {"S0030000FC", "S1061000AABBCCB8", "", "S206020000010200"}) texto.append(linea) += final;
+    m.cargar(texto + "S30700030000112200");
     EXPECT_EQ(m.celdas(0x1000, 4), (bytes{0xAA, 0xBB, 0xCC, 0xFF}));
     EXPECT_EQ(m.celdas(0x20000, 4), (bytes{1, 2, 0xFF, 0xFF}));
     EXPECT_EQ(m.celdas(0x30000, 4), (bytes{0x11, 0x22, 0xFF, 0xFF}));

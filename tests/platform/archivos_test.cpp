@@ -37,7 +37,8 @@ class ArchivosPosix : public testing::Test {
 TEST_F(ArchivosPosix, NombresDelSistemaYDelAnfitrion) {
   carpeta.escribir("settings.Txt", "1");
   carpeta.escribir("unidades/c/datos/TORVAX/Memoria.txt", "2");
-  for (const char* nombre : {"Ñ.txt", "uno.TXT", "UNO.txt", "Uno.Txt"}) carpeta.escribir(nombre, "");
+  for (const char* nombre : {"Ñ.txt", "uno.TXT", "uNO.txt", "Uno.txt", "UNo.txt", "UNO.txt", "UnO.txt", "unO.txt"})
+    carpeta.escribir(nombre, "");
   poner_estorbos();
   const std::pair<std::string, const char*> casos[] = {
       {propio("SETTINGS.TXT"), "settings.Txt"},

@@ -61,7 +61,8 @@ TEST_F(LectorLineas, FinalesAlrededorDelBordeDeUnBloque) {
   for (const std::string final : {"\r", "\r\n", "\n"}) {
     for (std::size_t hasta = 64 * 1024 - 3; hasta <= 64 * 1024 + 1; ++hasta) {
       lineas esperadas{std::string(1000, 'x'), std::string(hasta - 1000 - final.size(), 'y')};
-      const std::string contenido = esperadas[0] + final + esperadas[1] + final;
+      std::string contenido;
+      for (const std::string& una : esperadas) contenido.append(una) += final;
       esperadas[1].resize(lector_lineas::maximo);
       EXPECT_EQ(todas(contenido, finales::cr_o_unix), esperadas) << hasta;
       esperadas.emplace_back("z");

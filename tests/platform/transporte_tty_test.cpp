@@ -61,7 +61,7 @@ class TransporteTty : public testing::Test {
     fs::create_directory(carpeta.ruta() / "puertos");
     enlazar(1, placa.esclavo());
   }
-  ~TransporteTty() override { ::close(testigo); }
+  void TearDown() override { ::close(testigo); }
   void enlazar(int puerto, const fs::path& destino) const {
     fs::create_symlink(destino, carpeta.ruta() / "puertos" / ("COM" + std::to_string(puerto)));
   }
