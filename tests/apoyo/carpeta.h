@@ -26,8 +26,10 @@ class carpeta {
 
   const std::filesystem::path& ruta() const { return ruta_; }
   std::string escribir(const std::string& nombre, const std::string& contenido) const {
-    std::ofstream(ruta_ / nombre, std::ios::binary) << contenido;
-    return (ruta_ / nombre).string();
+    const std::filesystem::path ruta = ruta_ / nombre;
+    std::filesystem::create_directories(ruta.parent_path());
+    std::ofstream(ruta, std::ios::binary) << contenido;
+    return ruta.string();
   }
   std::string leer(const std::string& nombre) const {
     std::ifstream f(ruta_ / nombre, std::ios::binary);

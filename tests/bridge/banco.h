@@ -1,8 +1,9 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
-#include <cstdio>
-#include <initializer_list>
+#include <sstream>
 #include <string>
 #include <string_view>
 
@@ -10,42 +11,39 @@
 
 namespace puente {
 
+/// In literals '<' stands for STX and '>' for ETX.
+inline std::string hilo(std::string texto) {
+  std::ranges::replace(texto, '<', '\x02');
+  std::ranges::replace(texto, '>', '\x03');
+  return texto;
+}
+
 /// A board on a line without a pace, with its own chip.
 struct banco {
   explicit banco(faltas f = {}, ritmo paso = {}) : p(c, paso, f) {}
 
-  /// Sends `crudo` as it stands and takes what is there afterwards.
+  /// Sends `datos` as they stand and takes what is there afterwards.
   std::string crudo(std::string_view datos) {
     p.entra(datos, ahora);
     return p.sale(ahora);
   }
-  /// Frames and sends a command.
   std::string manda(const std::string& comando) { return crudo(en_trama(comando)); }
-  void prepara(std::initializer_list<const char*> comandos) {
-    for (const char* comando : comandos) manda(comando);
+  /// Plays a script: commands with blanks between them, each with "=" and what its reply says if that is not "0".
+  void recorre(const std::string& guion) {
+    std::istringstream pasos(guion);
+    for (std::string paso; pasos >> paso;) {
+      const std::size_t igual = paso.find('=');
+      const std::string contenido = igual == std::string::npos ? "0" : paso.substr(igual + 1);
+      EXPECT_EQ(manda(paso.substr(0, igual)), en_trama(contenido)) << paso << " in " << guion;
+    }
   }
-  /// Opens the chip and leaves it configured, write-enabled.
-  void habilita() { prepara({"A", "a", "d2E", "a"}); }
 
-  static std::string en_trama(const std::string& texto) {
-    unsigned s = 0;
-    for (const char k : texto) s += static_cast<unsigned char>(k);
-    char digitos[3];
-    std::snprintf(digitos, sizeof digitos, "%02X", s % 256);
-    return "\x02" + texto + digitos + "\x03";
-  }
+  static std::string en_trama(const std::string& texto) { return "\x02" + texto + suma(texto) + "\x03"; }
 
   chip c;
   placa p;
   instante ahora{0};
 };
-
-/// In literals '<' stands for STX and '>' for ETX.
-inline std::string hilo(std::string texto) {
-  std::replace(texto.begin(), texto.end(), '<', '\x02');
-  std::replace(texto.begin(), texto.end(), '>', '\x03');
-  return texto;
-}
 
 inline const std::string bien = hilo("<030>");
 

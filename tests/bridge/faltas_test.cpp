@@ -1,168 +1,131 @@
-#include <gtest/gtest.h>
-
-#include <algorithm>
 #include <array>
-#include <functional>
 
 #include "banco.h"
 
 namespace puente {
 namespace {
 
-const std::string estado_cero = banco::en_trama("000");
-
-struct caso {
-  const char* que;
-  std::function<void(faltas&)> pon;
-  /// Replies to "A", "c" and "c".
-  std::array<const char*, 3> respuestas;
-};
-
-const caso casos[] = {
-    {"none", [](faltas&) {}, {"<030>", "<00090>", "<00090>"}},
-    {"silent from", [](faltas& f) { f.muda_desde = 2; }, {"<030>", "", ""}},
-    {"silent once", [](faltas& f) { f.calla_en = 2; }, {"<030>", "", "<00090>"}},
-    {"cut", [](faltas& f) { f.cortada_en = 2, f.cortada_tras = 3; }, {"<030>", "<00", "<00090>"}},
-    {"cut to nothing", [](faltas& f) { f.cortada_en = 2; }, {"<030>", "", "<00090>"}},
-    {"wrong checksum", [](faltas& f) { f.suma_mala_en = 2; }, {"<030>", "<00091>", "<00090>"}},
-    {"error code", [](faltas& f) { f.error_en = 2, f.codigo_error = 'X'; }, {"<030>", "<X58>", "<00090>"}},
-    {"reset", [](faltas& f) { f.reset_en = 2; }, {"<030>", "<1RESETB4>", "<737>"}},
-    {"two resets", [](faltas& f) { f.reset_en = 2, f.reset_repetido = 2; }, {"<030>", "<1RESETB4><1RESETB4>", "<737>"}},
-    {"hang-up", [](faltas& f) { f.cuelga_en = 2; }, {"<030>", "", ""}},
-};
-
+// Replies to a word to program, the fifth frame, and to its first byte read back.
 TEST(Faltas, CadaUnaEnSuTrama) {
-  for (const caso& x : casos) {
-    faltas f;
-    x.pon(f);
+  const std::pair<faltas, std::array<std::string, 2>> casos[] = {
+      {{}, {"<030>", "<0ABB3>"}},
+      {{.muda_desde = 5}, {"", ""}},
+      {{.calla_en = 5}, {"", "<0ABB3>"}},
+      {{.cortada_en = 5, .cortada_tras = 3}, {"<03", "<0ABB3>"}},
+      {{.suma_mala_en = 5}, {"<031>", "<0ABB3>"}},
+      {{.suma_minuscula_en = 6}, {"<030>", "<0ABb3>"}},
+      {{.error_en = 5, .codigo_error = 'X'}, {"<X58>", "<0FFBC>"}},
+      {{.reset_en = 5}, {"<1RESETB4>", "<737>"}},
+      {{.reset_en = 5, .reset_repetido = 2}, {"<1RESETB4><1RESETB4>", "<737>"}},
+      {{.por_mil_sin_grabar = 1000}, {"<030>", "<0FFBC>"}},
+      {{.cuelga_en = 5}, {"", ""}},
+  };
+  for (const auto& [f, respuestas] : casos) {
+    SCOPED_TRACE(respuestas[0] + respuestas[1]);
     banco b(f);
-    const char* comandos[] = {"A", "c", "c"};
-    for (std::size_t i = 0; i < 3; ++i) EXPECT_EQ(b.manda(comandos[i]), hilo(x.respuestas[i])) << x.que << ' ' << i;
-  }
-}
-
-TEST(Faltas, SumaEnMinusculas) {
-  faltas f;
-  f.suma_minuscula_en = 2;
-  banco b(f);
-  b.manda("A");
-  EXPECT_EQ(b.manda("e00000301"), hilo("<0FFbc>"));
-  EXPECT_EQ(b.manda("e00000301"), hilo("<0FFBC>"));
-}
-
-TEST(Faltas, CallaPeroObedeceYMudaNoObedece) {
-  faltas f;
-  f.calla_en = 5;
-  f.muda_desde = 7;
-  banco b(f);
-  b.habilita();
-  EXPECT_EQ(b.manda("g0000001234ABCD"), "");
-  EXPECT_EQ(b.c.flash()[0], 0x12);
-  b.prepara({"a", "g000004000000FF"});
-  EXPECT_EQ(b.c.flash()[4], 0xFF);
-}
-
-TEST(Faltas, UnErrorOUnResetNoEjecutanLaOrden) {
-  for (const bool reset : {false, true}) {
-    faltas f;
-    (reset ? f.reset_en : f.error_en) = 5;
-    banco b(f);
-    b.habilita();
-    b.manda("g00000000000000");
-    EXPECT_EQ(b.c.flash()[0], 0xFF);
-    EXPECT_EQ(b.c.abierto(), !reset);
+    b.recorre("A a d2E a");
+    EXPECT_EQ(b.manda("g000000AB000000"), hilo(respuestas[0]));
+    EXPECT_EQ(b.manda("e00000001"), hilo(respuestas[1]));
+    EXPECT_EQ(b.c.flash()[0], respuestas[1].starts_with("<0AB") ? 0xAB : 0xFF);
+    EXPECT_EQ(b.p.colgada(), f.cuelga_en != 0);
   }
 }
 
 TEST(Faltas, RetrasoYOrdenDeLasRespuestas) {
-  faltas f;
-  f.retrasada_en = 1;
-  f.retraso_ms = 1500;
-  banco b(f);
+  banco b({.retrasada_en = 1, .retraso_ms = 1500});
   EXPECT_EQ(b.manda("A"), "");
   b.ahora = std::chrono::seconds{1};
   EXPECT_EQ(b.manda("c"), "") << "a later reply does not overtake";
   EXPECT_EQ(b.p.proximo(), instante{1'500'000});
   b.ahora = instante{1'500'000};
-  EXPECT_EQ(b.p.sale(b.ahora), bien + estado_cero);
-  EXPECT_EQ(b.manda("c"), estado_cero) << "only that reply was late";
+  EXPECT_EQ(b.p.sale(b.ahora), hilo("<030><00090>"));
+  EXPECT_EQ(b.manda("D"), bien) << "only that reply was late";
   b.p.fallos.retrasa_todas = true;
   EXPECT_EQ(b.manda("c"), "");
 }
 
 TEST(Faltas, Goteo) {
-  faltas f;
-  f.goteo_ms = 10;
-  banco b(f);
+  banco b({.goteo_ms = 10});
   EXPECT_EQ(b.manda("A"), "\x02");
-  b.ahora = instante{39'999};
-  EXPECT_EQ(b.p.sale(b.ahora), "030");
-  b.ahora = instante{40'000};
-  EXPECT_EQ(b.p.sale(b.ahora), "\x03");
+  EXPECT_EQ(b.p.sale(instante{39'999}), "030");
+  EXPECT_EQ(b.p.sale(instante{40'000}), "\x03");
 }
 
 TEST(Faltas, RuidoDeLaSemilla) {
-  const auto con = [](std::uint64_t semilla) {
-    faltas f;
-    f.semilla = semilla;
-    f.ruido = 500;
-    banco b(f);
-    return b.manda("A");
-  };
-  const std::string s = con(7), ruido = s.substr(0, 500);
+  const auto ruidosa = [](std::uint64_t semilla) { return banco({.semilla = semilla, .ruido = 500}).manda("A"); };
+  const std::string s = ruidosa(7);
+  EXPECT_EQ(s.find_first_of("\x02\x03"), 500U);
   EXPECT_EQ(s.substr(500), bien);
-  EXPECT_EQ(ruido.find_first_of("\x02\x03"), std::string::npos);
-  EXPECT_EQ(s, con(7));
-  EXPECT_NE(s, con(8));
-}
-
-TEST(Faltas, PalabrasConfirmadasSinGrabar) {
-  faltas f;
-  f.por_mil_sin_grabar = 250;
-  banco b(f);
-  b.habilita();
-  for (int i = 0; i < 4000; ++i) {
-    char comando[16];
-    std::snprintf(comando, sizeof comando, "g%06X00000000", 4 * i);
-    b.manda("a");
-    ASSERT_EQ(b.manda(comando), bien);
-  }
-  const auto sin_grabar = std::ranges::count(b.c.flash().first(16'000), 0xFF) / 4;
-  EXPECT_GT(sin_grabar, 800);
-  EXPECT_LT(sin_grabar, 1200);
+  EXPECT_EQ(s, ruidosa(7));
+  EXPECT_NE(s, ruidosa(8));
 }
 
 TEST(Faltas, ElBalbuceoVaPorElRelojYNoSeAcumula) {
   for (const bool con_etx : {false, true}) {
-    faltas f;
-    f.balbuceo_desde = 2;
-    f.balbuceo_etx = con_etx;
-    banco b(f);
-    b.manda("A");
-    EXPECT_EQ(b.manda("i"), "");
-    ASSERT_TRUE(b.p.proximo());
-    EXPECT_GT(*b.p.proximo(), b.ahora) << "something is always still to come";
-    b.ahora = std::chrono::milliseconds{100};
-    const std::string s = b.p.sale(b.ahora);
+    banco b({.balbuceo_desde = 1, .balbuceo_etx = con_etx});
+    EXPECT_EQ(b.manda("A"), "");
+    EXPECT_FALSE(b.c.abierto());
+    EXPECT_GT(b.p.proximo(), b.ahora) << "something is always still to come";
+    const std::string s = b.p.sale(std::chrono::milliseconds{100});
     EXPECT_NEAR(static_cast<double>(s.size()), 1152, 12);
     EXPECT_EQ(s.find('\x02'), std::string::npos);
     EXPECT_EQ(s.find('\x03') != std::string::npos, con_etx);
-    b.ahora = std::chrono::hours{1000};
-    EXPECT_LE(b.p.sale(b.ahora).size(), 5000U);
+    EXPECT_LE(b.p.sale(std::chrono::hours{1000}).size(), 5000U);
     b.p.vaciar();
     EXPECT_TRUE(b.p.proximo()) << "closing the line does not cure it";
   }
 }
 
-TEST(Faltas, LaLineaColgadaNoVuelve) {
-  faltas f;
-  f.cuelga_en = 1;
-  banco b(f);
-  b.manda("A");
-  EXPECT_TRUE(b.p.colgada());
+// 10,000 bits a second: a character takes 1 ms.
+constexpr ritmo lento{10'000};
+
+TEST(Ritmo, IdaYVueltaTardanLoSuyo) {
+  banco b({}, lento);
+  b.p.entra(banco::en_trama("A"), instante{500});
+  EXPECT_EQ(b.p.proximo(), instante{1500});
+  EXPECT_EQ(b.p.sale(instante{6499}), "");
+  EXPECT_EQ(b.p.proximo(), instante{6500});
+  EXPECT_EQ(b.p.sale(instante{6500}), "\x02");
+  EXPECT_EQ(b.p.sale(instante{9499}, 1), "0");
+  EXPECT_EQ(b.p.sale(instante{9499}), "3") << "what was left of what had arrived";
+  EXPECT_EQ(b.p.sale(instante{10'500}), hilo("0>"));
   EXPECT_FALSE(b.p.proximo());
+}
+
+TEST(Ritmo, AVelocidadRealNiLasTramasNiElRedondeoSeAcumulan) {
+  banco b({}, ritmo{57'600});
+  instante cuando{0};
+  b.p.traza = [&](char direccion, std::string_view, instante t) { cuando = direccion == '<' ? t : cuando; };
+  b.p.entra(banco::en_trama("A"), instante{0});
+  b.p.entra(banco::en_trama("e00000020") + banco::en_trama("c"), instante{100});
+  EXPECT_EQ(b.p.sale(std::chrono::seconds{2}).size(), 81U);
+  // 5 + 13 characters there and 69 + 7 back, 173.6 µs each; the last command comes in while the board still answers.
+  EXPECT_NEAR(static_cast<double>(cuando.count()), 94 * 173.611, 2);
+}
+
+TEST(Ritmo, CerrarLaLineaPierdeLoQueVaDeCamino) {
+  banco b({}, lento);
+  b.p.entra(hilo("<A4"), instante{0});
+  b.p.sale(instante{4000});
+  b.p.vaciar();
+  b.p.entra(hilo("1>"), instante{5000});
+  EXPECT_EQ(b.p.sale(instante{50'000}), "") << "the half frame went with the line";
+  b.p.entra(banco::en_trama("A"), instante{50'000});
+  b.p.sale(instante{57'000});
+  b.p.vaciar();
+  EXPECT_FALSE(b.p.proximo());
+}
+
+TEST(Ritmo, NadieLeeYLaMemoriaTieneTope) {
+  banco b;
   b.manda("A");
-  EXPECT_EQ(b.p.tramas(), 1U);
+  for (int i = 0; i < 5000; ++i) b.p.entra(banco::en_trama("e00000020"), b.ahora);
+  EXPECT_EQ(b.p.tramas(), 5001U);
+  EXPECT_EQ(b.p.sale(b.ahora).size(), placa::capacidad);
+  EXPECT_EQ(b.manda("A"), bien) << "and the board answers again";
+  banco paso({}, lento);
+  paso.p.entra(std::string(3 * placa::capacidad, 'x'), instante{0});
+  EXPECT_EQ(paso.p.hueco(), 0U);
 }
 
 }  // namespace

@@ -12,6 +12,8 @@
 
 namespace morvane {
 
+using bytes = std::vector<std::uint8_t>;
+
 /// What a load works on, in the state after the start of the program.
 struct mundo_carga {
   mundo_carga() { limpiar_buffer_salida(v); }
@@ -22,14 +24,18 @@ struct mundo_carga {
     cargar_s19(plat, v, a);
   }
   void cargar(const std::string& contenido) { cargar_archivo(carpeta.escribir("programa.s19", contenido)); }
-
-  std::vector<std::uint8_t> celdas(std::size_t dir, std::size_t cuantas) const {
-    const auto desde = v.buffer_salida.begin() + static_cast<std::ptrdiff_t>(dir);
-    return {desde, desde + static_cast<std::ptrdiff_t>(cuantas)};
+  /// Loads one record alone, with the address that its type announces.
+  std::optional<std::string> registro(std::string_view linea) {
+    return cargar_registro_s(v, linea, linea.size(), static_cast<std::uint8_t>((linea[1] - '0') * 2 + 2));
   }
-  bool borrada() const { return std::count(v.buffer_salida.begin(), v.buffer_salida.end(), 0xFF) == total_celdas; }
-  auto marcas() const { return total_celdas - std::count(v.mascara_salida.begin(), v.mascara_salida.end(), 0); }
-  bool marcada(std::size_t dir) const { return v.mascara_salida.at(dir) != 0; }
+
+  bytes celdas(long dir, std::size_t cuantas) const {
+    return {v.buffer_salida.begin() + dir, v.buffer_salida.begin() + dir + static_cast<long>(cuantas)};
+  }
+  bool borrada() const { return std::ranges::count(v.buffer_salida, 0xFF) == total_celdas; }
+  auto marcas(long desde = 0, long hasta = total_celdas) const {
+    return hasta - desde - std::count(v.mascara_salida.begin() + desde, v.mascara_salida.begin() + hasta, 0);
+  }
 
   apoyo::carpeta carpeta;
   gemelo plat;

@@ -4,83 +4,69 @@
 
 #include <vector>
 
+#include "platform/transporte.h"
+
 namespace morvane {
 namespace {
 
-TEST(Texto, HexSeRellenaPeroNoSeCorta) {
-  struct caso {
-    std::uint32_t valor;
-    std::size_t ancho;
-    const char* texto;
-  };
-  for (const caso& c : {caso{0, 1, "0"}, caso{0, 0, "0"}, caso{0xA, 2, "0A"}, caso{0x3FFFF, 6, "03FFFF"},
-                        caso{0xFFFFFFFF, 2, "FFFFFFFF"}, caso{1, 10, "0000000001"}}) {
-    EXPECT_EQ(hex(c.valor, c.ancho), c.texto);
-    std::string cola = "x";
-    anadir_hex(cola, c.valor, c.ancho);
-    EXPECT_EQ(cola, std::string("x") + c.texto);
-  }
-}
-
-TEST(Texto, ValorHexAcabaEnElPrimerCaracterAjeno) {
-  struct caso {
-    const char* texto;
-    std::uint32_t valor;
-  };
-  for (const caso& c :
-       {caso{"", 0}, caso{"g1", 0}, caso{"1g", 1}, caso{"fF", 0xFF}, caso{"12345678", 0x12345678}, caso{" 1", 0},
-        caso{"A12345678", 0x12345678}, caso{"00000000000000FF", 0xFF}, caso{"-1", 0}, caso{"0x10", 0}}) {
-    EXPECT_EQ(valor_hex(c.texto), c.valor) << c.texto;
-  }
+TEST(Texto, Hexadecimal) {
+  const std::tuple<std::uint32_t, std::size_t, const char*> escritos[] = {
+      {0, 1, "0"},          {0, 0, "0"}, {0xA, 2, "0A"}, {0x3FFFF, 6, "03FFFF"}, {0xFFFFFFFF, 2, "FFFFFFFF"},
+      {1, 10, "0000000001"}};
+  for (const auto& [valor, ancho, texto] : escritos) EXPECT_EQ(hex(valor, ancho), texto);
+  const std::pair<const char*, std::uint32_t> leidos[] = {
+      {"", 0}, {"g1", 0}, {"1g", 1}, {"fF", 0xFF}, {" 1", 0}, {"0x10", 0}, {"A12345678", 0x12345678}};
+  for (const auto& [texto, valor] : leidos) EXPECT_EQ(valor_hex(texto), valor) << texto;
   for (const char ajeno : {'/', ':', '@', 'G', '`', 'g', '\0', '\xC3'}) EXPECT_EQ(digito_hex(ajeno), -1);
 }
 
-TEST(Texto, MayusculasDejaLoQueNoEsAscii) {
+TEST(Texto, MayusculasYBlancos) {
   EXPECT_EQ(mayusculas("com1 ñandú {`z"), "COM1 ñANDú {`Z");
   EXPECT_EQ(sin_blancos("  a b  "), "a b");
   EXPECT_EQ(sin_blancos("   "), "");
 }
 
-struct caso_utf8 {
-  std::string_view texto;
-  std::vector<std::string_view> caracteres;
-};
-
-const std::vector<caso_utf8>& casos_utf8() {
-  static const std::vector<caso_utf8> casos = {
-      {"", {}},
-      {"añ€😀z", {"a", "ñ", "€", "😀", "z"}},
-      {std::string_view("ñ").substr(0, 1), {"\xC3"}},                  // cut off
-      {"\xE2\x82x", {"\xE2", "\x82", "x"}},                            // cut off in mid-text
-      {"\xF0\x9F\x98", {"\xF0", "\x9F", "\x98"}},                      // cut off before the last byte
-      {"\xC0\xAF\xC1\xBF", {"\xC0", "\xAF", "\xC1", "\xBF"}},          // overlong, two bytes
-      {"\xE0\x9F\xBF", {"\xE0", "\x9F", "\xBF"}},                      // overlong, three bytes
-      {"\xF0\x8F\xBF\xBF", {"\xF0", "\x8F", "\xBF", "\xBF"}},          // overlong, four bytes
-      {"\xED\xA0\x80", {"\xED", "\xA0", "\x80"}},                      // surrogate
-      {"\xF4\x90\x80\x80", {"\xF4", "\x90", "\x80", "\x80"}},          // beyond the last code point
-      {"\xF4\x8F\xBF\xBF\xFF", {"\xF4\x8F\xBF\xBF", "\xFF"}},          // the last one
-      {"\xED\x9F\xBF\xEE\x80\x80", {"\xED\x9F\xBF", "\xEE\x80\x80"}},  // beside the surrogates
-  };
-  return casos;
-}
-
 TEST(Texto, CadaCaracterSaleEnteroYCadaByteSuelto) {
-  for (const caso_utf8& c : casos_utf8()) {
-    EXPECT_EQ(longitud(c.texto), c.caracteres.size());
-    std::string juntos;
-    for (std::size_t i = 0; i < c.caracteres.size(); ++i) {
-      EXPECT_EQ(trozo(c.texto, i + 1, 1), c.caracteres[i]);
-      juntos += trozo(c.texto, i + 1, 1);
-    }
-    EXPECT_EQ(juntos, c.texto);
+  const std::vector<std::string> casos[] = {
+      {"a", "ñ", "€", "😀", "z"},
+      {"\xC3"},                          // cut off
+      {"\xE2", "\x82", "x"},             // cut off in mid-text
+      {"\xF0", "\x9F", "\x98"},          // cut off before the last byte
+      {"\xC0", "\xAF", "\xC1", "\xBF"},  // overlong, two bytes
+      {"\xE0", "\x9F", "\xBF"},          // overlong, three bytes
+      {"\xF0", "\x8F", "\xBF", "\xBF"},  // overlong, four bytes
+      {"\xED", "\xA0", "\x80"},          // surrogate
+      {"\xF4", "\x90", "\x80", "\x80"},  // beyond the last code point
+      {"\xF4\x8F\xBF\xBF", "\xFF"},      // the last one
+      {"\xED\x9F\xBF", "\xEE\x80\x80"},  // beside the surrogates
+  };
+  for (const auto& caracteres : casos) {
+    std::string texto;
+    for (const std::string& c : caracteres) texto += c;
+    EXPECT_EQ(longitud(texto), caracteres.size()) << texto;
+    for (std::size_t i = 0; i < caracteres.size(); ++i) EXPECT_EQ(trozo(texto, i + 1, 1), caracteres[i]) << texto;
   }
-}
-
-TEST(Texto, TrozoFueraDelTexto) {
-  EXPECT_EQ(trozo("añb", 2, 100), "ñb");
   EXPECT_EQ(trozo("añb", 2, std::string_view::npos), "ñb");
   EXPECT_EQ(trozo("añb", 4, 1), "");
   EXPECT_EQ(trozo("añb", 1, 0), "");
+}
+
+TEST(ParametrosLinea, Validos) {
+  const std::pair<const char*, parametros_linea> casos[] = {
+      {"57600n81", {57600, 'n', 8, 2}},      {"57600,N,8,1", {57600, 'n', 8, 2}}, {"28800e72", {28800, 'e', 7, 4}},
+      {"9600, o, 7, 1,", {9600, 'o', 7, 2}}, {" 50,m,,5,1.5 ", {50, 'm', 5, 3}},  {"4000000S82", {4000000, 's', 8, 4}},
+  };
+  for (const auto& [texto, linea] : casos) EXPECT_EQ(leer_parametros(texto), linea) << texto;
+}
+
+TEST(ParametrosLinea, Absurdos) {
+  for (const char* texto : {"",          ",",          "n81",        "57600",          "57600n",
+                            "57600n8",   "57600x81",   "57600n91",   "57600n41",       "57600n80",
+                            "57600n83",  "57600n811",  "57600n81x",  "57600n81.5",     "57600n52",
+                            "-57600n81", "+57600n81",  "49n81",      "4000001n81",     "99999999999n81",
+                            "57 600n81", "57600.0n81", "57600\tn81", "57600n8\xC2\xB9"}) {
+    EXPECT_FALSE(leer_parametros(texto).has_value()) << texto;
+  }
 }
 
 }  // namespace
