@@ -129,6 +129,7 @@ TEST_F(ArchivosPosix, LineasSegunElModo) {
 
 TEST_F(ArchivosPosix, DiscoLlenoDejaElArchivoViejoEnteroYUnaLineaLoDice) {
   carpeta.escribir("SETTINGS.TXT", "viejo");
+  carpeta.escribir("MENU.TXT", std::string(90, 'v'));
   fichero f;
   ASSERT_EQ(disco.abrir(propio("memoria.txt"), modo::escribir, f), 0);
   std::signal(SIGXFSZ, SIG_IGN);
@@ -137,12 +138,19 @@ TEST_F(ArchivosPosix, DiscoLlenoDejaElArchivoViejoEnteroYUnaLineaLoDice) {
   const rlimit tope{100, de_antes.rlim_max};
   ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &tope), 0);
   const error_archivo error = disco.guardar(propio("SETTINGS.TXT"), std::string(101, 'n'));
+  const error_archivo demasiado = disco.anadir_linea(propio("menu.txt"), std::string(9, 'n'));
+  const std::string tras_el_fallo = carpeta.leer("MENU.TXT");
+  const error_archivo justo = disco.anadir_linea(propio("menu.txt"), std::string(8, 'n'));
   const bool primera = f.linea("123"), segunda = f.linea(std::string(94, 'n'));
   ::setrlimit(RLIMIT_FSIZE, &de_antes);
   EXPECT_EQ(error, EFBIG);
+  EXPECT_EQ(demasiado, ENOSPC);
+  EXPECT_EQ(tras_el_fallo, std::string(90, 'v')) << "half a line would be read as a path";
+  EXPECT_EQ(justo, 0);
+  EXPECT_EQ(carpeta.leer("MENU.TXT"), std::string(90, 'v') + "\r\n" + std::string(8, 'n'));
   EXPECT_TRUE(primera && !segunda);
   EXPECT_EQ(carpeta.leer("SETTINGS.TXT"), "viejo");
-  EXPECT_EQ(cuantos(), 2);
+  EXPECT_EQ(cuantos(), 3);
 }
 
 }  // namespace
