@@ -14,8 +14,8 @@ namespace {
 
 void mantener(QWidget* destino, control& origen, taller& t) {
   destino->setObjectName(qt(origen.Name));
-  if (origen.sitio != lugar{}) destino->setGeometry(t.px(origen.sitio));
-  t.al_cambiar([destino, &origen] {
+  t.al_cambiar([destino, &origen, t] {
+    if (origen.sitio.valor() != lugar{}) destino->setGeometry(t.px(origen.sitio));
     destino->setVisible(origen.Visible);
     destino->setEnabled(origen.Enabled);
   });

@@ -3,10 +3,19 @@
 namespace morvane {
 
 control::control(contador_cambios& cambios, std::string nombre, lugar donde)
-    : Name(std::move(nombre)), sitio(donde), Visible(cambios, true), Enabled(cambios, true) {}
+    : Name(std::move(nombre)), sitio(cambios, donde), Visible(cambios, true), Enabled(cambios, true) {}
 
 Label::Label(contador_cambios& cambios, std::string nombre, std::string texto, lugar donde)
     : control(cambios, std::move(nombre), donde), Caption(cambios, std::move(texto)) {}
+
+PictureBox::PictureBox(contador_cambios& cambios, std::string nombre, std::string imagen, lugar donde)
+    : control(cambios, std::move(nombre), donde), Picture(std::move(imagen)) {}
+
+Line::Line(contador_cambios& cambios, std::string nombre, lugar donde, color tono)
+    : control(cambios, std::move(nombre), donde), BorderColor(tono) {}
+
+ListBox::ListBox(contador_cambios& cambios, std::string nombre, lugar donde, letra tipo)
+    : control(cambios, std::move(nombre), donde), Font(std::move(tipo)), List(cambios) {}
 
 TextBox::TextBox(contador_cambios& cambios, std::string nombre, lugar donde, const Label* titulo)
     : control(cambios, std::move(nombre), donde), Text(cambios), etiqueta(titulo) {}

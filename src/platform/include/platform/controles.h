@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -33,7 +34,7 @@ struct control {
   control& operator=(const control&) = delete;
 
   const std::string Name;
-  const lugar sitio;
+  propiedad<lugar> sitio;
   propiedad<bool> Visible;
   propiedad<bool> Enabled;
 
@@ -41,9 +42,46 @@ struct control {
   ~control() = default;
 };
 
+/// A font by name and size in points. An empty name stands for the desktop's own font.
+struct letra {
+  std::string nombre;
+  double puntos = 0;
+};
+
 struct Label : control {
   Label(contador_cambios& cambios, std::string nombre, std::string texto, lugar donde);
   propiedad<std::string> Caption;
+  /// Nothing stands for the colour of what the label stands on.
+  std::optional<color> BackColor;
+  letra Font;
+};
+
+/// A picture of the program, by name.
+struct PictureBox : control {
+  PictureBox(contador_cambios& cambios, std::string nombre, std::string imagen, lugar donde);
+  const std::string Picture;
+};
+
+/// A line that parts two areas, along the upper edge of its place.
+struct Line : control {
+  Line(contador_cambios& cambios, std::string nombre, lugar donde, color tono);
+  const color BorderColor;
+};
+
+/// The rows of a list, each made when it is asked for. They never change: other contents are other rows.
+class filas {
+ public:
+  virtual ~filas() = default;
+  virtual std::size_t cuantas() const = 0;
+  /// The text of row `indice`, below `cuantas()`.
+  virtual std::string texto(std::size_t indice) const = 0;
+};
+
+struct ListBox : control {
+  ListBox(contador_cambios& cambios, std::string nombre, lugar donde, letra tipo);
+  const letra Font;
+  /// Null when the list is empty.
+  propiedad<std::shared_ptr<const filas>> List;
 };
 
 struct TextBox : control {
@@ -143,8 +181,8 @@ struct Menu {
 
 struct Frame;
 
-using cualquier_control =
-    std::variant<Label*, TextBox*, ComboBox*, CommandButton*, ProgressBar*, Toolbar*, StatusBar*, Frame*>;
+using cualquier_control = std::variant<Label*, PictureBox*, Line*, ListBox*, TextBox*, ComboBox*, CommandButton*,
+                                       ProgressBar*, Toolbar*, StatusBar*, Frame*>;
 
 /// A panel with a caption. Its controls stand relative to it and show with it.
 struct Frame : control {
@@ -173,7 +211,12 @@ struct Form {
   /// Goes up whenever the window is to come to the front.
   propiedad<int> llamadas;
   std::vector<Menu*> menus;
+  /// The entries of the context menu of the window's surface.
+  std::vector<Menu*> contextual;
   std::vector<cualquier_control> Controls;
+  /// Called when the size of a window that is not `fija` has changed, and once when it appears, with the size of the
+  /// whole window, its frame included, in twips.
+  std::function<void(int ancho, int alto)> Resize;
 
   /// Shows the window without blocking the others. A window that is shown already only comes to the front, as it is.
   void Show();
