@@ -21,6 +21,14 @@ void conectar_menu(frm_principal& f) {
   f.menu.men_salir.Click = [&f] { men_salir_Click(f); };
   f.menu.men_pto_s.Click = [&f] { f.cfg_pto_serial.ventana.Show(); };
   f.menu.men_borrar_t.Click = [&f] { men_borrar_t_Click(f); };
+  f.menu.men_verific_t.Click = [&f] { men_verific_t_Click(f); };
+  f.menu.men_verifi_t.Click = [&f] { men_verifi_t_Click(f); };
+  f.menu.mn_verifi_t_f.Click = [&f] { mn_verifi_t_f_Click(f); };
+  f.menu.men_reset.Click = [&f] { men_reset_Click(f); };
+  f.menu.men_proteger_f.Click = [&f] { men_proteger_f_Click(f); };
+  f.menu.men_leer_ft.Click = [&f] { men_leer_ft_Click(f); };
+  f.menu.men_leer_fr.Click = [&f] { men_leer_fr_Click(f); };
+  f.rango.btn_leer.Click = [&f] { btn_leer_Click(f); };
   f.menu.men_prog_t.Click = [&f] {
     if (hay_programa(f)) men_prog_t_Click(f);
   };
@@ -95,6 +103,12 @@ void Toolbar_ButtonClick(frm_principal& f, int indice) {
       break;
     case 3:
       if (hay_programa(f)) men_prog_t_Click(f);
+      break;
+    case 4:
+      mn_verifi_t_f_Click(f);
+      break;
+    case 5:
+      men_reset_Click(f);
       break;
     case 6:
       f.progreso.cancelar = true;

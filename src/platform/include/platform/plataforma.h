@@ -13,11 +13,9 @@ namespace morvane {
 /// Something that has to be looked after once in every pass of the event pump, such as a serial control.
 class fuente_eventos {
  public:
+  virtual ~fuente_eventos() = default;
   /// One bounded piece of work. It never waits.
   virtual void atender() = 0;
-
- protected:
-  ~fuente_eventos() = default;
 };
 
 /// What the system asks of the machine and the desktop that it runs on. All calls come from one thread.
