@@ -6,6 +6,7 @@
 
 #include "platform/caja.h"
 #include "platform/controles.h"
+#include "platform/registro.h"
 #include "platform/reloj.h"
 
 namespace morvane {
@@ -43,6 +44,9 @@ class plataforma {
 
   /// Shows the open dialog. Returns the path of the file in the host's own form, or an empty text if none was chosen.
   virtual std::string ShowOpen(const CommonDialog& dialogo) = 0;
+
+  /// The host's registry and programs.
+  virtual anfitrion& maquina() = 0;
 
   /// Ends the program at once, without closing or saving anything.
   [[noreturn]] virtual void terminar() = 0;
