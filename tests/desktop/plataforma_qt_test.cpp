@@ -2,13 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <QAbstractButton>
-#include <QFileDialog>
-#include <QKeyEvent>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QTemporaryDir>
-#include <QTimer>
+#include <QtWidgets>
 #include <set>
 
 #include "aplicacion.h"
@@ -52,13 +46,12 @@ TEST_F(plataforma_qt_test, a_box_shows_what_it_is_given_as_plain_text) {
 }
 
 TEST_F(plataforma_qt_test, each_key_gives_its_answer_and_no_other_and_closing_gives_none) {
-  struct caso {
+  const struct {
     botones teclas;
     int tecla;
     const char* texto;
     respuesta_caja respuesta;
-  };
-  const caso casos[] = {
+  } casos[] = {
       {botones::Aceptar, Qt::Key_Return, "\r", vbOK},
       {botones::Aceptar, Qt::Key_Escape, "", vbOK},
       {botones::AceptarCancelar, Qt::Key_Escape, "", vbCancel},
@@ -69,7 +62,7 @@ TEST_F(plataforma_qt_test, each_key_gives_its_answer_and_no_other_and_closing_gi
       {botones::SiNo, Qt::Key_Escape, "", vbNinguna},
   };
   const auto cerrar = [] { QApplication::activeModalWidget()->close(); };
-  for (const caso& c : casos) {
+  for (const auto& c : casos) {
     const auto teclear = [&] {
       pulsar(c.tecla, c.texto);
       EXPECT_EQ(QApplication::activeModalWidget() != nullptr, c.respuesta == vbNinguna);

@@ -2,10 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <QAction>
-#include <QTemporaryDir>
-#include <QTimer>
-#include <QToolButton>
+#include <QtWidgets>
 #include <fstream>
 
 #include "aplicacion.h"
@@ -81,20 +78,6 @@ TEST_F(programa_test, closed_under_a_command_the_window_stays_until_it_has_retur
     const orden_en_curso orden(p.principal());
     p.ventana().close();
   });
-}
-
-TEST_F(programa_test, all_controls_of_the_main_window_have_names) {
-  for (const QAction* accion : p.ventana().findChildren<QAction*>()) {
-    if (accion->objectName().isEmpty() || accion->isSeparator()) continue;
-    EXPECT_FALSE(accion->text().isEmpty()) << accion->objectName().toStdString();
-  }
-  int vistos = 0;
-  for (const QWidget* control : p.ventana().centralWidget()->findChildren<QWidget*>()) {
-    if (control->focusPolicy() == Qt::NoFocus) continue;
-    ++vistos;
-    EXPECT_FALSE(control->accessibleName().isEmpty()) << control->objectName().toStdString();
-  }
-  EXPECT_GE(vistos, 10);
 }
 
 TEST(directorio_test, a_user_gets_a_writable_copy_once) {
