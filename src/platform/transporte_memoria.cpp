@@ -4,12 +4,21 @@
 
 namespace morvane {
 
+namespace {
+
+/// Characters that may have come in while the line was closed.
+constexpr std::size_t lo_que_cabia = 4096;
+
+}  // namespace
+
 bool transporte_memoria::abrir(int numero, const parametros_linea& linea) {
   if (!existe(numero) || ocupado) return false;
   parametros_ = linea;
   abierta_ = true;
   ++aperturas;
   otro_.abierta();
+  // What had come in before is nobody's any more; bounded, since the far end may never stop.
+  otro_.entregar(lo_que_cabia, plat_.ahora());
   return true;
 }
 
