@@ -18,4 +18,8 @@ void limpiar_buffer_salida(Variables_grab& v) {
   std::fill(v.buffer_salida.begin(), v.buffer_salida.end(), std::uint8_t{0xFF});
 }
 
+void limpiar_buffer_entrada(Variables_grab& v) {
+  std::fill(v.buffer_entrada.begin(), v.buffer_entrada.end(), std::uint8_t{0});
+}
+
 }  // namespace morvane

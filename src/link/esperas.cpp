@@ -139,6 +139,7 @@ void esperar(enlace& e, bandera b, Pausa pausa) {
     pausa();
     v.pasar();
   } while (!v.fin() && !e.tiempo_agotado);
+  if (!v.fin()) e.corte.sin_respuesta = true;
   if (e.repetidas > 0) recoger_repetidas(e);
 }
 

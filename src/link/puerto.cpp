@@ -44,7 +44,10 @@ void cerrar_puerto(enlace& e) {
 
 void cerrar_orden(enlace& e) {
   cerrar_puerto(e);
-  if (!e.corte.interrumpida || e.peticiones_cierre > 0) return;
+  if (!e.corte.interrumpida && !e.corte.sin_respuesta) return;
+  // What an earlier Cancel has left would spoil the repetition as well.
+  e.tiempo_agotado = false;
+  if (e.peticiones_cierre > 0) return;
   preguntar(e, {"Atención", "La comunicación se ha interrumpido y la operación no ha terminado. Debe repetirla",
                 botones::Aceptar, icono::critico});
 }

@@ -30,7 +30,7 @@ constexpr std::array<std::string_view, 9> errores_chip = {
     "Error parámetros fuera de rango",
 };
 
-void avisar(enlace& e, caja mensaje) {
+void avisar(enlace& e, const caja& mensaje) {
   preguntar(e, mensaje);
   if (++e.corte.cajas_recepcion > maximo_cajas) interrumpir(e);
 }

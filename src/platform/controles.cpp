@@ -71,7 +71,9 @@ void Form::Show() {
 }
 
 void Form::Unload() {
+  if (!Visible) return;
   Visible = false;
+  if (AlDescargar) AlDescargar();
 }
 
 }  // namespace morvane

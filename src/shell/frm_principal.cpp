@@ -19,8 +19,23 @@ void conectar_menu(frm_principal& f) {
     f.menu.men_dir.at(i).Click = [&f, i] { men_dir_Click(f, i + 1); };
   }
   f.menu.men_salir.Click = [&f] { men_salir_Click(f); };
+  f.menu.men_ver_B_E.Click = [&f] { f.buffer_in.ventana.Show(); };
+  f.menu.men_ver_B_S.Click = [&f] { f.buffer_out.ventana.Show(); };
+  f.menu.men_acerca.Click = [&f] { f.about.ventana.Show(); };
+  f.men_acerca_contextual.Click = f.menu.men_acerca.Click;
+  for (Menu* entrada : {&f.men_comparar, &f.buffer_in.men_comparar, &f.buffer_out.men_comparar}) {
+    entrada->Click = [&f] { mostrar_comparacion(f); };
+  }
   f.menu.men_pto_s.Click = [&f] { f.cfg_pto_serial.ventana.Show(); };
   f.menu.men_borrar_t.Click = [&f] { men_borrar_t_Click(f); };
+  f.menu.men_verific_t.Click = [&f] { men_verific_t_Click(f); };
+  f.menu.men_verifi_t.Click = [&f] { men_verifi_t_Click(f); };
+  f.menu.mn_verifi_t_f.Click = [&f] { mn_verifi_t_f_Click(f); };
+  f.menu.men_reset.Click = [&f] { men_reset_Click(f); };
+  f.menu.men_proteger_f.Click = [&f] { men_proteger_f_Click(f); };
+  f.menu.men_leer_ft.Click = [&f] { men_leer_ft_Click(f); };
+  f.menu.men_leer_fr.Click = [&f] { men_leer_fr_Click(f); };
+  f.rango.btn_leer.Click = [&f] { btn_leer_Click(f); };
   f.menu.men_prog_t.Click = [&f] {
     if (hay_programa(f)) men_prog_t_Click(f);
   };
@@ -71,16 +86,33 @@ frm_principal::frm_principal(plataforma& plataforma_, archivos& ficheros, transp
       estado(ventana.cambios, "StatusBar", "Lucida Console"),
       rango(ventana.cambios),
       cmd_buscar{"cmd_buscar", "S-Record (*.s19)|*.s19|Binario (*.bin)|*.bin"},
-      cfg_pto_serial(link) {
+      cfg_pto_serial(link),
+      buffer_out("frm_buffer_out", "Buffer de Salida", 4560,
+                 [this] { return filas_de_volcado(v.buffer_salida, std::int64_t{v.dir_max} + 1); }),
+      buffer_in("frm_buffer_in", "Buffer de Entrada", 4545,
+                [this] { return filas_de_volcado(v.buffer_entrada, std::int64_t{v.dir_fin_lectura} + 1); }),
+      buffer_comp(plataforma_, variables),
+      about(plataforma_),
+      men_comparar(ventana.cambios, "men_comparar", "Comparar los buffer"),
+      men_acerca_contextual(ventana.cambios, "men_acerca_contextual", "&Acerca de...") {
   ventana.BackColor = gris_claro;
   ventana.fija = true;
   ventana.menus = menu.barra();
+  ventana.contextual = {&men_comparar, &men_acerca_contextual};
   progreso.time_ini.Visible = false;
   progreso.time_fin.Visible = false;
   llenar_barra(*this);
   llenar_estado(*this);
   conectar_menu(*this);
   ventana.Controls = {&barra, &rango.fra_rango, &progreso.time_ini, &progreso.time_fin, &estado};
+}
+
+std::vector<Form*> frm_principal::otras_ventanas() {
+  return {&cfg_pto_serial.ventana, &buffer_out.ventana, &buffer_in.ventana, &buffer_comp.ventana, &about.ventana};
+}
+
+void mostrar_comparacion(frm_principal& f) {
+  f.buffer_comp.ventana.Show();
 }
 
 void Toolbar_ButtonClick(frm_principal& f, int indice) {
@@ -95,6 +127,12 @@ void Toolbar_ButtonClick(frm_principal& f, int indice) {
       break;
     case 3:
       if (hay_programa(f)) men_prog_t_Click(f);
+      break;
+    case 4:
+      mn_verifi_t_f_Click(f);
+      break;
+    case 5:
+      men_reset_Click(f);
       break;
     case 6:
       f.progreso.cancelar = true;

@@ -8,9 +8,6 @@
 
 namespace morvane {
 
-namespace {
-
-/// A load must not be disturbed: what it fills is what the commands work on.
 bool rechazada_por_carga(frm_principal& f) {
   if (!f.cargando) return false;
   preguntar(f.link, {"Atención", "Se está cargando un archivo. Espere a que termine la carga", botones::Aceptar,
@@ -30,8 +27,6 @@ void cerrar_chip(enlace& e) {
   esperar_con_vigilancia(e);
   e.corte.interrumpida = rota;
 }
-
-}  // namespace
 
 bool hay_programa(frm_principal& f) {
   if (f.v.dir_max >= 1) return true;

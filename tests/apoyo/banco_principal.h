@@ -1,10 +1,7 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include "apoyo/carpeta.h"
+#include "apoyo/banco.h"
 #include "apoyo/placa_lejos.h"
-#include "platform/gemelo.h"
 #include "shell/frm_principal.h"
 #include "shell/ordenes.h"
 #include "shell/proyecto.h"
@@ -12,13 +9,16 @@
 namespace apoyo {
 
 inline const std::string ajustes_buenos = "\"57600\",\"n\",\"8\",\"1\"\r\n\"COM1\"\r\n";
+inline const std::string ocho_bytes = "S10B01000102030405060708CF\r\nS9030000FC\r\n";
+inline const std::string texto_cargado = "Ha terminado de cargar el archivo";
+inline const std::string texto_en_curso =
+    "Hay una operación en curso. Espere a que termine, o deténgala, antes de abrir un archivo";
 
 /// The whole program without a desktop: the main window on the twin, the simulated board at the end of the line.
-struct banco_principal : testing::Test {
+struct banco_principal : banco<placa_lejos> {
   banco_principal() {
-    std::filesystem::create_directories(dir.ruta() / "unidades/c/Datos/TORVAX-m68k");
+    dir.escribir("unidades/c/Datos/TORVAX-m68k/memoria.txt", "");
     dir.escribir("SETTINGS.TXT", ajustes_buenos);
-    plat.vigilar(lejos);
   }
   void empezar() {
     Form_Load(f);
@@ -30,25 +30,13 @@ struct banco_principal : testing::Test {
     plat.elegir(dir.escribir(nombre, contenido));
     f.menu.men_abrir.Click();
   }
-  std::vector<std::string> textos() const {
-    std::vector<std::string> lista;
-    for (const morvane::caja& c : plat.cajas) lista.push_back(c.texto);
-    return lista;
-  }
   bool en_reposo() const {
     return !f.serial.PortOpen() && f.serial.InputLen() == 1 && f.serial.RThreshold() == 1 &&
            !f.link.spera_resp.Enabled() && f.ordenes == 0;
   }
 
-  carpeta dir;
-  morvane::archivos ficheros{dir.ruta()};
-  morvane::gemelo plat;
-  placa_lejos lejos;
-  morvane::transporte_memoria linea{plat, lejos};
-  morvane::Variables_grab v;
-  morvane::frm_principal f{plat, ficheros, linea, v};
+  Variables_grab v;
+  frm_principal f{plat, ficheros, linea, v};
 };
-
-inline const std::string ocho_bytes = "S10B01000102030405060708CF\r\nS9030000FC\r\n";
 
 }  // namespace apoyo

@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QTimer>
 #include <csignal>
 #include <cstdio>
 #include <exception>
@@ -15,8 +16,7 @@ int correr(QApplication& aplicacion, morvane::senales& avisos) {
   avisos.escuchar([&programa] { programa.pedir_fin(); });
   // Later, since the desktop waits for this call to return.
   QObject::connect(&aplicacion, &QGuiApplication::commitDataRequest, &aplicacion, [&programa, &aplicacion] {
-    QMetaObject::invokeMethod(
-        &aplicacion, [&programa] { programa.pedir_fin(); }, Qt::QueuedConnection);
+    QTimer::singleShot(0, &aplicacion, [&programa] { programa.pedir_fin(); });
   });
   programa.empezar();
   return QApplication::exec();

@@ -20,6 +20,7 @@ class plataforma_qt final : public plataforma {
   std::string hora() const override;
   std::string ShowOpen(const CommonDialog& dialogo) override;
   [[noreturn]] void terminar() override;
+  anfitrion& maquina() override { return maquina_; }
 
   /// Brings all windows up to date; called before each pass and before each box.
   std::function<void()> sincronizar;
@@ -37,6 +38,7 @@ class plataforma_qt final : public plataforma {
  private:
   void esperar_a(QDialog& dialogo);
 
+  anfitrion_posix maquina_;
   bool desatendida_ = false;
 };
 

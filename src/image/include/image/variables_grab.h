@@ -44,4 +44,7 @@ void poner_byte(Variables_grab& v, std::int32_t dir, std::uint8_t valor);
 /// Sets all cells of `buffer_salida` to 0xFF and nothing else.
 void limpiar_buffer_salida(Variables_grab& v);
 
+/// Sets all cells of `buffer_entrada` to 0.
+void limpiar_buffer_entrada(Variables_grab& v);
+
 }  // namespace morvane

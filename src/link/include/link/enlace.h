@@ -25,6 +25,8 @@ struct ajustes {
 struct interrupcion {
   /// The operation is broken off: nothing is sent any more, waits return at once, nothing is judged.
   bool interrumpida = false;
+  /// A wait was given up without a reply of its own, so nothing may be said of the chip.
+  bool sin_respuesta = false;
   /// "A" was answered after the operation was broken off, so that the chip can still be closed with "D".
   bool cierre_permitido = false;
   /// Boxes and RESET signals that the reception has shown in this operation.

@@ -207,6 +207,8 @@ struct Form {
   bool fija = false;
   /// Called by `Show` before the window appears, once for each time that it is loaded.
   evento Load;
+  /// Called when the window has been taken off the screen.
+  evento AlDescargar;
   propiedad<bool> Visible;
   /// Goes up whenever the window is to come to the front.
   propiedad<int> llamadas;

@@ -3,6 +3,7 @@
 #include <deque>
 #include <functional>
 #include <map>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -26,6 +27,29 @@ struct caja_inesperada : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+/// A host by script: what stands in its registry, which programs there are, and which were started.
+class anfitrion_de_guion final : public anfitrion {
+ public:
+  std::optional<std::int32_t> RegOpenKeyExA(std::int32_t raiz, const std::string& nombre,
+                                            std::uint32_t acceso) override;
+  std::optional<valor_registro> RegQueryValueExA(std::int32_t clave, const std::string& nombre,
+                                                 std::size_t cabida) override;
+  void RegCloseKey(std::int32_t clave) override;
+  bool existe(const std::string& ruta) override { return programas.contains(ruta); }
+  bool iniciar(const std::string& ruta) override;
+  std::vector<std::string> programas_de_informacion() override { return del_escritorio; }
+
+  /// Values by key and name, both joined by a "|".
+  std::map<std::string, valor_registro> valores;
+  std::set<std::string> programas;
+  std::vector<std::string> del_escritorio;
+  std::vector<std::string> iniciados;
+  int abiertas = 0;
+
+ private:
+  std::string clave_;
+};
+
 /// A platform by script, with a clock of its own. A pass in which nothing is due moves the clock to the next thing that
 /// is: a running clock, a character on a watched line, an action of the script. Passes with nothing ever due throw
 /// `colgado`, so nothing sleeps and nothing hangs.
@@ -35,6 +59,7 @@ class gemelo final : public plataforma {
   std::string hora() const override;
   std::string ShowOpen(const CommonDialog& dialogo) override;
   [[noreturn]] void terminar() override;
+  anfitrion_de_guion& maquina() override { return maquina_; }
 
   /// Answers for the boxes to come, first come first served. A box with OK alone needs none and takes none
   /// but `vbOK` and `vbNinguna`.
@@ -75,6 +100,7 @@ class gemelo final : public plataforma {
   bool hay_algo_en_la_linea() const;
   bool ejecutar_acciones();
 
+  anfitrion_de_guion maquina_;
   instante ahora_{0};
   std::deque<contestacion> respuestas_;
   std::deque<std::string> rutas_;

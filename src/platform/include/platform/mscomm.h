@@ -26,7 +26,7 @@ class MSComm final : private fuente_eventos {
 
   /// Both must outlive the control.
   MSComm(plataforma& plat, transporte& linea);
-  ~MSComm();
+  ~MSComm() override;
   MSComm(const MSComm&) = delete;
   MSComm& operator=(const MSComm&) = delete;
 

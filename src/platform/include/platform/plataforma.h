@@ -6,6 +6,7 @@
 
 #include "platform/caja.h"
 #include "platform/controles.h"
+#include "platform/registro.h"
 #include "platform/reloj.h"
 
 namespace morvane {
@@ -13,11 +14,9 @@ namespace morvane {
 /// Something that has to be looked after once in every pass of the event pump, such as a serial control.
 class fuente_eventos {
  public:
+  virtual ~fuente_eventos() = default;
   /// One bounded piece of work. It never waits.
   virtual void atender() = 0;
-
- protected:
-  ~fuente_eventos() = default;
 };
 
 /// What the system asks of the machine and the desktop that it runs on. All calls come from one thread.
@@ -45,6 +44,9 @@ class plataforma {
 
   /// Shows the open dialog. Returns the path of the file in the host's own form, or an empty text if none was chosen.
   virtual std::string ShowOpen(const CommonDialog& dialogo) = 0;
+
+  /// The host's registry and programs.
+  virtual anfitrion& maquina() = 0;
 
   /// Ends the program at once, without closing or saving anything.
   [[noreturn]] virtual void terminar() = 0;

@@ -7,6 +7,8 @@
 #include "image/variables_grab.h"
 #include "link/enlace.h"
 #include "platform/controles.h"
+#include "shell/frm_about.h"
+#include "shell/frm_buffer.h"
 #include "shell/frm_cfg_pto_serial.h"
 
 namespace morvane {
@@ -61,8 +63,13 @@ struct frm_principal {
   CommonDialog cmd_buscar;
 
   frm_cfg_pto_serial cfg_pto_serial;
+  frm_buffer buffer_out, buffer_in;
+  frm_buffer_comp buffer_comp;
+  frmAbout about;
+  /// Entries of the context menu of the window's surface.
+  Menu men_comparar, men_acerca_contextual;
   /// The windows beside this one.
-  std::vector<Form*> otras_ventanas() { return {&cfg_pto_serial.ventana}; }
+  std::vector<Form*> otras_ventanas();
 
   /// Paths of the last files: slots 1 to 10 are the list, 11 and 12 only what a file edited by hand puts there, 0 is
   /// never used. An empty slot ends the list.
@@ -89,6 +96,9 @@ class orden_en_curso {
 /// The load event: reads the settings and probes the bridge. The window may be shown when it has returned, whatever the
 /// probe found.
 void Form_Load(frm_principal& f);
+
+/// Shows the window that compares the buffers.
+void mostrar_comparacion(frm_principal& f);
 
 /// A press of the toolbar's button `indice`, 1 to 6. The button stays disabled until its command has ended.
 void Toolbar_ButtonClick(frm_principal& f, int indice);

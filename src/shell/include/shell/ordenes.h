@@ -12,6 +12,28 @@ bool hay_programa(frm_principal& f);
 void men_borrar_t_Click(frm_principal& f);
 void men_prog_t_Click(frm_principal& f);
 
+void men_verific_t_Click(frm_principal& f);
+void mn_verifi_t_f_Click(frm_principal& f);
+void men_verifi_t_Click(frm_principal& f);
+void men_proteger_f_Click(frm_principal& f);
+void men_reset_Click(frm_principal& f);
+
+/// Reads what this run of the program has programmed; with nothing programmed it offers a range instead.
+void men_leer_ft_Click(frm_principal& f);
+
+/// Shows the panel in which a range is typed.
+void men_leer_fr_Click(frm_principal& f);
+
+/// Reads the range of the panel, after correcting it as the panel's boxes then show. An empty box stops it silently.
+void btn_leer_Click(frm_principal& f);
+
+/// True while a load runs, in which case the user has been told to wait: what it fills is what the commands work on.
+bool rechazada_por_carga(frm_principal& f);
+
+/// Send "A" or "D" and wait under the watchdog.
+void abrir_chip(enlace& e);
+void cerrar_chip(enlace& e);
+
 /// Ends the program at once, without a question.
 void men_salir_Click(frm_principal& f);
 

@@ -1,0 +1,18 @@
+#include "flash/proteger.h"
+
+#include "link/esperas.h"
+#include "link/tramas.h"
+
+namespace morvane {
+
+void proteger_flash(enlace& e) {
+  enviar_comando(e, "g000414FFFF4AC8");
+  esperar_datos_rapido(e);
+  if (!paso(e, "D") || !paso(e, "A") || !paso(e, "c") || e.corte.sin_respuesta) return;
+  const bool protegida = e.bit_fs != 0;
+  preguntar(e, {"Atención ocurrió un problema",
+                protegida ? "Se ha protegido la memoria flash!" : "No es posible proteger la memoria flash!",
+                botones::Aceptar, protegida ? icono::informacion : icono::critico});
+}
+
+}  // namespace morvane

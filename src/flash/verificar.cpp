@@ -1,0 +1,184 @@
+#include "flash/verificar.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "flash/bloque.h"
+#include "link/esperas.h"
+#include "link/puerto.h"
+#include "link/tramas.h"
+#include "platform/texto.h"
+
+namespace morvane {
+
+namespace {
+
+/// Nothing: no verdict. Passed before the last block that the loop knows of is `si_hasta_el_tope`.
+enum class veredicto { ninguno, no, si, si_hasta_el_tope };
+
+void decir(enlace& e, const char* texto) {
+  preguntar(e, {"Atención", texto, botones::Aceptar, icono::informacion});
+}
+
+/// Sends a command of the fixed-length modes and gives what came, if it came for this command.
+std::optional<std::string_view> examinar(enlace& e, std::string_view comando) {
+  if (!puede_seguir(e)) return std::nullopt;
+  enviar_comando(e, comando);
+  esperar_datos(e);
+  if (!puede_seguir(e) || e.corte.sin_respuesta) return std::nullopt;
+  return e.respuesta;
+}
+
+/// `cuantos` characters of a reply from position `desde`, counted from 1; fewer where it is shorter.
+std::string_view campo(std::string_view respuesta, std::size_t desde, std::size_t cuantos) {
+  return respuesta.size() < desde ? std::string_view() : respuesta.substr(desde - 1, cuantos);
+}
+
+veredicto bloques_borrados(enlace& e, avance& a) {
+  e.control_serie.InputLen(47);
+  e.control_serie.RThreshold(47);
+  std::int64_t acumulado = 0;
+  for (int i = 0; i < bloques_examinados; ++i) {
+    avanzar_progreso(a, 256, 32, acumulado);
+    const auto respuesta = examinar(e, comando_de_bloque(bytes_examinados * i));
+    if (!respuesta) return veredicto::ninguno;
+    if (campo(*respuesta, 35, 2) != "FF") return veredicto::no;
+  }
+  return veredicto::si;
+}
+
+veredicto examinar_borrado(enlace& e, avance& a) {
+  const auto primera = examinar(e, "C000000000000");
+  if (!primera) return veredicto::ninguno;
+  return campo(*primera, 3, 2) == "FF" ? bloques_borrados(e, a) : veredicto::no;
+}
+
+/// The number in a field of eight digits. A field that is no number breaks the operation off: it says nothing of the
+/// chip.
+std::optional<std::uint32_t> suma_de(enlace& e, std::string_view digitos) {
+  const bool numero = digitos.size() == 8 && std::ranges::all_of(digitos, [](char c) { return digito_hex(c) >= 0; });
+  if (numero) return valor_hex(digitos);
+  interrumpir(e);
+  return std::nullopt;
+}
+
+veredicto comparar_suma(enlace& e, const Variables_grab& v, std::string_view digitos, std::int32_t desde,
+                        std::int32_t cuenta) {
+  const auto suya = suma_de(e, digitos);
+  if (!suya) return veredicto::ninguno;
+  return *suya == valor_hex(suma_rango(v, desde, cuenta)) ? veredicto::si : veredicto::no;
+}
+
+veredicto comparar_bloques(enlace& e, const Variables_grab& v, avance& a) {
+  e.control_serie.RThreshold(47);
+  std::int64_t acumulado = 0;
+  for (int i = 1; i <= bloques_examinados; ++i) {
+    const std::int32_t dir = bytes_examinados * (i - 1);
+    if (dir >= total_flash) break;
+    avanzar_progreso(a, bloques_examinados, i, acumulado);
+    const auto respuesta = examinar(e, comando_de_bloque(dir));
+    if (!respuesta) return veredicto::ninguno;
+    const veredicto este = comparar_suma(e, v, campo(*respuesta, 37, 8), dir, bytes_examinados - 1);
+    if (este != veredicto::si) return este;
+    if (dir + bytes_examinados > v.dir_max) return veredicto::si_hasta_el_tope;
+  }
+  return veredicto::si;
+}
+
+veredicto examinar_sumas(enlace& e, const Variables_grab& v, avance& a) {
+  constexpr std::int32_t cuenta_primera = 0x400;
+  const auto primera = examinar(e, "C000000000400");
+  if (!primera) return veredicto::ninguno;
+  const veredicto este = comparar_suma(e, v, *primera, 0, cuenta_primera);
+  return este == veredicto::si ? comparar_bloques(e, v, a) : este;
+}
+
+bool iguales(const Variables_grab& v, std::string_view respuesta, std::int32_t base) {
+  for (std::int32_t k = 0; k < 16; ++k) {
+    const std::int32_t dir = base + k;
+    if (hay_celda(dir) && v.buffer_salida[static_cast<std::size_t>(dir)] != byte_leido(respuesta, k)) return false;
+  }
+  return true;
+}
+
+bool difieren(enlace& e, avance& a) {
+  preguntar(e, {"Error en verificación", "Los datos no coinciden"});
+  a.Progress.Value = 0;
+  return false;
+}
+
+/// False when the comparison has ended with a difference.
+bool comparar_grupos(enlace& e, const Variables_grab& v, avance& a, std::int32_t hasta) {
+  std::int64_t acumulado = 0;
+  std::int32_t dir = 0;
+  std::string anterior;
+  enviar_comando(e, comando_de_lectura(0, "16"));
+  esperar_datos(e);
+  while (dir < hasta && !a.cancelar && puede_seguir(e) && !e.corte.sin_respuesta) {
+    dir += 16;
+    anterior = e.respuesta;
+    enviar_comando(e, comando_de_lectura(dir, "16"));
+    if (!iguales(v, anterior, dir - 16)) return difieren(e, a);
+    avanzar_progreso(a, hasta, 16, acumulado);
+    esperar_datos(e);
+  }
+  if (dir >= hasta && puede_seguir(e) && !e.corte.sin_respuesta) {
+    preguntar(e, {"Atención", "La verificación ha sido exitosa"});
+  }
+  return true;
+}
+
+}  // namespace
+
+void cerrar_chip_y_puerto(enlace& e) {
+  const interrupcion antes = e.corte;
+  enviar_comando(e, "D");
+  esperar_datos(e);
+  e.corte = antes;
+  cerrar_puerto(e);
+}
+
+void verificar_borrado(enlace& e, avance& a) {
+  veredicto v = veredicto::ninguno;
+  {
+    const modo_fijo modo(e.control_serie, 15, 15);
+    v = examinar_borrado(e, a);
+    if (v == veredicto::no) decir(e, "La Flash contiene datos, no está borrada");
+  }
+  cerrar_chip_y_puerto(e);
+  if (v == veredicto::si) decir(e, "La Flash ha sido verificada, está borrada");
+}
+
+void verificar_sumas(enlace& e, const Variables_grab& v, avance& a) {
+  constexpr const char* correcto = "El programa de la Flash ha sido verificado, está correcto";
+  veredicto este = veredicto::ninguno;
+  {
+    const modo_fijo modo(e.control_serie, 0, 16);
+    este = examinar_sumas(e, v, a);
+    if (este == veredicto::no) decir(e, "El programa contenido en la Flash difiere del cargado en el buffer");
+    if (este == veredicto::si_hasta_el_tope) {
+      a.Progress.Value = a.Progress.Max;
+      decir(e, correcto);
+    }
+  }
+  cerrar_chip_y_puerto(e);
+  if (este == veredicto::si) decir(e, correcto);
+}
+
+void comparar_flash(enlace& e, const Variables_grab& v, avance& a, std::int32_t hasta) {
+  a.time_fin.Text = "";
+  a.time_ini.Text = e.plat.hora();
+  if (!comparar_grupos(e, v, a, hasta)) return;
+  a.Progress.Value = 0;
+  a.cancelar = false;
+}
+
+std::string suma_rango(const Variables_grab& v, std::int32_t desde, std::int32_t cuenta) {
+  std::uint32_t suma = 0;
+  for (std::int64_t dir = desde; dir <= std::int64_t{desde} + cuenta && hay_celda(dir); ++dir) {
+    suma += v.buffer_salida[static_cast<std::size_t>(dir)];
+  }
+  return hex(suma);
+}
+
+}  // namespace morvane

@@ -1,0 +1,79 @@
+#include "image/filas.h"
+
+#include <algorithm>
+#include <string>
+
+#include "platform/texto.h"
+
+namespace morvane {
+
+namespace {
+
+constexpr std::size_t bytes_por_fila = 16;
+
+char visible(std::uint8_t byte) {
+  return byte >= 0x20 && byte <= 0x7E ? static_cast<char>(byte) : '.';
+}
+
+class volcado final : public filas {
+ public:
+  explicit volcado(std::vector<std::uint8_t> bytes) : bytes_(std::move(bytes)) {}
+
+  std::size_t cuantas() const override { return bytes_.size() / bytes_por_fila; }
+
+  std::string texto(std::size_t indice) const override {
+    const std::size_t dir = indice * bytes_por_fila;
+    std::string fila, caracteres;
+    anadir_hex(fila, static_cast<std::uint32_t>(dir), 6);
+    fila += ' ';
+    for (std::size_t i = dir; i < dir + bytes_por_fila; ++i) {
+      fila += ' ';
+      anadir_hex(fila, bytes_[i], 2);
+      caracteres += visible(bytes_[i]);
+    }
+    return fila + "  " + caracteres;
+  }
+
+ private:
+  std::vector<std::uint8_t> bytes_;
+};
+
+struct diferencia {
+  std::int32_t dir;
+  std::uint8_t entrada, salida;
+};
+
+class comparacion final : public filas {
+ public:
+  explicit comparacion(std::vector<diferencia> lista) : lista_(std::move(lista)) {}
+
+  std::size_t cuantas() const override { return lista_.size(); }
+
+  std::string texto(std::size_t indice) const override {
+    const diferencia& d = lista_[indice];
+    const std::string dir = hex(static_cast<std::uint32_t>(d.dir));
+    return std::string(dir.size() < 6 ? 6 - dir.size() : 0, ' ') + dir + "     " + hex(d.entrada) + "   " +
+           hex(d.salida);
+  }
+
+ private:
+  std::vector<diferencia> lista_;
+};
+
+}  // namespace
+
+std::shared_ptr<const filas> filas_de_volcado(const std::vector<std::uint8_t>& buffer, std::int64_t cuantos) {
+  const auto tope = std::clamp<std::int64_t>(cuantos, 0, static_cast<std::int64_t>(buffer.size()));
+  return std::make_shared<volcado>(std::vector(buffer.begin(), buffer.begin() + tope));
+}
+
+std::shared_ptr<const filas> filas_de_comparacion(const Variables_grab& v, std::int32_t tope) {
+  std::vector<diferencia> lista;
+  for (std::int32_t dir = 0; dir <= tope && hay_celda(dir); ++dir) {
+    const auto i = static_cast<std::size_t>(dir);
+    if (v.buffer_entrada[i] != v.buffer_salida[i]) lista.push_back({dir, v.buffer_entrada[i], v.buffer_salida[i]});
+  }
+  return std::make_shared<comparacion>(std::move(lista));
+}
+
+}  // namespace morvane

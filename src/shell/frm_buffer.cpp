@@ -1,0 +1,77 @@
+#include "shell/frm_buffer.h"
+
+#include <cstdlib>
+
+namespace morvane {
+
+namespace {
+
+const letra consola{"Lucida Console", 9.75};
+constexpr color cian = 0x00FFFF, naranja = 0xFFC080, crema = 0xFFE0C0;
+
+void vestir(Label& rotulo, color fondo) {
+  rotulo.Font = consola;
+  rotulo.BackColor = fondo;
+}
+
+}  // namespace
+
+frm_buffer::frm_buffer(std::string nombre, std::string texto, int alto,
+                       std::function<std::shared_ptr<const filas>()> fuente)
+    : ventana(std::move(nombre), std::move(texto), 9450, alto),
+      Label3(ventana.cambios, "Label3", "Dirección", {120, 120, 855, 255}),
+      Label2(ventana.cambios, "Label2", " 0  1  2  3  4  5  6  7  8  9  A  B  C  D  E  F", {960, 120, 5895, 255}),
+      Label4(ventana.cambios, "Label4", " 0123456789ABCDEF", {6855, 120, 2535, 255}),
+      lst_buf_salida(ventana.cambios, "lst_buf_salida", {120, 360, 9255, 3765}, consola),
+      men_comparar(ventana.cambios, "men_comparar", "Comparar los buffer"),
+      fuente_(std::move(fuente)) {
+  vestir(Label3, cian);
+  vestir(Label2, naranja);
+  vestir(Label4, crema);
+  lst_buf_salida.Visible = false;
+  ventana.BackColor = 0xE0E0E0;
+  ventana.contextual = {&men_comparar};
+  ventana.Controls = {&Label3, &Label2, &Label4, &lst_buf_salida};
+  ventana.Load = [this] {
+    llenar_lista();
+    lst_buf_salida.Visible = true;
+  };
+  ventana.AlDescargar = [this] { lst_buf_salida.List = nullptr; };
+  ventana.Resize = [this](int ancho, int alto_nuevo) {
+    lugar sitio = lst_buf_salida.sitio;
+    sitio.Width = std::abs(ancho - 300);
+    sitio.Height = std::abs(alto_nuevo - 850);
+    lst_buf_salida.sitio = sitio;
+  };
+}
+
+void frm_buffer::llenar_lista() {
+  lst_buf_salida.List = fuente_();
+}
+
+frm_buffer_comp::frm_buffer_comp(plataforma& plat, const Variables_grab& v)
+    : ventana("frm_buffer_comp", "Resultado Comparación de buffer", 4575, 6375),
+      Label3(ventana.cambios, "Label3", "Dirección", {360, 240, 1095, 255}),
+      Label2(ventana.cambios, "Label2", "In   Out", {1440, 240, 2655, 255}),
+      lst_compara(ventana.cambios, "lst_compara", {360, 480, 3735, 5520}, consola),
+      plat_(plat),
+      v_(v) {
+  vestir(Label3, cian);
+  vestir(Label2, naranja);
+  lst_compara.Visible = false;
+  ventana.BackColor = 0xE0E0E0;
+  ventana.Controls = {&Label3, &Label2, &lst_compara};
+  ventana.Load = [this] {
+    comparar_buffers();
+    lst_compara.Visible = true;
+  };
+  ventana.AlDescargar = [this] { lst_compara.List = nullptr; };
+}
+
+void frm_buffer_comp::comparar_buffers() {
+  lst_compara.List = filas_de_comparacion(v_, v_.dir_max);
+  plat_.MsgBox({"Atención", "Ha finalizado la comparación de los buffer de entrada y salida", botones::Aceptar,
+                icono::informacion});
+}
+
+}  // namespace morvane

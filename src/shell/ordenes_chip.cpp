@@ -1,0 +1,114 @@
+#include "flash/habilitar.h"
+#include "flash/proteger.h"
+#include "flash/verificar.h"
+#include "link/esperas.h"
+#include "link/puerto.h"
+#include "link/tramas.h"
+#include "shell/ordenes.h"
+
+namespace morvane {
+
+namespace {
+
+constexpr const char* titulo_imposible = "No es posible Verificar";
+
+void abrir_chip_sin_vigilancia(enlace& e) {
+  enviar_comando(e, "A");
+  esperar_datos(e);
+}
+
+bool verificar_sin_haber_programado(enlace& e) {
+  return preguntar(e, {titulo_imposible, "No se ha programado la flash en esta sesión, desea verificar de todas formas",
+                       botones::AceptarCancelar, icono::informacion}) == vbOK;
+}
+
+/// How far to compare; nothing if the user has been told why not.
+std::optional<std::int32_t> tope_de_comparacion(frm_principal& f) {
+  const std::int32_t cargada = f.v.dir_max, grabada = f.v.dir_max_grabada;
+  if (cargada == 0) {
+    preguntar(f.link, {titulo_imposible, "Imposible verificar, no ha cargado ningún programa en el buffer"});
+    return std::nullopt;
+  }
+  if (grabada == 0) return verificar_sin_haber_programado(f.link) ? std::optional(cargada) : std::nullopt;
+  if (grabada == cargada) return grabada;
+  preguntar(f.link, {titulo_imposible,
+                     "          Es posible que la informacion cargada en el buffer sea diferente de la flash\n\r"
+                     "Debe abrir el archivo que corresponda al programa de la flash o programar nuevamente la flash"});
+  return std::nullopt;
+}
+
+void verificar_programa(frm_principal& f) {
+  const orden_en_curso orden(f);
+  enlace& e = f.link;
+  f.progreso.cancelar = false;
+  if (!abrir_puerto(e)) return;
+  abrir_chip(e);
+  if (!e.tiempo_agotado && puede_seguir(e)) {
+    if (const auto tope = tope_de_comparacion(f)) {
+      comparar_flash(e, f.v, f.progreso, *tope);
+      f.progreso.Progress.Value = 0;
+      cerrar_chip(e);
+    }
+  }
+  cerrar_orden(e);
+}
+
+}  // namespace
+
+void men_verific_t_Click(frm_principal& f) {
+  if (rechazada_por_carga(f)) return;
+  const orden_en_curso orden(f);
+  enlace& e = f.link;
+  if (!abrir_puerto(e)) return;
+  abrir_chip_sin_vigilancia(e);
+  if (habilitar_flash(e)) {
+    verificar_borrado(e, f.progreso);
+  } else {
+    cerrar_chip_y_puerto(e);
+  }
+  f.progreso.Progress.Value = 0;
+  cerrar_orden(e);
+}
+
+void mn_verifi_t_f_Click(frm_principal& f) {
+  if (rechazada_por_carga(f)) return;
+  const orden_en_curso orden(f);
+  enlace& e = f.link;
+  if (!abrir_puerto(e)) return;
+  abrir_chip_sin_vigilancia(e);
+  if (habilitar_flash(e)) {
+    verificar_sumas(e, f.v, f.progreso);
+  } else {
+    cerrar_chip_y_puerto(e);
+  }
+  f.progreso.Progress.Value = 0;
+  cerrar_orden(e);
+}
+
+void men_verifi_t_Click(frm_principal& f) {
+  if (!rechazada_por_carga(f)) verificar_programa(f);
+}
+
+void men_proteger_f_Click(frm_principal& f) {
+  if (rechazada_por_carga(f)) return;
+  const orden_en_curso orden(f);
+  enlace& e = f.link;
+  if (!abrir_puerto(e)) return;
+  abrir_chip_sin_vigilancia(e);
+  if (habilitar_flash(e)) proteger_flash(e);
+  cerrar_chip_y_puerto(e);
+  cerrar_orden(e);
+}
+
+void men_reset_Click(frm_principal& f) {
+  if (rechazada_por_carga(f)) return;
+  const orden_en_curso orden(f);
+  enlace& e = f.link;
+  if (!abrir_puerto(e)) return;
+  abrir_chip(e);
+  if (habilitar_flash_reset(e)) paso(e, "j");
+  cerrar_chip_y_puerto(e);
+  cerrar_orden(e);
+}
+
+}  // namespace morvane
