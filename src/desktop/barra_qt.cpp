@@ -33,11 +33,11 @@ void hacer_boton(QToolBar& destino, Toolbar& barra, int indice, taller& t) {
 
 }  // namespace
 
-void hacer_barra(QWidget& padre, Toolbar& barra, taller& t) {
+void hacer(QWidget& padre, Toolbar& barra, taller& t) {
   auto* destino = new QToolBar(&padre);
   destino->setObjectName(qt(barra.Name));
   destino->setMovable(false);
-  destino->setContextMenuPolicy(Qt::PreventContextMenu);
+  destino->setContextMenuPolicy(Qt::NoContextMenu);
   const int lado = t.imagen(lado_imagen);
   destino->setIconSize({lado, lado});
   for (int i = 1; i <= static_cast<int>(barra.Buttons.size()); ++i) hacer_boton(*destino, barra, i, t);

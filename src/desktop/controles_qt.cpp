@@ -12,22 +12,6 @@
 namespace morvane {
 namespace {
 
-void mantener(QWidget* destino, control& origen, taller& t) {
-  destino->setObjectName(qt(origen.Name));
-  t.al_cambiar([destino, &origen, t] {
-    if (origen.sitio.valor() != lugar{}) destino->setGeometry(t.px(origen.sitio));
-    destino->setVisible(origen.Visible);
-    destino->setEnabled(origen.Enabled);
-  });
-}
-
-void hacer(QWidget& padre, Label& origen, taller& t) {
-  auto* destino = new QLabel(&padre);
-  destino->setTextFormat(Qt::PlainText);
-  mantener(destino, origen, t);
-  t.al_cambiar([destino, &origen] { destino->setText(qt(origen.Caption)); });
-}
-
 /// Names a control after its label, which then leads to it.
 void etiquetar(QWidget& padre, QWidget* destino, const Label* etiqueta, const std::string& nombre) {
   const std::string rotulo = etiqueta != nullptr ? etiqueta->Caption.valor() : std::string();
@@ -98,14 +82,6 @@ void hacer(QWidget& padre, CommandButton& origen, taller& t) {
 
 void hacer(QWidget& padre, ProgressBar& origen, taller& t) {
   hacer_progreso(padre, origen, t);
-}
-
-void hacer(QWidget& padre, Toolbar& origen, taller& t) {
-  hacer_barra(padre, origen, t);
-}
-
-void hacer(QWidget& padre, StatusBar& origen, taller& t) {
-  hacer_estado(padre, origen, t);
 }
 
 void hacer(QWidget& padre, Frame& origen, taller& t) {

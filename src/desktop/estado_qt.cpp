@@ -51,7 +51,7 @@ void llenar(QLabel* destino, Panel& panel, taller& t) {
 
 }  // namespace
 
-void hacer_estado(QWidget& padre, StatusBar& barra, taller& t) {
+void hacer(QWidget& padre, StatusBar& barra, taller& t) {
   auto* destino = new QStatusBar(&padre);
   destino->setObjectName(qt(barra.Name));
   destino->setSizeGripEnabled(false);

@@ -20,8 +20,6 @@ QString rotulo(const Menu& menu) {
   return texto.replace(QLatin1Char('\t'), QLatin1Char(' '));
 }
 
-void hacer_lista(QMenu& destino, const std::vector<Menu*>& lista, taller& t);
-
 QAction* hacer_entrada(QMenu& destino, Menu& menu, taller& t) {
   if (!menu.lista.empty()) {
     auto* sub = destino.addMenu(QString());
@@ -44,11 +42,11 @@ void mantener(QAction& accion, Menu& menu, taller& t) {
   });
 }
 
+}  // namespace
+
 void hacer_lista(QMenu& destino, const std::vector<Menu*>& lista, taller& t) {
   for (Menu* menu : lista) mantener(*hacer_entrada(destino, *menu, t), *menu, t);
 }
-
-}  // namespace
 
 void hacer_menus(QMenuBar& barra, const std::vector<Menu*>& menus, taller& t) {
   for (Menu* menu : menus) {

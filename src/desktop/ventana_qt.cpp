@@ -3,10 +3,9 @@
 #include <QCloseEvent>
 #include <QLayout>
 #include <QMenuBar>
-#include <QPalette>
 #include <QScreen>
+#include <QWindow>
 #include <algorithm>
-#include <cmath>
 #include <exception>
 
 #include "taller.h"
@@ -14,22 +13,16 @@
 namespace morvane {
 namespace {
 
-constexpr double twips_por_pixel = 15;
 /// Height of the font, in pixels, with which a pixel is 15 twips.
 constexpr double letra_de_referencia = 15;
+/// What a window that follows its user keeps at least, in twips.
+constexpr int ancho_minimo = 3000, alto_minimo = 1800;
+/// The title and frame that the windows are laid out for, in twips. With the height of a taller title the lower edge of
+/// what follows the size would come to stand out of sight.
+constexpr int titulo_previsto = 480;
 
 double escala_de(const QWidget& ventana) {
   return std::max(1.0, ventana.fontMetrics().height() / letra_de_referencia);
-}
-
-/// Gives the surface its colour and what stands on it a colour that can be read there, whatever the desktop's theme.
-void colorear(QWidget& superficie, color fondo) {
-  const QColor base = QColor::fromRgb(fondo);
-  QPalette paleta = superficie.palette();
-  paleta.setColor(QPalette::Window, base);
-  paleta.setColor(QPalette::WindowText, base.lightness() > 127 ? Qt::black : Qt::white);
-  superficie.setPalette(paleta);
-  superficie.setAutoFillBackground(true);
 }
 
 /// In the middle of the screen; where a window is larger than that, its title and menu stay within reach.
@@ -46,40 +39,41 @@ void quitar_botones(QWidget& ventana) {
 
 }  // namespace
 
-int taller::px(int twips) const {
-  return static_cast<int>(std::lround(twips / twips_por_pixel * escala));
-}
-
-int taller::imagen(int lado) const {
-  return lado * static_cast<int>(escala);
-}
-
-QRect taller::px(const lugar& sitio) const {
-  return {px(sitio.Left), px(sitio.Top), px(sitio.Width), px(sitio.Height)};
-}
-
-QString nombre_accesible(const std::string& rotulo, const std::string& ayuda, const std::string& nombre) {
-  QString texto = qt(rotulo).remove(QLatin1Char('&')).trimmed();
-  if (texto.isEmpty()) texto = qt(ayuda);
-  return texto.isEmpty() ? qt(nombre) : texto;
-}
-
-ventana_qt::ventana_qt(Form& forma, std::function<void()> despues) : forma_(forma), despues_(std::move(despues)) {
-  taller t{escala_de(*this), [this](const evento& manejador) { atender(manejador); }, actualizaciones_};
+ventana_qt::ventana_qt(Form& forma, std::function<void()> despues)
+    : forma_(forma), escala_(escala_de(*this)), despues_(std::move(despues)) {
+  taller t{escala_, [this](const evento& manejador) { atender(manejador); }, actualizaciones_};
   setObjectName(qt(forma.Name));
   if (forma.fija) quitar_botones(*this);
-  menuBar()->setNativeMenuBar(false);
-  hacer_menus(*menuBar(), forma.menus, t);
-  auto* superficie = new QWidget;
-  superficie->setFixedSize(t.px(forma.ScaleWidth), t.px(forma.ScaleHeight));
-  colorear(*superficie, forma.BackColor);
-  hacer_controles(*superficie, forma.Controls, t);
-  setCentralWidget(superficie);
+  poner_menus(t);
+  poner_superficie(t);
   t.al_cambiar([this] { setWindowTitle(qt(forma_.Caption)); });
   vistos_ = forma.cambios.valor();
-  layout()->setSizeConstraint(QLayout::SetFixedSize);
-  adjustSize();
   move(centro(*this));
+}
+
+void ventana_qt::poner_menus(taller& t) {
+  menuBar()->setNativeMenuBar(false);
+  menuBar()->setContextMenuPolicy(Qt::PreventContextMenu);
+  hacer_menus(*menuBar(), forma_.menus, t);
+  if (forma_.contextual.empty()) return;
+  contextual_ = new QMenu(this);
+  hacer_lista(*contextual_, forma_.contextual, t);
+}
+
+void ventana_qt::poner_superficie(taller& t) {
+  auto* superficie = new QWidget;
+  superficie->setFixedSize(t.px(forma_.ScaleWidth), t.px(forma_.ScaleHeight));
+  colorear(*superficie, forma_.BackColor);
+  hacer_controles(*superficie, forma_.Controls, t);
+  setCentralWidget(superficie);
+  if (forma_.fija) {
+    layout()->setSizeConstraint(QLayout::SetFixedSize);
+    adjustSize();
+    return;
+  }
+  resize(layout()->totalSizeHint().boundedTo(screen()->availableSize()));
+  superficie->setMinimumSize(superficie->size().boundedTo({t.px(ancho_minimo), t.px(alto_minimo)}));
+  superficie->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
 }
 
 void ventana_qt::sincronizar() {
@@ -108,6 +102,34 @@ void ventana_qt::ejecutar(const evento& manejador) {
 void ventana_qt::closeEvent(QCloseEvent* suceso) {
   const bool puede = !puede_cerrarse || puede_cerrarse();
   suceso->setAccepted(puede);
+}
+
+void ventana_qt::contextMenuEvent(QContextMenuEvent* suceso) {
+  suceso->accept();
+  if (contextual_ != nullptr && !contextual_->isEmpty()) contextual_->popup(suceso->globalPos());
+}
+
+// What the desktop puts around a window is known only after the window has appeared; then the window moves.
+bool ventana_qt::event(QEvent* suceso) {
+  const bool hecho = QMainWindow::event(suceso);
+  const QEvent::Type tipo = suceso->type();
+  if (tipo == QEvent::Show && !suceso->spontaneous()) tamano_ = QSize();
+  if (tipo == QEvent::Show || tipo == QEvent::Resize || tipo == QEvent::Move || tipo == QEvent::WindowActivate) {
+    avisar_tamano();
+  }
+  return hecho;
+}
+
+void ventana_qt::avisar_tamano() {
+  if (forma_.fija || !forma_.Resize || !isVisible() || isMinimized()) return;
+  const taller t{escala_, {}, actualizaciones_};
+  const QMargins marco = windowHandle()->frameMargins();
+  const int titulo = std::min(marco.top() + marco.bottom(), t.px(titulo_previsto));
+  const QSize nuevo = size() + QSize(marco.left() + marco.right(), titulo);
+  if (nuevo == tamano_) return;
+  tamano_ = nuevo;
+  ejecutar([&] { forma_.Resize(t.twips(nuevo.width()), t.twips(nuevo.height())); });
+  sincronizar();
 }
 
 }  // namespace morvane

@@ -1,13 +1,18 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QSize>
 #include <functional>
 #include <string>
 #include <vector>
 
 #include "platform/controles.h"
 
+class QMenu;
+
 namespace morvane {
+
+struct taller;
 
 /// Shows one window of the shell. Widgets are made once, from the description; afterwards `sincronizar` takes changed
 /// properties over whenever the window's counter has moved, and user events call the handlers of the controls. Each
@@ -31,16 +36,26 @@ class ventana_qt final : public QMainWindow {
 
  protected:
   void closeEvent(QCloseEvent* suceso) override;
+  void contextMenuEvent(QContextMenuEvent* suceso) override;
+  bool event(QEvent* suceso) override;
 
  private:
+  void poner_menus(taller& t);
+  void poner_superficie(taller& t);
+  void avisar_tamano();
   void atender(const evento& manejador);
   void ejecutar(const evento& manejador);
 
   Form& forma_;
+  const double escala_;
   std::function<void()> despues_;
   int manejando_ = 0;
   unsigned long vistos_ = 0;
   std::vector<std::function<void()>> actualizaciones_;
+  /// Null where the window has none.
+  QMenu* contextual_ = nullptr;
+  /// What `Resize` was told last.
+  QSize tamano_;
 };
 
 }  // namespace morvane

@@ -1,0 +1,59 @@
+#include <QFontMetricsF>
+#include <QLabel>
+#include <cmath>
+
+#include "taller.h"
+
+namespace morvane {
+namespace {
+
+/// A text in columns begins on the grid of its characters, as the rows of a list in the same font do.
+int sangria(const Label& origen, const taller& t) {
+  const double celda = taller::celda(origen.Font);
+  const int columna = t.px(std::round(origen.sitio.valor().Left / celda) * celda);
+  return std::max(0, columna + t.margen() - t.px(origen.sitio.valor().Left));
+}
+
+/// A heading that is wider than its place is written narrower.
+QFont cabida(const QFont& tipo, const QString& texto, int ancho) {
+  const double falta = QFontMetricsF(tipo).horizontalAdvance(texto);
+  if (texto.isEmpty() || falta <= ancho) return tipo;
+  QFont estrecha = tipo;
+  estrecha.setStretch(static_cast<int>(100 * ancho / falta));
+  estrecha.setLetterSpacing(QFont::AbsoluteSpacing, 0);
+  return estrecha;
+}
+
+void poner_en_columnas(QLabel* destino, Label& origen, const QFont& tipo, taller& t) {
+  destino->setIndent(sangria(origen, t));
+  t.al_cambiar([destino, &origen, tipo] {
+    const int ancho = destino->width() - destino->indent();
+    destino->setFont(cabida(tipo, qt(origen.Caption), ancho));
+  });
+}
+
+}  // namespace
+
+void hacer(QWidget& padre, Label& origen, taller& t) {
+  auto* destino = new QLabel(&padre);
+  destino->setTextFormat(Qt::PlainText);
+  const QFont tipo = t.letra_qt(origen.Font, padre.font());
+  destino->setFont(tipo);
+  mantener(destino, origen, t);
+  if (origen.BackColor) colorear(*destino, *origen.BackColor);
+  if (!origen.Font.nombre.empty()) poner_en_columnas(destino, origen, tipo, t);
+  if (destino->height() >= 2 * destino->fontMetrics().height()) {
+    destino->setWordWrap(true);
+    destino->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+  }
+  t.al_cambiar([destino, &origen] { destino->setText(qt(origen.Caption)); });
+}
+
+void hacer(QWidget& padre, Line& origen, taller& t) {
+  auto* destino = new QWidget(&padre);
+  destino->setFixedHeight(t.px(15));
+  mantener(destino, origen, t);
+  colorear(*destino, origen.BorderColor);
+}
+
+}  // namespace morvane

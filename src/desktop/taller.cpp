@@ -1,0 +1,77 @@
+#include "taller.h"
+
+#include <QFontDatabase>
+#include <QFontMetricsF>
+#include <QPalette>
+#include <QWidget>
+#include <cmath>
+
+namespace morvane {
+namespace {
+
+constexpr double twips_por_pixel = 15;
+constexpr double twips_por_punto = 20;
+/// Of the font for which the columns are laid out: 8 pixels at 13 pixels of height.
+constexpr double ancho_por_alto = 8.0 / 13;
+
+}  // namespace
+
+int taller::px(double twips) const {
+  return static_cast<int>(std::lround(twips / twips_por_pixel * escala));
+}
+
+int taller::twips(int px) const {
+  return static_cast<int>(std::lround(px * twips_por_pixel / escala));
+}
+
+int taller::imagen(int lado) const {
+  return lado * static_cast<int>(escala);
+}
+
+QRect taller::px(const lugar& sitio) const {
+  return {px(sitio.Left), px(sitio.Top), px(sitio.Width), px(sitio.Height)};
+}
+
+double taller::celda(const letra& tipo) {
+  return tipo.puntos * twips_por_punto * ancho_por_alto;
+}
+
+QFont taller::letra_qt(const letra& tipo, const QFont& normal) const {
+  QFont destino = normal;
+  if (tipo.puntos > 0) destino.setPixelSize(px(tipo.puntos * twips_por_punto));
+  if (tipo.nombre.empty()) return destino;
+  const QString nombre = qt(tipo.nombre);
+  QFont fija = QFontDatabase::hasFamily(nombre) ? QFont(nombre) : QFontDatabase::systemFont(QFontDatabase::FixedFont);
+  fija.setPixelSize(destino.pixelSize());
+  // Characters may then begin within a pixel, and their width is the same at all scales.
+  fija.setHintingPreference(QFont::PreferVerticalHinting);
+  const double propio = QFontMetricsF(fija).horizontalAdvance(QLatin1Char('0'));
+  fija.setLetterSpacing(QFont::AbsoluteSpacing, celda(tipo) / twips_por_pixel * escala - propio);
+  return fija;
+}
+
+QString nombre_accesible(const std::string& rotulo, const std::string& ayuda, const std::string& nombre) {
+  QString texto = qt(rotulo).remove(QLatin1Char('&')).trimmed();
+  if (texto.isEmpty()) texto = qt(ayuda);
+  return texto.isEmpty() ? qt(nombre) : texto;
+}
+
+void colorear(QWidget& superficie, color fondo) {
+  const QColor base = QColor::fromRgb(fondo);
+  QPalette paleta = superficie.palette();
+  paleta.setColor(QPalette::Window, base);
+  paleta.setColor(QPalette::WindowText, qGray(fondo) > 127 ? Qt::black : Qt::white);
+  superficie.setPalette(paleta);
+  superficie.setAutoFillBackground(true);
+}
+
+void mantener(QWidget* destino, control& origen, taller& t) {
+  destino->setObjectName(qt(origen.Name));
+  t.al_cambiar([destino, &origen, t] {
+    if (origen.sitio.valor() != lugar{}) destino->setGeometry(t.px(origen.sitio));
+    destino->setVisible(origen.Visible);
+    destino->setEnabled(origen.Enabled);
+  });
+}
+
+}  // namespace morvane
