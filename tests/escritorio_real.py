@@ -12,6 +12,7 @@ import tempfile
 import time
 
 BUTTON_X, BUTTON_Y = [24, 65, 106, 147, 188, 229], 43  # middles of the toolbar buttons, from the window's corner
+MENU_X = {"Ver": 79, "Memoria Flash": 226, "Upload": 306}
 
 
 def wait(what, condition):
@@ -74,13 +75,23 @@ class Bench:
     def windows(self, title):
         return self.xdotool("search", "--onlyvisible", "--name", f"^{title}$")
 
-
     def commands(self):
         return [line.split("<STX>")[1].split("<ETX>")[0][:-2] for line in self.trace.read_text().splitlines()
                 if " > <STX>" in line]
 
     def press(self, button):
         self.xdotool("mousemove", "--window", self.main, BUTTON_X[button - 1], BUTTON_Y, "click", 1)
+
+    def choose(self, x, y, entry, click=1):
+        """Opens a menu with the mouse and takes its n-th entry."""
+        self.xdotool("mousemove", "--window", self.main, x, y, "click", click)
+        time.sleep(0.3)
+        self.xdotool("key", *["Down"] * entry, "Return")
+
+    def look_at(self, title):
+        window = self.in_front(title)
+        self.xdotool("key", "alt+F4")
+        wait(f"{title} to close", lambda: window not in self.windows(title))
 
     def in_front(self, title):
         """Waits until a window with this title, other than the main one, is in front."""
@@ -120,8 +131,26 @@ def scenario(bench):
     assert [line[1:-3].decode() for line in journal[:-1]] == groups
     wait("the chip's flash on the disk", lambda: bench.flash.exists() and bench.flash.read_bytes() == flash)
 
+    bench.answer("Atención", button=4)
+    wait("the looks at the sums", lambda: bench.commands()[-3:] == ["C000000000400", "C000000007FFF", "D"])
+    bench.choose(MENU_X["Upload"], 9, 1)
+    bench.answer("Morvane")
+    wait("the closing D", lambda: bench.commands()[-1] == "D")
+    assert [c for c in bench.commands() if c[0] == "e"] == ["e%06X20" % a for a in range(0, 0x13B3 + 32, 32)]
+    for entry, title in ((1, "Buffer de Entrada"), (2, "Buffer de Salida")):
+        bench.choose(MENU_X["Ver"], 9, entry)
+        bench.look_at(title)
+    bench.choose(300, 180, 1, click=3)
+    bench.answer("Atención")
+    bench.look_at("Resultado Comparación de buffer")
+
     bench.answer("Atención", button=2)
     wait("the erased flash on the disk", lambda: bench.flash.read_bytes() == b"\xff" * 0x40000)
+    bench.choose(MENU_X["Memoria Flash"], 9, 2)
+    bench.answer("Atención")
+    assert [c for c in bench.commands() if c == "C040000007FFF"], "the last look at an erased flash"
+    bench.press(5)
+    wait("the reset", lambda: bench.commands()[-2:] == ["j", "D"])
 
     bench.answer("Atención", button=1, key="n")
     bench.answer("Abrir", key="Escape")
