@@ -22,6 +22,14 @@ void hacer_escribible(const fs::path& raiz) {
   }
 }
 
+/// A link to a pseudo-terminal is good for one run of a simulated board; later the number may be anybody's.
+void quitar_puertos_pasajeros(const fs::path& puertos) {
+  if (!fs::exists(puertos)) return;
+  for (const auto& uno : fs::directory_iterator(puertos)) {
+    if (uno.is_symlink() && fs::read_symlink(uno.path()).native().starts_with("/dev/pts/")) fs::remove(uno.path());
+  }
+}
+
 }  // namespace
 
 void sembrar(const fs::path& origen, const fs::path& destino) {
@@ -35,6 +43,7 @@ void sembrar(const fs::path& origen, const fs::path& destino) {
     if (!fs::exists(origen / parte)) continue;
     fs::copy(origen / parte, nuevo / parte, fs::copy_options::recursive | fs::copy_options::copy_symlinks);
   }
+  quitar_puertos_pasajeros(nuevo / "puertos");
   hacer_escribible(nuevo);
   fs::rename(nuevo, destino);
 }

@@ -42,7 +42,7 @@ void llenar(QLabel* destino, Panel& panel, taller& t) {
     poner_reloj(destino);
     return;
   }
-  t.al_cambiar([destino, &panel] { destino->setText(qt(panel.Text)); });
+  t.al_cambiar([destino, &panel] { destino->setText(qt(panel.Text).replace(QLatin1Char('\n'), QLatin1Char(' '))); });
   if (panel.encima == nullptr) return;
   auto* sitio = new QVBoxLayout(destino);
   sitio->setContentsMargins(1, 1, 1, 1);

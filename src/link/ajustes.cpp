@@ -18,8 +18,8 @@ void poner_valores_iniciales(ajustes& a) {
 }
 
 void avisar_ajustes(enlace& e, std::string_view que) {
-  preguntar(e, {"Atención", std::string(que) + e.valores.ruta_aplicacion + std::string(nombre_ajustes),
-                botones::Aceptar, icono::critico});
+  const auto ruta = e.ficheros.anfitrion(e.valores.ruta_aplicacion + std::string(nombre_ajustes));
+  preguntar(e, {"Atención", std::string(que) + ruta.string(), botones::Aceptar, icono::critico});
 }
 
 }  // namespace
@@ -33,7 +33,7 @@ void leer_ajustes(enlace& e) {
   poner_valores_iniciales(a);
   if (contenido->empty()) return guardar_ajustes(e);
 
-  std::string_view resto = *contenido;
+  std::string_view resto = sin_marca_utf8(*contenido);
   const std::vector<std::string> primera = campos_entrecomillados(siguiente_linea(resto));
   const std::vector<std::string> segunda = campos_entrecomillados(siguiente_linea(resto));
   const std::array destinos = {&a.velocidad, &a.paridad, &a.bits_datos, &a.bits_parada};

@@ -4,6 +4,12 @@
 
 namespace morvane {
 
+std::string_view sin_marca_utf8(std::string_view texto) {
+  constexpr std::string_view marca = "\xEF\xBB\xBF";
+  if (texto.starts_with(marca)) texto.remove_prefix(marca.size());
+  return texto;
+}
+
 std::string_view siguiente_linea(std::string_view& resto) {
   const std::size_t fin = resto.find_first_of("\r\n");
   const std::string_view linea = resto.substr(0, fin);

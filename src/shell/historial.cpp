@@ -27,7 +27,8 @@ std::string linea_de(std::string_view ruta) {
 }
 
 void avisar(frm_principal& f, std::string_view que) {
-  preguntar(f.link, {"Atención", std::string(que) + fichero_historial(f), botones::Aceptar, icono::critico});
+  const std::string ruta = f.link.ficheros.anfitrion(fichero_historial(f)).string();
+  preguntar(f.link, {"Atención", std::string(que) + ruta, botones::Aceptar, icono::critico});
 }
 
 void avisar_si_falla(frm_principal& f, error_archivo error) {
@@ -60,7 +61,7 @@ void leer_historial(frm_principal& f) {
   const auto contenido = f.link.ficheros.leer(fichero_historial(f));
   if (!contenido) return avisar(f, "No se ha podido leer la lista de archivos del fichero: ");
   std::size_t numero = 0;
-  for (std::string_view resto = *contenido; !resto.empty();) {
+  for (std::string_view resto = sin_marca_utf8(*contenido); !resto.empty();) {
     for (const std::string& ruta : campos_entrecomillados(siguiente_linea(resto))) {
       if (ruta.empty() || numero == ultima_casilla) continue;
       poner_entrada_menu(f, ++numero, ruta);

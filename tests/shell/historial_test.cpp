@@ -84,7 +84,7 @@ TEST_F(historial, what_cannot_be_written_is_told) {
   std::filesystem::create_directory(dir.ruta() / "MENU.TXT");
   actualizar_historial(f, "/a");
   EXPECT_EQ(plat.cajas, std::vector{critica("Atención", "No se ha podido guardar la lista de archivos en el fichero: " +
-                                                            f.link.valores.ruta_aplicacion + "MENU.TXT")});
+                                                            (dir.ruta() / "MENU.TXT").string())});
   EXPECT_EQ(f.historial[1], "/a");
 }
 

@@ -6,6 +6,9 @@
 
 namespace morvane {
 
+/// `texto` without the byte order mark that some editors put in front of a UTF-8 file.
+std::string_view sin_marca_utf8(std::string_view texto);
+
 /// Takes the first line off `resto`, without its end: CR LF, CR or LF. Gives an empty text when nothing is left.
 std::string_view siguiente_linea(std::string_view& resto);
 
