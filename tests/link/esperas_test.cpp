@@ -119,7 +119,10 @@ TEST_F(esperas, a_vanished_device_and_a_second_request_to_close_end_every_wait_w
   for (const espera como : todas) {
     for (const bool desaparece : {true, false}) {
       e.peticiones_cierre = 1;
-      plat.programar(plat.ahora() + 300ms, [&] { desaparece ? lejos.cuelga = true : ++e.peticiones_cierre != 0; });
+      plat.programar(plat.ahora() + 300ms, [&] {
+        lejos.cuelga = desaparece;
+        if (!desaparece) ++e.peticiones_cierre;
+      });
       EXPECT_EQ(enviar_y(como), 300ms);
       EXPECT_EQ(e.tiempo_agotado, !desaparece);
       EXPECT_EQ(e.corte.interrumpida, desaparece || como != esperar_con_vigilancia);
