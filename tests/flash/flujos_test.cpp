@@ -155,9 +155,7 @@ TEST_F(flujos, a_stop_ends_between_two_groups) {
   cargar(0, std::vector<std::uint8_t>(64, 0x55));
   for (const std::size_t ordenes : {0u, 6u}) {
     a.cancelar = ordenes == 0;
-    plat.en_cada_pasada = [&] {
-      a.cancelar = a.cancelar || (ordenes != 0 && lejos.comandos.size() == ordenes && lejos.comandos.back()[0] == 'g');
-    };
+    plat.en_cada_pasada = [&] { a.cancelar |= lejos.comandos.size() == 6 && lejos.comandos.back()[0] == 'g'; };
     grabar();
     EXPECT_EQ(lejos.comandos.size(), ordenes);
     EXPECT_EQ(ultima(), (caja{"", texto_detenido}));

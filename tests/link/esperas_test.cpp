@@ -39,7 +39,7 @@ TEST_F(esperas, a_reply_is_complete_when_the_wait_returns_and_a_prompt_one_needs
   EXPECT_EQ(textos(), "");
 }
 
-TEST_F(esperas, each_kind_of_silence_asks_in_its_time_and_cancel_breaks_off) {
+TEST_F(esperas, each_kind_of_silence_asks_in_its_time_and_cancel_or_closing_breaks_off) {
   const struct {
     const char* comando;
     std::string llega;
@@ -52,11 +52,12 @@ TEST_F(esperas, each_kind_of_silence_asks_in_its_time_and_cancel_breaks_off) {
   for (const espera como : sin_vigilancia) {
     for (const auto& c : casos) {
       lejos.contestar(c.llega, c.tras, c.por_caracter);
-      plat.responder(vbCancel);
+      const respuesta_caja respuesta = como == esperar_datos ? vbNinguna : vbCancel;
+      plat.responder(respuesta);
       EXPECT_EQ(enviar_y(como, c.comando), c.pregunta);
       EXPECT_EQ(plat.cajas, std::vector{pregunta_esperada});
       EXPECT_TRUE(e.corte.interrumpida && !e.tiempo_agotado && !e.respuesta_lista);
-      EXPECT_EQ(e.resultado_msgbox, "2");
+      EXPECT_EQ(e.resultado_msgbox, std::to_string(respuesta));
       lejos.callar();
       reabrir();
     }
@@ -118,7 +119,10 @@ TEST_F(esperas, a_vanished_device_and_a_second_request_to_close_end_every_wait_w
   for (const espera como : todas) {
     for (const bool desaparece : {true, false}) {
       e.peticiones_cierre = 1;
-      plat.programar(plat.ahora() + 300ms, [&] { desaparece ? lejos.cuelga = true : ++e.peticiones_cierre != 0; });
+      plat.programar(plat.ahora() + 300ms, [&] {
+        lejos.cuelga = desaparece;
+        if (!desaparece) ++e.peticiones_cierre;
+      });
       EXPECT_EQ(enviar_y(como), 300ms);
       EXPECT_EQ(e.tiempo_agotado, !desaparece);
       EXPECT_EQ(e.corte.interrumpida, desaparece || como != esperar_con_vigilancia);
@@ -157,7 +161,7 @@ TEST_F(esperas, held_back_characters_quiet_the_watchdog_but_not_for_ever) {
 TEST_F(esperas, a_late_reply_is_not_taken_for_the_next_one) {
   lejos.contestar(trama("030"), 1500ms);
   lejos.contestar(trama("030"), 1500ms);
-  lejos.contestar(marco("002"));
+  lejos.contestar(marco("002"), 1200ms);
   plat.responder(vbYes);
   enviar_y(esperar_con_vigilancia, "A");
   EXPECT_TRUE(e.respuesta_lista && !e.tiempo_agotado);
