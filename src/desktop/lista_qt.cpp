@@ -85,7 +85,7 @@ void hacer(QWidget& padre, ListBox& origen, taller& t) {
   destino->setFont(t.letra_qt(origen.Font, padre.font()));
   destino->setItemDelegate(new pintor_filas(destino, t.margen()));
   destino->setModel(modelo);
-  destino->setAccessibleName(qt(origen.Name));
+  destino->setAccessibleName(nombre_accesible(t.titulo, {}, origen.Name));
   mantener(destino, origen, t);
   t.al_cambiar([modelo, &origen] { modelo->poner(origen.List); });
 }

@@ -27,6 +27,8 @@ struct taller {
   /// Runs a handler of the shell and what has to follow on it.
   std::function<void(const evento&)> atender;
   std::vector<std::function<void()>>& actualizaciones;
+  /// The caption of the window, for what has no text of its own.
+  std::string titulo;
 
   int px(double twips) const;
   int twips(int px) const;

@@ -41,7 +41,7 @@ void quitar_botones(QWidget& ventana) {
 
 ventana_qt::ventana_qt(Form& forma, std::function<void()> despues)
     : forma_(forma), escala_(escala_de(*this)), despues_(std::move(despues)) {
-  taller t{escala_, [this](const evento& manejador) { atender(manejador); }, actualizaciones_};
+  taller t{escala_, [this](const evento& manejador) { atender(manejador); }, actualizaciones_, forma.Caption};
   setObjectName(qt(forma.Name));
   if (forma.fija) quitar_botones(*this);
   poner_menus(t);
@@ -104,9 +104,12 @@ void ventana_qt::closeEvent(QCloseEvent* suceso) {
   suceso->setAccepted(puede);
 }
 
+// Asked for by the keyboard it comes up at what has the focus, which may have been scrolled out of sight.
 void ventana_qt::contextMenuEvent(QContextMenuEvent* suceso) {
   suceso->accept();
-  if (contextual_ != nullptr && !contextual_->isEmpty()) contextual_->popup(suceso->globalPos());
+  if (contextual_ == nullptr || contextual_->isEmpty()) return;
+  const QPoint donde = mapFromGlobal(suceso->globalPos());
+  contextual_->popup(mapToGlobal(rect().contains(donde) ? donde : rect().center()));
 }
 
 // What the desktop puts around a window is known only after the window has appeared; then the window moves.
@@ -122,7 +125,7 @@ bool ventana_qt::event(QEvent* suceso) {
 
 void ventana_qt::avisar_tamano() {
   if (forma_.fija || !forma_.Resize || !isVisible() || isMinimized()) return;
-  const taller t{escala_, {}, actualizaciones_};
+  const taller t{escala_, {}, actualizaciones_, {}};
   const QMargins marco = windowHandle()->frameMargins();
   const int titulo = std::min(marco.top() + marco.bottom(), t.px(titulo_previsto));
   const QSize nuevo = size() + QSize(marco.left() + marco.right(), titulo);
