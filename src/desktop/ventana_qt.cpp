@@ -1,6 +1,8 @@
 #include "desktop/ventana_qt.h"
 
+#include <QAbstractButton>
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QLayout>
 #include <QMenuBar>
 #include <QScreen>
@@ -97,6 +99,13 @@ void ventana_qt::ejecutar(const evento& manejador) {
   } catch (const std::exception& fallo) {
     if (al_fallar) al_fallar(fallo.what());
   }
+}
+
+void ventana_qt::keyPressEvent(QKeyEvent* tecla) {
+  auto* boton = qobject_cast<QAbstractButton*>(focusWidget());
+  const bool enter = tecla->key() == Qt::Key_Return || tecla->key() == Qt::Key_Enter;
+  if (boton == nullptr || !enter || tecla->isAutoRepeat()) return QMainWindow::keyPressEvent(tecla);
+  boton->click();
 }
 
 void ventana_qt::closeEvent(QCloseEvent* suceso) {

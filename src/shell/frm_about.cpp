@@ -19,11 +19,12 @@ frmAbout::frmAbout(plataforma& plat)
       lblTitle(ventana.cambios, "lblTitle", "Título de la aplicación", {1410, 240, 4080, 480}),
       lblVersion(ventana.cambios, "lblVersion", "Versión", {1410, 780, 4080, 285}),
       lblDescription(ventana.cambios, "lblDescription", "Descripción de la aplicación", {1410, 1125, 4080, 885}),
-      lblDisclaimer(ventana.cambios, "lblDisclaimer", "Advertencia: ...", {240, 2625, 3300, 825}),
-      cmdOK(ventana.cambios, "cmdOK", "Aceptar", {3660, 2535, 1830, 405}),
-      cmdSysInfo(ventana.cambios, "cmdSysInfo", "&Info. del sistema...", {3660, 3000, 1830, 405}),
+      lblDisclaimer(ventana.cambios, "lblDisclaimer", "Advertencia: ...", {240, 2625, 3060, 825}),
+      cmdOK(ventana.cambios, "cmdOK", "Aceptar", {3420, 2535, 2070, 405}),
+      cmdSysInfo(ventana.cambios, "cmdSysInfo", "&Info. del sistema...", {3420, 3000, 2070, 405}),
       Line1(ventana.cambios, "Line1", {120, 2355, 5490, 15}, 0x808080),
       Line1b(ventana.cambios, "Line1", {120, 2370, 5490, 15}, 0xFFFFFF) {
+  lblTitle.Font.puntos = 18;
   ventana.BackColor = 0xE0E0E0;
   ventana.fija = true;
   ventana.Controls = {&picIcon, &lblTitle,      &lblVersion, &lblDescription, &Line1,

@@ -36,6 +36,8 @@ class ventana_qt final : public QMainWindow {
 
  protected:
   void closeEvent(QCloseEvent* suceso) override;
+  /// Enter presses the button that has the focus, as Space does.
+  void keyPressEvent(QKeyEvent* tecla) override;
   void contextMenuEvent(QContextMenuEvent* suceso) override;
   bool event(QEvent* suceso) override;
 
