@@ -14,10 +14,11 @@ int correr(QApplication& aplicacion, morvane::senales& avisos) {
   morvane::preparar_aplicacion();
   morvane::programa programa(morvane::directorio_aplicacion());
   avisos.escuchar([&programa] { programa.pedir_fin(); });
-  // Later, since the desktop waits for this call to return.
-  QObject::connect(&aplicacion, &QGuiApplication::commitDataRequest, &aplicacion, [&programa, &aplicacion] {
-    QTimer::singleShot(0, &aplicacion, [&programa] { programa.pedir_fin(); });
-  });
+  // Later, since the desktop waits for its call to return.
+  QTimer despues;
+  despues.setSingleShot(true);
+  QObject::connect(&despues, &QTimer::timeout, &despues, [&programa] { programa.pedir_fin(); });
+  QObject::connect(&aplicacion, &QGuiApplication::commitDataRequest, &despues, [&despues] { despues.start(0); });
   programa.empezar();
   return QApplication::exec();
 }
