@@ -6,10 +6,8 @@ namespace {
 
 constexpr const char* titulo_programa = "Morvane";
 
-std::string numero_de_version() {
-  const version& v = version_programa;
-  return std::to_string(v.mayor) + "." + std::to_string(v.menor) + "." + std::to_string(v.revision);
-}
+/// Major, minor and revision number, as the build knows them.
+constexpr const char* numero_de_version = MORVANE_VERSION;
 
 }  // namespace
 
@@ -31,7 +29,7 @@ frmAbout::frmAbout(plataforma& plat)
                       &Line1b,  &lblDisclaimer, &cmdOK,      &cmdSysInfo};
   ventana.Load = [this] {
     ventana.Caption = std::string("Acerca de ") + titulo_programa;
-    lblVersion.Caption = "Versión " + numero_de_version();
+    lblVersion.Caption = std::string("Versión ") + numero_de_version;
     lblTitle.Caption = titulo_programa;
   };
   cmdOK.Click = [this] { ventana.Unload(); };

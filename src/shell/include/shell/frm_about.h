@@ -8,12 +8,6 @@
 
 namespace morvane {
 
-/// The version of the program.
-struct version {
-  int mayor, menor, revision;
-};
-inline constexpr version version_programa{1, 0, 0};
-
 /// The box that names the program and its version, and starts the desktop's own program about the system.
 struct frmAbout {
   /// `plat` must outlive the window.
