@@ -7,7 +7,7 @@ namespace morvane {
 otras_ventanas::otras_ventanas(const std::vector<Form*>& formas, std::function<void()> despues,
                                std::function<void(const std::string&)> al_fallar)
     : despues_(std::move(despues)), al_fallar_(std::move(al_fallar)) {
-  for (Form* forma : formas) todas_.push_back({forma, nullptr});
+  for (Form* forma : formas) todas_.push_back({forma, nullptr, {}});
 }
 
 otras_ventanas::~otras_ventanas() = default;
@@ -25,6 +25,7 @@ void otras_ventanas::poner_al_dia(una& cual) {
   if (!cual.ventana) {
     if (!forma->Visible) return;
     cual.ventana = std::make_unique<ventana_qt>(*forma, despues_);
+    cual.inicial = cual.ventana->size();
     cual.ventana->al_fallar = al_fallar_;
     cual.ventana->puede_cerrarse = [forma] {
       forma->Unload();
@@ -32,8 +33,10 @@ void otras_ventanas::poner_al_dia(una& cual) {
     };
   }
   cual.ventana->sincronizar();
+  if (forma->Visible && cual.ventana->isHidden() && !forma->fija) cual.ventana->resize(cual.inicial);
   cual.ventana->setVisible(forma->Visible);
   if (forma->Visible && cual.llamadas != forma->llamadas) {
+    cual.ventana->setWindowState(cual.ventana->windowState() & ~Qt::WindowMinimized);
     cual.ventana->raise();
     cual.ventana->activateWindow();
   }

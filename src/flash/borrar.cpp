@@ -15,19 +15,11 @@ bool fallo(enlace& e, const char* titulo, const char* texto) {
   return false;
 }
 
-/// The bridge or the chip has started anew in mid-erase: the chip is idle, and nothing says how far the erase has come.
-bool deshecho_por_reset(enlace& e) {
-  interrumpir(e);
-  e.corte.cierre_permitido = true;
-  return false;
-}
-
 }  // namespace
 
 bool borrar_flash(enlace& e) {
-  if (!habilitar_flash(e)) return false;
   const int resets = e.corte.resets;
-  if (!paso(e, "i")) return false;
+  if (!habilitar_flash(e) || !paso(e, "i")) return false;
   int sondeos = 0;
   for (bool ocupada = true; ocupada && sondeos < limite_sondeos; ++sondeos) {
     if (!paso(e, "c")) return false;
@@ -43,7 +35,7 @@ bool borrar_flash(enlace& e) {
     return fallo(e, "Atención, ocurrió un problema al grabar",
                  "Tiempo de borrado de Flash se ha excedido, se ha detenido el proceso de grabación");
   }
-  return e.corte.resets == resets || deshecho_por_reset(e);
+  return !interrumpir_tras_reset(e, resets);
 }
 
 }  // namespace morvane

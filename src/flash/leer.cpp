@@ -23,9 +23,11 @@ void guardar(Variables_grab& v, std::string_view respuesta, std::int64_t base) {
 /// Asks for block after block; while one is under way the one before is stored.
 void leer_bloques(enlace& e, Variables_grab& v, avance& a, std::int64_t desde, std::int64_t hasta) {
   std::int64_t dir = desde, acumulado = 0;
+  const int resets = e.corte.resets;
   std::string anterior;
   pedir(e, dir);
   esperar_respuesta(e);
+  interrumpir_tras_reset(e, resets);
   while (dir < hasta && !a.cancelar && puede_seguir(e)) {
     dir += bytes_por_bloque;
     anterior = e.respuesta;
@@ -33,6 +35,7 @@ void leer_bloques(enlace& e, Variables_grab& v, avance& a, std::int64_t desde, s
     guardar(v, anterior, dir - bytes_por_bloque);
     avanzar_progreso(a, hasta, bytes_por_bloque, acumulado);
     esperar_respuesta(e);
+    interrumpir_tras_reset(e, resets);
   }
   if (e.corte.interrumpida) return;
   guardar(v, e.respuesta, dir);

@@ -6,9 +6,12 @@
 namespace morvane {
 
 void proteger_flash(enlace& e) {
+  if (e.corte.sin_respuesta) return;
+  const int resets = e.corte.resets;
   enviar_comando(e, "g000414FFFF4AC8");
   esperar_datos_rapido(e);
   if (!paso(e, "D") || !paso(e, "A") || !paso(e, "c") || e.corte.sin_respuesta) return;
+  if (interrumpir_tras_reset(e, resets)) return;
   const bool protegida = e.bit_fs != 0;
   preguntar(e, {"Atención ocurrió un problema",
                 protegida ? "Se ha protegido la memoria flash!" : "No es posible proteger la memoria flash!",

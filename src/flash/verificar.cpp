@@ -35,6 +35,7 @@ std::string_view campo(std::string_view respuesta, std::size_t desde, std::size_
 }
 
 veredicto bloques_borrados(enlace& e, avance& a) {
+  e.control_serie.descartar_entrada();
   e.control_serie.InputLen(47);
   e.control_serie.RThreshold(47);
   std::int64_t acumulado = 0;
@@ -70,6 +71,7 @@ veredicto comparar_suma(enlace& e, const Variables_grab& v, std::string_view dig
 }
 
 veredicto comparar_bloques(enlace& e, const Variables_grab& v, avance& a) {
+  e.control_serie.descartar_entrada();
   e.control_serie.RThreshold(47);
   std::int64_t acumulado = 0;
   for (int i = 1; i <= bloques_examinados; ++i) {
@@ -111,9 +113,11 @@ bool difieren(enlace& e, avance& a) {
 bool comparar_grupos(enlace& e, const Variables_grab& v, avance& a, std::int32_t hasta) {
   std::int64_t acumulado = 0;
   std::int32_t dir = 0;
+  const int resets = e.corte.resets;
   std::string anterior;
   enviar_comando(e, comando_de_lectura(0, "16"));
   esperar_datos(e);
+  interrumpir_tras_reset(e, resets);
   while (dir < hasta && !a.cancelar && puede_seguir(e) && !e.corte.sin_respuesta) {
     dir += 16;
     anterior = e.respuesta;
@@ -121,6 +125,7 @@ bool comparar_grupos(enlace& e, const Variables_grab& v, avance& a, std::int32_t
     if (!iguales(v, anterior, dir - 16)) return difieren(e, a);
     avanzar_progreso(a, hasta, 16, acumulado);
     esperar_datos(e);
+    interrumpir_tras_reset(e, resets);
   }
   if (dir >= hasta && puede_seguir(e) && !e.corte.sin_respuesta) {
     preguntar(e, {"Atención", "La verificación ha sido exitosa"});
@@ -134,6 +139,8 @@ void cerrar_chip_y_puerto(enlace& e) {
   const interrupcion antes = e.corte;
   enviar_comando(e, "D");
   esperar_datos(e);
+  // A question answered Yes has opened the chip once more.
+  if (e.corte.interrumpida && e.corte.cierre_permitido && !antes.interrumpida) enviar_comando(e, "D");
   e.corte = antes;
   cerrar_puerto(e);
 }

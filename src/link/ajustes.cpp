@@ -43,6 +43,8 @@ void leer_ajustes(enlace& e) {
 
 void guardar_ajustes(enlace& e) {
   const ajustes& a = e.valores;
+  // Settings that were never read must not take the place of those that stand in the file.
+  if (a.velocidad.empty()) return;
   const std::string nombre = a.ruta_aplicacion + std::string(nombre_ajustes);
   if (e.ficheros.Dir(nombre).empty()) return;
   const std::string contenido = "\"" + a.velocidad + "\",\"" + a.paridad + "\",\"" + a.bits_datos + "\",\"" +

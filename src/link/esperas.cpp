@@ -140,6 +140,8 @@ void esperar(enlace& e, bandera b, Pausa pausa) {
     v.pasar();
   } while (!v.fin() && !e.tiempo_agotado);
   if (!v.fin()) e.corte.sin_respuesta = true;
+  // What a RESET has armed has been answered.
+  if (v.fin() && e.vigiladas == 0) e.spera_resp.Enabled(false);
   if (e.repetidas > 0) recoger_repetidas(e);
 }
 
@@ -194,6 +196,13 @@ bool paso(enlace& e, std::string_view comando) {
   enviar_comando(e, comando);
   esperar_datos(e);
   return puede_seguir(e);
+}
+
+bool interrumpir_tras_reset(enlace& e, int antes) {
+  if (e.corte.resets == antes) return false;
+  interrumpir(e);
+  e.corte.cierre_permitido = true;
+  return true;
 }
 
 void modo_caracter(MSComm& serial) {

@@ -35,7 +35,10 @@ error_archivo archivos::anadir_linea(std::string_view nombre, std::string_view t
   const ssize_t hechos = ::write(fd, entero.data(), entero.size());
   if (hechos == static_cast<ssize_t>(entero.size())) {
     const int error = sincronizar(fd);
-    return error != 0 ? error : abierto.fd.cerrar();
+    if (error == 0) return abierto.fd.cerrar();
+    // Not kept for certain, so not kept at all.
+    (void)::ftruncate(fd, antes.st_size);
+    return error;
   }
   const int error = hechos < 0 ? errno : ENOSPC;
   // Half a line would be read as a path; back to what stood there.

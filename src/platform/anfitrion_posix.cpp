@@ -15,11 +15,13 @@ constexpr std::array programas = {"hardinfo2", "hardinfo", "kinfocenter", "gnome
 
 /// Runs in the child that `iniciar` makes. The program becomes nobody's child, so that nobody has to wait for it.
 [[noreturn]] void convertirse_en(const char* ruta) {
-  if (::fork() != 0) ::_exit(0);
+  const pid_t nieto = ::fork();
+  if (nieto != 0) ::_exit(nieto > 0 ? 0 : 1);
   ::setsid();
   sigset_t ninguna;
   sigemptyset(&ninguna);
   ::sigprocmask(SIG_SETMASK, &ninguna, nullptr);
+  std::signal(SIGPIPE, SIG_DFL);
   ::execl(ruta, ruta, static_cast<char*>(nullptr));
   ::_exit(127);
 }
@@ -47,9 +49,8 @@ bool anfitrion_posix::iniciar(const std::string& ruta) {
   const pid_t hijo = ::fork();
   if (hijo < 0) return false;
   if (hijo == 0) convertirse_en(ruta.c_str());
-  int sin_importancia = 0;
-  ::waitpid(hijo, &sin_importancia, 0);
-  return true;
+  int estado = 0;
+  return ::waitpid(hijo, &estado, 0) == hijo && WIFEXITED(estado) && WEXITSTATUS(estado) == 0;
 }
 
 std::vector<std::string> anfitrion_posix::programas_de_informacion() {

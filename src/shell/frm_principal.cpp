@@ -37,7 +37,7 @@ void conectar_menu(frm_principal& f) {
   f.menu.men_leer_fr.Click = [&f] { men_leer_fr_Click(f); };
   f.rango.btn_leer.Click = [&f] { btn_leer_Click(f); };
   f.menu.men_prog_t.Click = [&f] {
-    if (hay_programa(f)) men_prog_t_Click(f);
+    if (!rechazada_por_carga(f) && hay_programa(f)) men_prog_t_Click(f);
   };
 }
 
@@ -126,7 +126,7 @@ void Toolbar_ButtonClick(frm_principal& f, int indice) {
       men_borrar_t_Click(f);
       break;
     case 3:
-      if (hay_programa(f)) men_prog_t_Click(f);
+      if (!rechazada_por_carga(f) && hay_programa(f)) men_prog_t_Click(f);
       break;
     case 4:
       mn_verifi_t_f_Click(f);

@@ -49,6 +49,8 @@ void verificar_programa(frm_principal& f) {
       f.progreso.Progress.Value = 0;
       cerrar_chip(e);
     }
+  } else if (!e.tiempo_agotado) {
+    cerrar_chip(e);
   }
   cerrar_orden(e);
 }

@@ -71,7 +71,7 @@ void men_leer_ft_Click(frm_principal& f) {
   if (!abrir_puerto(e)) return;
   modo_caracter(e.control_serie);
   abrir_chip(e);
-  if (!e.tiempo_agotado && puede_seguir(e)) leer_lo_programado(f);
+  if (!e.tiempo_agotado) puede_seguir(e) ? leer_lo_programado(f) : cerrar_chip(e);
   cerrar_orden(e);
 }
 
@@ -91,7 +91,7 @@ void btn_leer_Click(frm_principal& f) {
   if (!e.tiempo_agotado && puede_seguir(e)) {
     f.v.dir_fin_lectura = static_cast<std::int32_t>(valor_de(f.rango.txt_hasta));
     leer_flash(e, f.v, f.progreso, static_cast<std::int32_t>(desde), static_cast<std::int32_t>(hasta));
-    f.rango.fra_rango.Visible = false;
+    f.rango.fra_rango.Visible = e.corte.interrumpida;
   }
   cerrar_orden(e);
 }

@@ -112,6 +112,27 @@ TEST_F(lectura, a_stop_stores_the_block_under_way) {
   EXPECT_TRUE(leidas(0, 0x5F) && f.progreso.Progress.Value == 0);
 }
 
+TEST_F(lectura, the_reply_to_a_reset_is_no_block) {
+  v.dir_max_grabada = 0x60;
+  for (std::uint64_t n = 2; n <= 5; ++n) {
+    lejos.placa.fallos.reset_en = lejos.placa.tramas() + n;
+    plat.cajas.clear();
+    f.menu.men_leer_ft.Click();
+    EXPECT_EQ(textos(), "Se ha recibido una señal de RESET|" + texto_interrumpida);
+    EXPECT_TRUE(linea.escrito().ends_with(marco("D")));
+    EXPECT_TRUE(en_reposo() && v.buffer_entrada[(n - 2) * 32] == 0);
+    plat.pasar(1s);
+    lejos.entregar(100, plat.ahora());
+  }
+}
+
+TEST_F(lectura, closing_during_the_opening_still_closes_the_chip) {
+  v.dir_max_grabada = 0x60;
+  plat.en_cada_pasada = [this] { f.link.peticiones_cierre = 1; };
+  f.menu.men_leer_ft.Click();
+  EXPECT_EQ(flujo(), "A D ");
+}
+
 TEST_F(lectura, a_broken_reading_does_not_claim_its_end) {
   v.dir_max_grabada = 0x60;
   for (std::uint64_t n = 2; n <= 5; ++n) {

@@ -22,8 +22,14 @@ std::string bloques(int cuantos) {
 
 struct verificacion : banco_principal {
   void SetUp() override { empezar(); }
+  /// Lets the board carry out a closing that the command before did not wait for.
+  void asentar() {
+    plat.pasar(1s);
+    lejos.entregar(100, plat.ahora());
+  }
   /// Runs a handler from a clean start and gives the commands that the board took.
   std::string correr(void (*orden)(frm_principal&)) {
+    asentar();
     lejos.comandos.clear();
     plat.cajas.clear();
     orden(f);
@@ -154,6 +160,21 @@ TEST_F(verificacion, protection_takes_twelve_frames_and_shows_after_reopening) {
   llenar(0);
   EXPECT_EQ(correr(men_proteger_f_Click), flujo);
   EXPECT_EQ(plat.cajas.back(), critica("Atención ocurrió un problema", "No es posible proteger la memoria flash!"));
+}
+
+TEST_F(verificacion, what_a_reset_cut_off_gets_no_verdict) {
+  const struct {
+    void (*orden)(frm_principal&);
+    std::uint64_t trama;
+  } casos[] = {{men_proteger_f_Click, 11}, {men_verifi_t_Click, 2}, {men_verifi_t_Click, 3}};
+  v.dir_max = v.dir_max_grabada = 99;
+  for (const auto& c : casos) {
+    llenar(0xFF);
+    asentar();
+    lejos.placa.fallos.reset_en = lejos.placa.tramas() + c.trama;
+    correr(c.orden);
+    EXPECT_EQ(textos(), "Se ha recibido una señal de RESET|" + texto_interrumpida);
+  }
 }
 
 TEST_F(verificacion, reset_takes_seven_frames_and_is_not_sent_unconfirmed) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QSize>
 #include <functional>
 #include <memory>
 #include <string>
@@ -30,6 +31,8 @@ class otras_ventanas {
   struct una {
     Form* forma;
     std::unique_ptr<ventana_qt> ventana;
+    /// The size that it was made with, in which it appears each time that it is loaded.
+    QSize inicial;
     unsigned long vistos = 0;
     int llamadas = 0;
   };
