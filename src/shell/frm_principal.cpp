@@ -57,6 +57,43 @@ void llenar_estado(frm_principal& f) {
   f.estado.anadir(Panel::estilo::hora, ancho_panel_hora);
 }
 
+/// Keeps the pressed button disabled until its command has ended, however that ends.
+class boton_pulsado {
+ public:
+  explicit boton_pulsado(Button& boton) : boton_(boton) { boton_.Enabled = false; }
+  ~boton_pulsado() { boton_.Enabled = true; }
+  boton_pulsado(const boton_pulsado&) = delete;
+  boton_pulsado& operator=(const boton_pulsado&) = delete;
+
+ private:
+  Button& boton_;
+};
+
+void ejecutar_boton(frm_principal& f, int indice) {
+  switch (indice) {
+    case 1:
+      abrir_proyecto(f);
+      break;
+    case 2:
+      men_borrar_t_Click(f);
+      break;
+    case 3:
+      if (!rechazada_por_carga(f) && hay_programa(f)) men_prog_t_Click(f);
+      break;
+    case 4:
+      mn_verifi_t_f_Click(f);
+      break;
+    case 5:
+      men_reset_Click(f);
+      break;
+    case 6:
+      f.progreso.cancelar = true;
+      break;
+    default:
+      break;
+  }
+}
+
 }  // namespace
 
 panel_rango::panel_rango(contador_cambios& c)
@@ -111,36 +148,20 @@ std::vector<Form*> frm_principal::otras_ventanas() {
   return {&cfg_pto_serial.ventana, &buffer_out.ventana, &buffer_in.ventana, &buffer_comp.ventana, &about.ventana};
 }
 
+orden_en_curso::~orden_en_curso() {
+  if (--f_.ordenes > 0) return;
+  f_.cargando = false;
+  f_.link.vigiladas = 0;
+  cerrar_puerto(f_.link);
+}
+
 void mostrar_comparacion(frm_principal& f) {
   f.buffer_comp.ventana.Show();
 }
 
 void Toolbar_ButtonClick(frm_principal& f, int indice) {
-  Button& boton = f.barra.boton(indice);
-  boton.Enabled = false;
-  switch (indice) {
-    case 1:
-      abrir_proyecto(f);
-      break;
-    case 2:
-      men_borrar_t_Click(f);
-      break;
-    case 3:
-      if (!rechazada_por_carga(f) && hay_programa(f)) men_prog_t_Click(f);
-      break;
-    case 4:
-      mn_verifi_t_f_Click(f);
-      break;
-    case 5:
-      men_reset_Click(f);
-      break;
-    case 6:
-      f.progreso.cancelar = true;
-      break;
-    default:
-      break;
-  }
-  boton.Enabled = true;
+  const boton_pulsado pulsado(f.barra.boton(indice));
+  ejecutar_boton(f, indice);
 }
 
 bool pedir_cierre(frm_principal& f) {

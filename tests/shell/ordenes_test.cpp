@@ -177,4 +177,15 @@ TEST_F(ordenes, leaving_by_the_menu_needs_no_question) {
   EXPECT_THROW(programar_y(3, [this] { f.menu.men_salir.Click(); }), fin_de_programa);
 }
 
+TEST_F(ordenes, a_command_that_ends_by_an_exception_leaves_an_idle_window) {
+  for (const std::size_t n : {1u, 5u}) {
+    lejos.comandos.clear();
+    plat.en_cada_pasada = [this, n] {
+      if (lejos.comandos.size() >= n) throw std::runtime_error("roto");
+    };
+    EXPECT_THROW(pulsar(2), std::runtime_error);
+    EXPECT_TRUE(en_reposo() && f.link.vigiladas == 0 && f.barra.boton(2).Enabled);
+  }
+}
+
 }  // namespace

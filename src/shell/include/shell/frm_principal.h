@@ -81,11 +81,12 @@ struct frm_principal {
   bool cargando = false;
 };
 
-/// Marks a command or a load as running for as long as it lives.
+/// Marks a command or a load as running for as long as it lives. The end of the last one leaves the port closed and no
+/// load running, also when it ends by an exception.
 class orden_en_curso {
  public:
   explicit orden_en_curso(frm_principal& f) : f_(f) { ++f_.ordenes; }
-  ~orden_en_curso() { --f_.ordenes; }
+  ~orden_en_curso();
   orden_en_curso(const orden_en_curso&) = delete;
   orden_en_curso& operator=(const orden_en_curso&) = delete;
 
