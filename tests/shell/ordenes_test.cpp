@@ -179,6 +179,8 @@ TEST_F(ordenes, leaving_by_the_menu_needs_no_question) {
 
 TEST_F(ordenes, a_command_that_ends_by_an_exception_leaves_an_idle_window) {
   for (const std::size_t n : {1u, 5u}) {
+    plat.pasar(1s);
+    lejos.entregar(100, plat.ahora());
     lejos.comandos.clear();
     plat.en_cada_pasada = [this, n] {
       if (lejos.comandos.size() >= n) throw std::runtime_error("roto");
