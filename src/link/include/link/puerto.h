@@ -19,11 +19,12 @@ void cerrar_puerto(enlace& e);
 /// that it has to be repeated. `tiempo_agotado` is then down.
 void cerrar_orden(enlace& e);
 
-/// Reads "SETTINGS.TXT". Without the file the settings stay as they are, and so they do when it cannot be read, which the
-/// user is told; an empty one gives the defaults and is written anew; fields that are missing take their defaults.
+/// Reads "SETTINGS.TXT". Without the file the settings stay as they are, and so they do when it cannot be read, which
+/// the user is told; an empty one gives the defaults and is written anew; fields that are missing take their defaults.
 void leer_ajustes(enlace& e);
 
-/// Writes "SETTINGS.TXT" if it exists and there are settings to write. The user is told if that fails; the old file then stands.
+/// Writes "SETTINGS.TXT" if it exists and there are settings to write. The user is told if that fails; the old file
+/// then stands.
 void guardar_ajustes(enlace& e);
 
 enum class modo_fichero { leer = 0, escribir = 1, anadir = 2 };
