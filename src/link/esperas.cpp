@@ -1,5 +1,6 @@
 #include "link/esperas.h"
 
+#include <algorithm>
 #include <atomic>
 
 #include "link/tramas.h"
@@ -43,10 +44,9 @@ void pasada(enlace& e) {
   if (e.vigiladas == 0) interrumpir(e);
 }
 
-/// After a repeated "A" more than one reply may be under way. Takes them all, so that none is read as the reply to a
-/// later command.
-void recoger_repetidas(enlace& e) {
-  reloj quietud(e.plat, reposo);
+/// Takes all that still comes until the line has been quiet for `calma`.
+void recoger(enlace& e, milisegundos calma) {
+  reloj quietud(e.plat, calma);
   reloj limite(e.plat, charla);
   quietud.arrancar();
   limite.arrancar();
@@ -56,6 +56,17 @@ void recoger_repetidas(enlace& e) {
     if (vistos != e.control_serie.recibidos()) quietud.arrancar();
     vistos = e.control_serie.recibidos();
   }
+}
+
+/// After a repeated "A", and in the first bracket after one that was given up, more replies may be under way than the one
+/// that has come. Takes them too, so that none is read as the reply to a later command.
+void asentar_linea(enlace& e) {
+  const bool nuevo_comienzo = e.linea_inquieta && e.ultimo_comando == 'A';
+  if (e.repetidas == 0 && !nuevo_comienzo) return;
+  // A board that was late for the first "A" is as late for the last.
+  const auto entre_la_primera_y_la_ultima = std::chrono::ceil<milisegundos>(e.ultima_repetida - e.inicio_espera);
+  recoger(e, reposo + (e.repetidas == 0 ? milisegundos{0} : std::min(entre_la_primera_y_la_ultima, charla)));
+  if (nuevo_comienzo) e.linea_inquieta = false;
 }
 
 void reabrir_chip(enlace& e) {
@@ -93,6 +104,7 @@ class vigia {
     silencio_.arrancar();
     charla_.arrancar();
     e_.repetidas = 0;
+    e_.inicio_espera = e.plat.ahora();
   }
 
   /// One pass of the pump, and the question if it is time for it.
@@ -142,7 +154,7 @@ void esperar(enlace& e, bandera b, Pausa pausa) {
   if (!v.fin()) e.corte.sin_respuesta = true;
   // What a RESET has armed has been answered.
   if (v.fin() && e.vigiladas == 0) e.spera_resp.Enabled(false);
-  if (e.repetidas > 0) recoger_repetidas(e);
+  if (v.fin()) asentar_linea(e);
 }
 
 }  // namespace
@@ -169,7 +181,7 @@ void esperar_con_vigilancia(enlace& e) {
   while (!v.fin() && !e.tiempo_agotado);
   --e.vigiladas;
   e.spera_resp.Enabled(false);
-  if (e.repetidas > 0 && v.fin()) recoger_repetidas(e);
+  if (v.fin()) asentar_linea(e);
 }
 
 void spera_resp_Timer(enlace& e) {
@@ -179,6 +191,7 @@ void spera_resp_Timer(enlace& e) {
     case vbYes:
       e.control_serie.descartar_entrada();
       ++e.repetidas;
+      e.ultima_repetida = e.plat.ahora();
       enviar_comando(e, "A");
       break;
     case vbNo:

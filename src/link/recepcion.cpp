@@ -16,6 +16,9 @@ constexpr int maximo_resets = 1;
 /// Characters that an unfinished frame may grow to; noise beyond is not kept.
 constexpr std::size_t maximo_respuesta = 4096;
 
+/// Code, two digits of status, two of the checksum.
+constexpr std::size_t largo_estado = 5;
+
 constexpr std::string_view titulo_chip = "Atención respuesta del Chip";
 
 constexpr std::array<std::string_view, 9> errores_chip = {
@@ -52,7 +55,8 @@ void recibir_estado(enlace& e) {
                botones::Aceptar, icono::critico});
     return;
   }
-  e.estado_reciente = true;
+  // A reply to another command has the digits of its checksum where a status stands.
+  e.estado_reciente = e.respuesta.size() == largo_estado;
   const auto bit = [estado](int n) { return static_cast<std::uint8_t>(estado >> n & 1); };
   e.bit_wip = bit(0);
   e.bit_wen = bit(1);

@@ -18,7 +18,7 @@ std::string gemelo::hora() const {
 }
 
 std::string gemelo::ShowOpen(const CommonDialog& /*dialogo*/) {
-  if (rutas_.empty()) return {};
+  if (rutas_.empty()) return eleccion ? eleccion() : std::string();
   std::string ruta = std::move(rutas_.front());
   rutas_.pop_front();
   return ruta;
@@ -39,6 +39,7 @@ void gemelo::programar(instante cuando, std::function<void()> accion) {
 respuesta_caja gemelo::mostrar(const caja& mensaje) {
   cajas.push_back(mensaje);
   ahora_ += tiempo_de_caja;
+  if (respuestas_.empty() && usuario) return usuario(mensaje);
   const bool para_otra = respuestas_.empty() || respuestas_.front().respuesta >= vbCancel;
   if (mensaje.teclas == botones::Aceptar && para_otra) return vbOK;
   if (respuestas_.empty()) {

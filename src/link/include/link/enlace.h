@@ -65,7 +65,7 @@ struct enlace {
   /// Status byte of the last status reply, and its bits, each 0 or 1.
   std::uint8_t registro_estado = 0;
   std::uint8_t bit_wip = 0, bit_wen = 0, bit_config = 0, bit_wef = 0, bit_fs = 0;
-  /// A status byte other than 0xFF has come since the last send, so the bits are of now.
+  /// A status reply, and not 0xFF, has come since the last send, so the bits are of now.
   bool estado_reciente = false;
   /// Answer of the last message box as digits: "1" OK, "2" Cancel, "6" Yes, "7" No.
   std::string resultado_msgbox;
@@ -79,8 +79,12 @@ struct enlace {
   int peticiones_cierre = 0;
   /// Guarded waits that are running.
   int vigiladas = 0;
-  /// Times that the running wait has sent "A" again.
+  /// Times that the running wait has sent "A" again, when it began, and when it did so last.
   int repetidas = 0;
+  instante inicio_espera{0}, ultima_repetida{0};
+  /// An operation was given up, so replies to it may still come. Up until an "A" has been answered and the line has come
+  /// to rest after it.
+  bool linea_inquieta = false;
   /// Characters that had been received when the last command went out.
   std::uint64_t recibidos_al_enviar = 0;
 

@@ -70,6 +70,9 @@ class gemelo final : public plataforma {
   std::size_t olvidar_respuestas() { return std::exchange(respuestas_, {}).size(); }
   /// Paths for the open dialogs to come; without one the dialog is cancelled.
   void elegir(std::string ruta) { rutas_.push_back(std::move(ruta)); }
+  /// Answer the boxes and the open dialogs for which nothing stands ready, when set.
+  std::function<respuesta_caja(const caja&)> usuario;
+  std::function<std::string()> eleccion;
   /// Runs `accion` inside the first pass at or after `cuando`.
   void programar(instante cuando, std::function<void()> accion);
   /// Makes the clock stop at the moments at which `otro` has something to deliver.

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "faltas_al_azar.h"
+#include "ficheros.h"
+#include "shell/frm_principal.h"
+
+namespace campana {
+
+/// What one operation went through.
+struct circunstancias {
+  alcance efecto;
+  /// No fault of any kind, and nobody clicked meanwhile: whatever is said must be the plain truth.
+  bool limpia = true;
+  bool con_clics = false;
+};
+
+/// Knows what the chip holds and what went over the line, and judges each box of the program by it.
+class oraculo {
+ public:
+  oraculo(morvane::frm_principal& f, const morvane::transporte_memoria& linea, const linea_mala& lejos,
+          const ficheros_al_azar& ficheros, const apoyo::carpeta& dir);
+
+  void empezar(const circunstancias& c);
+  void juzgar(const morvane::caja& mensaje);
+  void contar_pregunta(morvane::respuesta_caja respuesta);
+  /// What must hold when an operation is over. `pasado`: its time without that of boxes.
+  void terminar(morvane::instante pasado);
+
+  std::vector<std::string> fallos;
+  std::vector<std::string> dicho;
+
+ private:
+  bool borrada() const;
+  bool grabada() const;
+  bool leida() const;
+  bool sumas_iguales() const;
+  bool bytes_iguales() const;
+  bool protegida() const;
+  bool cargado() const;
+  bool diario_igual(const std::vector<std::string>& palabras) const;
+  std::vector<std::string> enviados(char letra) const;
+  void exigir(bool bien, const std::string& que);
+
+  morvane::frm_principal& f_;
+  const morvane::transporte_memoria& linea_;
+  const linea_mala& lejos_;
+  const ficheros_al_azar& ficheros_;
+  const apoyo::carpeta& dir_;
+  circunstancias c_;
+  std::size_t desde_ = 0;
+  int preguntas_ = 0, interrumpidas_ = 0, otras_ = 0;
+  bool rechazo_ = false;
+};
+
+}  // namespace campana
