@@ -1,7 +1,7 @@
 #include "link/esperas.h"
 
-#include <algorithm>
 #include <atomic>
+#include <limits>
 
 #include "link/tramas.h"
 
@@ -44,28 +44,27 @@ void pasada(enlace& e) {
   if (e.vigiladas == 0) interrumpir(e);
 }
 
-/// Takes all that still comes until the line has been quiet for `calma`.
-void recoger(enlace& e, milisegundos calma) {
+/// Takes all that still comes until `esperadas` replies have come since the wait began, or the line has been quiet for
+/// `calma`.
+void recoger(enlace& e, int esperadas, milisegundos calma) {
   reloj quietud(e.plat, calma);
   reloj limite(e.plat, charla);
   quietud.arrancar();
   limite.arrancar();
   for (std::uint64_t vistos = e.control_serie.recibidos(); !quietud.vencido() && !limite.vencido();) {
-    if (e.corte.interrumpida || e.peticiones_cierre >= 2) return;
+    if (e.respuestas_espera >= esperadas || e.corte.interrumpida || e.peticiones_cierre >= 2) return;
     pasada(e);
     if (vistos != e.control_serie.recibidos()) quietud.arrancar();
     vistos = e.control_serie.recibidos();
   }
 }
 
-/// After a repeated "A", and in the first bracket after one that was given up, more replies may be under way than the one
-/// that has come. Takes them too, so that none is read as the reply to a later command.
+/// After a repeated "A", and in the first bracket after one that was given up, more replies may be under way than the
+/// one that has come. Takes them too, so that none is read as the reply to a later command.
 void asentar_linea(enlace& e) {
   const bool nuevo_comienzo = e.linea_inquieta && e.ultimo_comando == 'A';
-  if (e.repetidas == 0 && !nuevo_comienzo) return;
-  // A board that was late for the first "A" is as late for the last.
-  const auto entre_la_primera_y_la_ultima = std::chrono::ceil<milisegundos>(e.ultima_repetida - e.inicio_espera);
-  recoger(e, reposo + (e.repetidas == 0 ? milisegundos{0} : std::min(entre_la_primera_y_la_ultima, charla)));
+  if (nuevo_comienzo) recoger(e, std::numeric_limits<int>::max(), reposo);
+  if (e.repetidas > 0) recoger(e, e.repetidas + 1, silencio_normal);
   if (nuevo_comienzo) e.linea_inquieta = false;
 }
 
@@ -103,8 +102,7 @@ class vigia {
         vistos_(e.control_serie.recibidos()) {
     silencio_.arrancar();
     charla_.arrancar();
-    e_.repetidas = 0;
-    e_.inicio_espera = e.plat.ahora();
+    e_.repetidas = e_.respuestas_espera = 0;
   }
 
   /// One pass of the pump, and the question if it is time for it.
@@ -189,9 +187,8 @@ void spera_resp_Timer(enlace& e) {
   if (algo || !e.control_serie.PortOpen()) return e.spera_resp.Enabled(false);
   switch (preguntar(e, pregunta_sin_respuesta())) {
     case vbYes:
-      e.control_serie.descartar_entrada();
+      // What has come meanwhile stays: it is the answer of a slow board, and whatever more comes is taken afterwards.
       ++e.repetidas;
-      e.ultima_repetida = e.plat.ahora();
       enviar_comando(e, "A");
       break;
     case vbNo:

@@ -73,6 +73,7 @@ void recibir_trama(enlace& e) {
     return;
   }
   e.respuesta_lista = true;
+  ++e.respuestas_espera;
   e.codigo_respuesta = e.respuesta.front();
   if (e.codigo_respuesta != '0') {
     if (e.respuesta.compare(1, 5, "RESET") == 0) return recibir_reset(e);

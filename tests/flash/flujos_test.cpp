@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "apoyo/banco.h"
+#include "apoyo/guion.h"
 #include "apoyo/placa_lejos.h"
 #include "flash/borrar.h"
 #include "flash/grabar.h"
@@ -79,6 +80,16 @@ TEST_F(flujos, an_inactive_ezport_speaks_and_the_bits_of_an_earlier_reply_decide
     EXPECT_EQ(habilitar_flash(e), antes);
     EXPECT_EQ(plat.cajas.size(), antes ? 3u : 2u);
   }
+}
+
+struct guion_de_borrado : banco_enlace<guion> {};
+
+TEST_F(guion_de_borrado, a_reply_without_data_does_not_end_an_erase) {
+  reabrir();
+  // The digits "30" of its checksum stand where a status stands.
+  for (const char* r : {"0", "002", "0", "020", "0", "022", "0", "0", "021", "020"}) lejos.contestar(marco(r));
+  EXPECT_TRUE(borrar_flash(e));
+  EXPECT_EQ(lejos.comandos.size(), 10u);
 }
 
 TEST_F(flujos, the_erase_counts_its_polls_and_an_error_wins_over_done) {

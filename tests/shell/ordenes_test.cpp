@@ -150,6 +150,38 @@ TEST_F(ordenes, every_way_out_of_a_broken_command_leads_to_an_idle_window) {
   }
 }
 
+TEST_F(ordenes, a_board_that_is_always_late_needs_one_yes_for_each_guarded_command) {
+  lejos.placa.fallos.retrasa_todas = true;
+  for (const unsigned retraso : {1200u, 4900u}) {
+    lejos.placa.fallos.retraso_ms = retraso;
+    plat.cajas.clear();
+    plat.tiempo_de_caja = std::chrono::milliseconds(retraso);
+    for (int i = 0; i < 2; ++i) plat.responder(vbYes);
+    pulsar(2);
+    EXPECT_EQ(textos(), texto_pregunta + "|" + texto_borrado + "|" + texto_pregunta) << retraso;
+    EXPECT_EQ(plat.olvidar_respuestas(), 0u);
+  }
+}
+
+/// The replies to what was given up, and to an opening that was repeated, come while the next command reads.
+TEST_F(ordenes, late_replies_are_not_read_as_data) {
+  std::ranges::fill(lejos.chip.flash(), std::uint8_t{0x55});
+  f.rango.txt_desde.Text = "0";
+  f.rango.txt_hasta.Text = "400";
+  for (const bool repetida : {false, true}) {
+    plat.cajas.clear();
+    lejos.placa.fallos = {};
+    lejos.placa.fallos.retrasada_en = lejos.placa.tramas() + (repetida ? 1 : 5);
+    lejos.placa.fallos.retraso_ms = repetida ? 2'500 : 7'060;
+    plat.tiempo_de_caja = 1s;
+    plat.responder(repetida ? vbYes : vbCancel);
+    f.rango.btn_leer.Click();
+    if (!repetida) f.rango.btn_leer.Click();
+    EXPECT_TRUE(textos().ends_with("¡Ha terminado de Leer!"));
+    EXPECT_EQ(std::ranges::count(v.buffer_entrada, 0x55), 0x420);
+  }
+}
+
 TEST_F(ordenes, closing_during_a_command_closes_the_chip_first) {
   EXPECT_TRUE(pedir_cierre(f)) << "an idle window goes at once";
   for (const std::size_t n : {1u, 6u, 10u, 16u, 18u}) {

@@ -79,11 +79,10 @@ struct enlace {
   int peticiones_cierre = 0;
   /// Guarded waits that are running.
   int vigiladas = 0;
-  /// Times that the running wait has sent "A" again, when it began, and when it did so last.
-  int repetidas = 0;
-  instante inicio_espera{0}, ultima_repetida{0};
-  /// An operation was given up, so replies to it may still come. Up until an "A" has been answered and the line has come
-  /// to rest after it.
+  /// Times that the running wait has sent "A" again, and good frames that have come since it began.
+  int repetidas = 0, respuestas_espera = 0;
+  /// An operation was given up, so replies to it may still come. Up until an "A" has been answered and the line has
+  /// come to rest after it.
   bool linea_inquieta = false;
   /// Characters that had been received when the last command went out.
   std::uint64_t recibidos_al_enviar = 0;
