@@ -24,8 +24,12 @@ void decir(enlace& e, const char* texto) {
 std::optional<std::string_view> examinar(enlace& e, std::string_view comando) {
   if (!puede_seguir(e)) return std::nullopt;
   enviar_comando(e, comando);
+  const std::uint64_t antes = e.control_serie.recibidos();
   esperar_datos(e);
   if (!puede_seguir(e) || e.corte.sin_respuesta) return std::nullopt;
+  // What is more than a reply may be noise, with the reply behind it still on its way.
+  const auto umbral = static_cast<std::uint64_t>(e.control_serie.RThreshold());
+  if (e.control_serie.recibidos() - antes != umbral) e.linea_inquieta = true;
   return e.respuesta;
 }
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/texto.h"
+
 namespace campana {
 
 namespace {
@@ -82,11 +84,12 @@ void mundo::en_una_pasada() {
 
 gesto mundo::un_gesto() {
   std::vector<gesto> todos = gestos(p_->f, azar_);
-  // Half of the time nothing that only changes what is shown.
-  if (azar_.una_de(2)) {
-    std::erase_if(todos, [](const gesto& g) {
-      return g.nombre.starts_with("men_dir") || g.nombre.starts_with("time_") || g.nombre.starts_with("frm") ||
-             g.nombre.starts_with("men_ver_") || g.nombre.starts_with("men_ac") || g.nombre == "men_salir";
+  // Mostly something that works on the chip or on the image, not what only changes the windows.
+  if (!azar_.una_de(4)) {
+    constexpr std::array aparte{"men_dir",      "time_",   "frm",  "men_ver_", "men_ac", "men_salir",
+                                "men_comparar", "men_pto", "cmb_", "txt_",     "lst_",   "cmd"};
+    std::erase_if(todos, [&](const gesto& g) {
+      return std::ranges::any_of(aparte, [&](const char* p) { return g.nombre.starts_with(p); });
     });
   }
   return todos[azar_.hasta(todos.size())];
@@ -163,11 +166,14 @@ void mundo::ejecutar(const std::function<void()>& que) {
 void mundo::arrancar() {
   p_.reset();
   p_ = std::make_unique<programa>(*this);
+  p_->f.rango.txt_desde.Text = hex(static_cast<std::uint32_t>(azar_.hasta(0x80)), 1);
+  p_->f.rango.txt_hasta.Text = hex(static_cast<std::uint32_t>(azar_.hasta(0x200)), 1);
   hay_que_arrancar_ = false;
 }
 
 bool mundo::operar() {
   ++cuenta_.operaciones;
+  anterior_ = std::move(historia_);
   historia_.clear();
   const bool arranque = hay_que_arrancar_;
   if (arranque) arrancar();
@@ -186,9 +192,11 @@ bool mundo::operar() {
 }
 
 std::string mundo::informe() const {
-  std::string texto = historia_;
+  std::string texto = "the operation before:\n" + anterior_ + "this one:\n" + historia_;
   for (const std::string& fallo : p_->juez.fallos) texto += "FAILED: " + fallo + "\n";
-  return texto + "frames: " + lejos_.lejos.flujo() + "\n";
+  constexpr std::size_t ultimas = 80;
+  const std::size_t todas = lejos_.lejos.comandos.size();
+  return texto + "last frames: " + lejos_.lejos.flujo(todas > ultimas ? todas - ultimas : 0) + "\n";
 }
 
 }  // namespace campana

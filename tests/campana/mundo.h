@@ -69,7 +69,7 @@ class mundo {
   int preguntas_ = 0;
   bool hay_que_arrancar_ = true;
   morvane::instante en_cajas_{0};
-  std::string historia_;
+  std::string historia_, anterior_;
 };
 
 }  // namespace campana
