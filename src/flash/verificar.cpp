@@ -20,17 +20,21 @@ void decir(enlace& e, const char* texto) {
   preguntar(e, {"Atención", texto, botones::Aceptar, icono::informacion});
 }
 
+/// What to do where more characters come than a reply has. They may be noise, with the reply still on its way, so that
+/// a next one of the same length would be read at the wrong place.
+enum class sobrante { se_tolera, interrumpe };
+
 /// Sends a command of the fixed-length modes and gives what came, if it came for this command.
-std::optional<std::string_view> examinar(enlace& e, std::string_view comando) {
+std::optional<std::string_view> examinar(enlace& e, std::string_view comando, sobrante si_sobra) {
   if (!puede_seguir(e)) return std::nullopt;
   enviar_comando(e, comando);
   const std::uint64_t antes = e.control_serie.recibidos();
   esperar_datos(e);
   if (!puede_seguir(e) || e.corte.sin_respuesta) return std::nullopt;
-  // What is more than a reply may be noise, with the reply behind it still on its way.
-  const auto umbral = static_cast<std::uint64_t>(e.control_serie.RThreshold());
-  if (e.control_serie.recibidos() - antes != umbral) e.linea_inquieta = true;
-  return e.respuesta;
+  const bool sobra = e.control_serie.recibidos() - antes != static_cast<std::uint64_t>(e.control_serie.RThreshold());
+  if (sobra) e.linea_inquieta = true;
+  if (sobra && si_sobra == sobrante::interrumpe) interrumpir(e);
+  return e.corte.interrumpida ? std::nullopt : std::optional<std::string_view>(e.respuesta);
 }
 
 /// `cuantos` characters of a reply from position `desde`, counted from 1; fewer where it is shorter.
@@ -45,7 +49,7 @@ veredicto bloques_borrados(enlace& e, avance& a) {
   std::int64_t acumulado = 0;
   for (int i = 0; i < bloques_examinados; ++i) {
     avanzar_progreso(a, 256, 32, acumulado);
-    const auto respuesta = examinar(e, comando_de_bloque(bytes_examinados * i));
+    const auto respuesta = examinar(e, comando_de_bloque(bytes_examinados * i), sobrante::interrumpe);
     if (!respuesta) return veredicto::ninguno;
     if (campo(*respuesta, 35, 2) != "FF") return veredicto::no;
   }
@@ -53,7 +57,7 @@ veredicto bloques_borrados(enlace& e, avance& a) {
 }
 
 veredicto examinar_borrado(enlace& e, avance& a) {
-  const auto primera = examinar(e, "C000000000000");
+  const auto primera = examinar(e, "C000000000000", sobrante::interrumpe);
   if (!primera) return veredicto::ninguno;
   return campo(*primera, 3, 2) == "FF" ? bloques_borrados(e, a) : veredicto::no;
 }
@@ -82,7 +86,7 @@ veredicto comparar_bloques(enlace& e, const Variables_grab& v, avance& a) {
     const std::int32_t dir = bytes_examinados * (i - 1);
     if (dir >= total_flash) break;
     avanzar_progreso(a, bloques_examinados, i, acumulado);
-    const auto respuesta = examinar(e, comando_de_bloque(dir));
+    const auto respuesta = examinar(e, comando_de_bloque(dir), sobrante::se_tolera);
     if (!respuesta) return veredicto::ninguno;
     const veredicto este = comparar_suma(e, v, campo(*respuesta, 37, 8), dir, bytes_examinados - 1);
     if (este != veredicto::si) return este;
@@ -93,7 +97,7 @@ veredicto comparar_bloques(enlace& e, const Variables_grab& v, avance& a) {
 
 veredicto examinar_sumas(enlace& e, const Variables_grab& v, avance& a) {
   constexpr std::int32_t cuenta_primera = 0x400;
-  const auto primera = examinar(e, "C000000000400");
+  const auto primera = examinar(e, "C000000000400", sobrante::se_tolera);
   if (!primera) return veredicto::ninguno;
   const veredicto este = comparar_suma(e, v, *primera, 0, cuenta_primera);
   return este == veredicto::si ? comparar_bloques(e, v, a) : este;

@@ -144,11 +144,11 @@ void esperar(enlace& e, bandera b, Pausa pausa) {
   if (e.corte.interrumpida) return;
   vigia v(e, b);
   v.pasar();
-  if (v.fin()) return;
-  do {
+  while (!v.fin()) {
     pausa();
     v.pasar();
-  } while (!v.fin() && !e.tiempo_agotado);
+    if (e.tiempo_agotado) break;
+  }
   if (!v.fin()) e.corte.sin_respuesta = true;
   // What a RESET has armed has been answered.
   if (v.fin() && e.vigiladas == 0) e.spera_resp.Enabled(false);

@@ -14,12 +14,19 @@ constexpr std::array<unsigned, 4> goteos{20, 400, 3'000, 9'000};
 constexpr alcance nada{};
 constexpr alcance tarda{.solo_tarda = true};
 constexpr alcance ensucia{.ensucia = true};
+constexpr alcance altera{.ensucia = true, .altera = true};
 constexpr alcance desplaza{.ensucia = true, .desplaza = true};
 constexpr alcance no_graba{.no_graba = true};
 
-puente::faltas& placa(linea_mala& l) { return l.lejos.placa.fallos; }
-std::uint64_t en(linea_mala& l, std::uint64_t n) { return l.lejos.placa.tramas() + n; }
-std::uint64_t caracter(azar& a) { return 1 + a.hasta(a.una_de(3) ? 2'000 : 80); }
+puente::faltas& placa(linea_mala& l) {
+  return l.lejos.placa.fallos;
+}
+std::uint64_t en(linea_mala& l, std::uint64_t n) {
+  return l.lejos.placa.tramas() + n;
+}
+std::uint64_t caracter(azar& a) {
+  return 1 + a.hasta(a.una_de(3) ? 2'000 : 80);
+}
 
 }  // namespace
 
@@ -42,8 +49,7 @@ const std::vector<falta>& faltas() {
          placa(l).retrasa_todas = true;
          placa(l).retraso_ms = a.uno<unsigned>(retrasos);
        }},
-      {"gotea", tarda,
-       [](linea_mala& l, azar& a, std::uint64_t) { placa(l).goteo_ms = a.uno<unsigned>(goteos); }},
+      {"gotea", tarda, [](linea_mala& l, azar& a, std::uint64_t) { placa(l).goteo_ms = a.uno<unsigned>(goteos); }},
       {"suma mala", nada, [](linea_mala& l, azar&, std::uint64_t n) { placa(l).suma_mala_en = en(l, n); }},
       {"suma minúscula", nada, [](linea_mala& l, azar&, std::uint64_t n) { placa(l).suma_minuscula_en = en(l, n); }},
       {"rechaza", nada,
@@ -73,8 +79,8 @@ const std::vector<falta>& faltas() {
       {"duplicada", desplaza, [](linea_mala& l, azar&, std::uint64_t n) { l.mal.duplicada_en = n; }},
       {"suelta", desplaza, [](linea_mala& l, azar&, std::uint64_t n) { l.mal.suelta_en = n; }},
       {"saludo", desplaza, [](linea_mala& l, azar&, std::uint64_t) { l.mal.suelta_en = 0; }},
-      {"carácter alterado", ensucia, [](linea_mala& l, azar& a, std::uint64_t) { l.mal.altera = caracter(a); }},
-      {"carácter perdido", ensucia, [](linea_mala& l, azar& a, std::uint64_t) { l.mal.pierde = caracter(a); }},
+      {"carácter alterado", altera, [](linea_mala& l, azar& a, std::uint64_t) { l.mal.altera = caracter(a); }},
+      {"carácter perdido", altera, [](linea_mala& l, azar& a, std::uint64_t) { l.mal.pierde = caracter(a); }},
       {"ida alterada", nada, [](linea_mala& l, azar& a, std::uint64_t) { l.mal.altera_ida = caracter(a); }},
       {"ida perdida", nada, [](linea_mala& l, azar& a, std::uint64_t) { l.mal.pierde_ida = caracter(a); }},
       {"cuelga", nada, [](linea_mala& l, azar&, std::uint64_t n) { l.mal.cuelga_en = n; }},

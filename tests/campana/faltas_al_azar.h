@@ -13,6 +13,8 @@ namespace campana {
 struct alcance {
   /// Characters come that answer nothing, or replies go wrong, which modes without frames cannot tell from replies.
   bool ensucia = false;
+  /// Characters of a reply are changed or lost.
+  bool altera = false;
   /// A good frame comes that is not the reply to the last command.
   bool desplaza = false;
   /// Words are acknowledged and not written, or cells do not hold what is written.

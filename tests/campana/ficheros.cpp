@@ -50,7 +50,9 @@ ficheros_al_azar::ficheros_al_azar(const apoyo::carpeta& dir, azar& a) {
     rutas_.push_back(dir.escribir(nombre, texto));
     contenidos_[rutas_.back()] = std::move(c);
   };
-  for (const std::int32_t base : {0x0, 0x0, 0x100, 0x3C0, 0x7FA0, 0x3FF00}) {
+  // A file at the end of the flash makes long runs.
+  const std::int32_t lejos = a.una_de(10) ? 0x3FF00 : 0x200;
+  for (const std::int32_t base : {0x0, 0x0, 0x100, 0x3C0, 0x7FA0, lejos}) {
     contenido c;
     const std::string texto = registros(a, c, base);
     anadir("s" + std::to_string(rutas_.size()) + ".s19", texto, c);

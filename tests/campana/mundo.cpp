@@ -101,10 +101,12 @@ circunstancias mundo::sortear() {
   plat_.pasar(std::chrono::milliseconds(50 + azar_.hasta(3'000)));
   if (azar_.una_de(3)) {
     // What the operation before has left under way may still come.
+    const bool pendiente = lejos_.proximo().has_value();
+    const bool goteaba = lejos_.lejos.placa.fallos.goteo_ms > 1'000 && pendiente;
+    c.limpia = !pendiente && !lejos_.colgado();
+    c.efecto.desplaza = c.efecto.ensucia = goteaba || lejos_.debe_algo_tras(plat_.ahora() + plazo_de_reposo);
     lejos_.estropear({});
     lejos_.lejos.placa.fallos = {};
-    c.limpia = lejos_.proximo() == std::nullopt && !lejos_.colgado();
-    c.efecto.desplaza = c.efecto.ensucia = lejos_.debe_algo_tras(plat_.ahora() + plazo_de_reposo);
   } else {
     lejos_.reparar(plat_.ahora());
   }
@@ -122,6 +124,7 @@ circunstancias mundo::sortear() {
     f.poner(lejos_, azar_, 1 + azar_.hasta(azar_.una_de(3) ? 120 : 22));
     c.limpia = false;
     c.efecto.ensucia |= f.efecto.ensucia;
+    c.efecto.altera |= f.efecto.altera;
     c.efecto.desplaza |= f.efecto.desplaza;
     c.efecto.no_graba |= f.efecto.no_graba;
     c.efecto.solo_tarda &= f.efecto.solo_tarda;

@@ -143,6 +143,16 @@ TEST_F(verificacion, what_an_earlier_cancel_left_gives_no_verdict_and_the_repeti
   EXPECT_EQ(textos(), borrada);
 }
 
+TEST_F(verificacion, noise_in_front_of_replies_does_not_pass_for_an_erased_flash) {
+  for (const unsigned ruido : {1u, 12u, 32u, 47u}) {
+    llenar(0xFF);
+    lejos.chip.flash()[0x30000] = 0;
+    lejos.placa.fallos.ruido = ruido;
+    correr(men_verific_t_Click);
+    EXPECT_EQ(textos(), texto_interrumpida) << ruido;
+  }
+}
+
 TEST_F(verificacion, a_refused_look_speaks_instead_of_a_verdict) {
   llenar(0xFF);
   lejos.placa.fallos.error_en = lejos.placa.tramas() + 9;
