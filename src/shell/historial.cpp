@@ -20,7 +20,8 @@ constexpr std::size_t ruta_mas_larga = 4095;
 
 /// True for a path that a line of MENU.TXT can hold.
 bool cabe(std::string_view ruta) {
-  return ruta.size() <= ruta_mas_larga && ruta.find_first_of(std::string_view("\"\r\n\0", 4)) == std::string_view::npos;
+  return !ruta.empty() && ruta.size() <= ruta_mas_larga &&
+         ruta.find_first_of(std::string_view("\"\r\n\0", 4)) == std::string_view::npos;
 }
 
 std::string fichero_historial(const frm_principal& f) {
@@ -49,7 +50,7 @@ std::vector<std::string> rutas_de(std::string_view texto) {
     const std::string_view linea = siguiente_linea(resto);
     if (std::ranges::count(linea, '"') % 2 != 0) continue;
     for (std::string& ruta : campos_entrecomillados(linea)) {
-      if (rutas.size() < ultima_casilla && !ruta.empty() && cabe(ruta)) rutas.push_back(std::move(ruta));
+      if (rutas.size() < ultima_casilla && cabe(ruta)) rutas.push_back(std::move(ruta));
     }
   }
   return rutas;

@@ -80,6 +80,12 @@ TEST_F(historial, a_line_without_an_end_is_not_run_into_and_some_paths_cannot_be
   EXPECT_EQ(dir.leer("MENU.TXT"), "\"/a\"\r\n\"/b\"\r\n");
 }
 
+TEST_F(historial, an_empty_path_is_not_entered_into_a_full_list) {
+  for (int i = 1; i <= 10; ++i) actualizar_historial(f, "/f/" + std::to_string(i));
+  actualizar_historial(f, "");
+  EXPECT_EQ(f.historial[1] + f.historial[10], "/f/1/f/10");
+}
+
 TEST_F(historial, what_cannot_be_written_is_told) {
   std::filesystem::create_directory(dir.ruta() / "MENU.TXT");
   actualizar_historial(f, "/a");
