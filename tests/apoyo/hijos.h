@@ -31,7 +31,11 @@ class disco_lleno {
 inline pid_t en_un_hijo(const std::function<void()>& trabajo) {
   const pid_t hijo = ::fork();
   if (hijo != 0) return hijo;
-  trabajo();
+  try {
+    trabajo();
+  } catch (...) {
+    ::_exit(1);
+  }
   ::_exit(0);
 }
 
