@@ -6,6 +6,8 @@
 #include <QStandardPaths>
 #include <cstdio>
 
+#include "platform/archivos.h"
+
 namespace morvane {
 namespace {
 
@@ -30,9 +32,8 @@ void quitar_puertos_pasajeros(const fs::path& puertos) {
   }
 }
 
-}  // namespace
-
-void sembrar(const fs::path& origen, const fs::path& destino) {
+/// As `sembrar`, by the one program that has the turn.
+void llenar(const fs::path& origen, const fs::path& destino) {
   if (fs::exists(destino)) return;
   // Filled under another name, so that an interrupted first start leaves nothing half done.
   fs::path nuevo = destino;
@@ -46,6 +47,16 @@ void sembrar(const fs::path& origen, const fs::path& destino) {
   quitar_puertos_pasajeros(nuevo / "puertos");
   hacer_escribible(nuevo);
   fs::rename(nuevo, destino);
+}
+
+}  // namespace
+
+void sembrar(const fs::path& origen, const fs::path& destino) {
+  fs::create_directories(destino.parent_path());
+  const archivos vecinos(destino.parent_path());
+  // A second program that starts at the same moment waits until the first has finished.
+  vecinos.por_turno(
+      destino.native(), [&] { llenar(origen, destino); }, std::chrono::seconds(10));
 }
 
 fs::path directorio_aplicacion() {

@@ -8,6 +8,7 @@ namespace morvane {
 namespace {
 
 constexpr std::string_view nombre_ajustes = "SETTINGS.TXT";
+constexpr std::size_t maximo_fichero = std::size_t{64} * 1024, maximo_campo = 255;
 
 void poner_valores_iniciales(ajustes& a) {
   a.velocidad = "57600";
@@ -15,6 +16,13 @@ void poner_valores_iniciales(ajustes& a) {
   a.bits_datos = "8";
   a.bits_parada = "1";
   a.puerto = "COM1";
+}
+
+/// Takes a field that makes sense as a setting and could be written back.
+void poner_campo(std::string& destino, const std::string& campo) {
+  if (campo.size() <= maximo_campo && campo.find_first_of(std::string_view("\"\0", 2)) == std::string::npos) {
+    destino = campo;
+  }
 }
 
 void avisar_ajustes(enlace& e, std::string_view que) {
@@ -28,7 +36,7 @@ void leer_ajustes(enlace& e) {
   ajustes& a = e.valores;
   const std::string nombre = a.ruta_aplicacion + std::string(nombre_ajustes);
   if (e.ficheros.Dir(nombre).empty()) return;
-  const auto contenido = e.ficheros.leer(nombre);
+  const auto contenido = e.ficheros.leer(nombre, maximo_fichero);
   if (!contenido) return avisar_ajustes(e, "No se han podido leer los ajustes del fichero: ");
   poner_valores_iniciales(a);
   if (contenido->empty()) return guardar_ajustes(e);
@@ -37,14 +45,15 @@ void leer_ajustes(enlace& e) {
   const std::vector<std::string> primera = campos_entrecomillados(siguiente_linea(resto));
   const std::vector<std::string> segunda = campos_entrecomillados(siguiente_linea(resto));
   const std::array destinos = {&a.velocidad, &a.paridad, &a.bits_datos, &a.bits_parada};
-  for (std::size_t i = 0; i < destinos.size() && i < primera.size(); ++i) *destinos.at(i) = primera[i];
-  if (!segunda.empty()) a.puerto = segunda.front();
+  for (std::size_t i = 0; i < destinos.size() && i < primera.size(); ++i) poner_campo(*destinos.at(i), primera[i]);
+  if (!segunda.empty()) poner_campo(a.puerto, segunda.front());
 }
 
 void guardar_ajustes(enlace& e) {
   const ajustes& a = e.valores;
-  // Settings that were never read must not take the place of those that stand in the file.
-  if (a.velocidad.empty()) return;
+  // Settings that were never read must not take the place of those that stand in the file. The user can choose speed
+  // and port all the same; these three come from the file alone.
+  if (a.paridad.empty() && a.bits_datos.empty() && a.bits_parada.empty()) return;
   const std::string nombre = a.ruta_aplicacion + std::string(nombre_ajustes);
   if (e.ficheros.Dir(nombre).empty()) return;
   const std::string contenido = "\"" + a.velocidad + "\",\"" + a.paridad + "\",\"" + a.bits_datos + "\",\"" +

@@ -133,6 +133,7 @@ error_archivo archivos::abrir(std::string_view nombre, modo como, fichero& desti
   if (como == modo::anadir) banderas = O_WRONLY | O_APPEND;
   apertura abierto = abrir_normal(encontrar(nombre), banderas);
   if (abierto.error != 0) return abierto.error;
+  if (como != modo::leer && !bloquear(abierto.fd.numero())) return EBUSY;
   if (como == modo::escribir && ::ftruncate(abierto.fd.numero(), 0) != 0) return errno;
   destino = fichero(abierto.fd.soltar());
   return 0;

@@ -1,6 +1,7 @@
 #include "descriptor.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -45,6 +46,10 @@ apertura abrir_normal(const std::filesystem::path& ruta, int banderas) {
   if (!fd.abierto() || ::fstat(fd.numero(), &que) != 0) return {{}, errno};
   if (const int error = error_de_clase(que.st_mode)) return {{}, error};
   return {std::move(fd), 0};
+}
+
+bool bloquear(int fd) {
+  return ::flock(fd, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
 }
 
 int escribir_todo(int fd, std::string_view datos) {

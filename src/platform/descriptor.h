@@ -35,6 +35,10 @@ struct apertura {
 /// a socket ENODEV, at once and without being touched. A name with a NUL in it names no file.
 apertura abrir_normal(const std::filesystem::path& ruta, int banderas);
 
+/// Takes the lock of an open file or folder, at once or not at all. False if another program of this kind has it; where
+/// the file system knows no locks, everybody has them.
+bool bloquear(int fd);
+
 /// Writes all of `datos`. 0, or the number of the error, after which a part may have been written.
 int escribir_todo(int fd, std::string_view datos);
 

@@ -26,7 +26,11 @@ bool fichero::linea(std::string_view texto) {
   std::string entera;
   entera.reserve(texto.size() + 2);
   entera.append(texto).append("\r\n");
-  return escribir_todo(descriptor_, entera) == 0;
+  const off_t antes = ::lseek(descriptor_, 0, SEEK_END);
+  if (antes >= 0 && escribir_todo(descriptor_, entera) == 0) return true;
+  // Half a line would be read as a whole one.
+  if (antes >= 0) (void)::ftruncate(descriptor_, antes);
+  return false;
 }
 
 void fichero::cerrar() {

@@ -7,6 +7,7 @@
 
 #include "descriptor.h"
 #include "platform/archivos.h"
+#include "provisionales.h"
 
 /// Atomic replacement of a file: every step is checked, and up to the renaming the old file is not touched.
 namespace morvane {
@@ -74,8 +75,7 @@ class provisional {
 provisional::provisional(const fs::path& definitivo, const anterior& viejo) {
   const mode_t modo = viejo.existe ? viejo.que.st_mode & permisos_nuevos : permisos_nuevos;
   for (unsigned intento = 0; !fd_.abierto(); ++intento) {
-    const std::string nombre = ".morvane-" + std::to_string(::getpid()) + "-" + std::to_string(intento) + ".tmp";
-    const fs::path ruta = definitivo.parent_path() / nombre;
+    const fs::path ruta = definitivo.parent_path() / nombre_provisional(::getpid(), intento);
     fd_ = descriptor(::open(ruta.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, modo));
     if (fd_.abierto()) {
       ruta_ = ruta;
@@ -136,6 +136,7 @@ int reemplazar(const fs::path& definitivo, std::string_view contenido) {
   if (nuevo.error() != 0) return nuevo.error();
   if (const int error = nuevo.llenar(contenido)) return error;
   if (const int error = nuevo.sustituir(definitivo)) return error;
+  barrer_provisionales(carpeta.numero());
   return sincronizar_carpeta(carpeta.numero());
 }
 

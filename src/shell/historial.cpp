@@ -1,5 +1,8 @@
 #include "shell/historial.h"
 
+#include <algorithm>
+#include <cerrno>
+
 #include "link/puerto.h"
 #include "platform/campos.h"
 #include "platform/texto.h"
@@ -12,6 +15,14 @@ namespace {
 constexpr std::size_t entradas = 10;
 constexpr std::size_t ultima_casilla = 12;
 constexpr const char* nombre_historial = "MENU.TXT";
+/// The longest path that the host takes, in bytes.
+constexpr std::size_t ruta_mas_larga = 4095;
+
+/// True for a path that a line of MENU.TXT can hold.
+bool cabe(std::string_view ruta) {
+  return !ruta.empty() && ruta.size() <= ruta_mas_larga &&
+         ruta.find_first_of(std::string_view("\"\r\n\0", 4)) == std::string_view::npos;
+}
 
 std::string fichero_historial(const frm_principal& f) {
   return f.link.valores.ruta_aplicacion + nombre_historial;
@@ -31,17 +42,43 @@ void avisar(frm_principal& f, std::string_view que) {
   preguntar(f.link, {"Atención", std::string(que) + ruta, botones::Aceptar, icono::critico});
 }
 
-void avisar_si_falla(frm_principal& f, error_archivo error) {
-  if (error != 0) avisar(f, "No se ha podido guardar la lista de archivos en el fichero: ");
+/// The paths of a text like that of MENU.TXT. A line with an odd quote is what a crash or a full disk has left of one;
+/// what can be the name of no file, or could not be written back, is no entry either.
+std::vector<std::string> rutas_de(std::string_view texto) {
+  std::vector<std::string> rutas;
+  for (std::string_view resto = sin_marca_utf8(texto); !resto.empty();) {
+    const std::string_view linea = siguiente_linea(resto);
+    if (std::ranges::count(linea, '"') % 2 != 0) continue;
+    for (std::string& ruta : campos_entrecomillados(linea)) {
+      if (rutas.size() < ultima_casilla && cabe(ruta)) rutas.push_back(std::move(ruta));
+    }
+  }
+  return rutas;
 }
 
-void anadir_al_final(frm_principal& f, std::size_t casilla, std::string_view ruta) {
+/// Makes list and menu those of a text of MENU.TXT that was just read. One without a path changes nothing.
+void poner_lista(frm_principal& f, std::string contenido) {
+  const std::vector<std::string> rutas = rutas_de(contenido);
+  f.historial_leido = std::move(contenido);
+  if (rutas.empty()) return;
+  for (std::size_t i = 1; i <= ultima_casilla; ++i) {
+    if (i <= rutas.size()) {
+      poner_entrada_menu(f, i, rutas[i - 1]);
+    } else if (!f.historial.at(i).empty()) {
+      f.historial.at(i).clear();
+      if (i <= entradas) f.menu.men_dir.at(i - 1).Visible = false;
+    }
+  }
+  mostrar_separadores(f);
+}
+
+error_archivo anadir_al_final(frm_principal& f, std::size_t casilla, std::string_view ruta) {
   poner_entrada_menu(f, casilla, ruta);
   mostrar_separadores(f);
-  avisar_si_falla(f, f.link.ficheros.anadir_linea(fichero_historial(f), linea_de(ruta)));
+  return f.link.ficheros.anadir_linea(fichero_historial(f), linea_de(ruta));
 }
 
-void desplazar_y_poner(frm_principal& f, std::string_view ruta) {
+error_archivo desplazar_y_poner(frm_principal& f, std::string_view ruta) {
   for (std::size_t j = 1; j < ultima_casilla; ++j) f.historial.at(j) = f.historial.at(j + 1);
   f.historial.at(entradas) = ruta;
   mostrar_separadores(f);
@@ -51,32 +88,40 @@ void desplazar_y_poner(frm_principal& f, std::string_view ruta) {
     contenido += linea_de(cual);
     poner_entrada_menu(f, i, cual);
   }
-  avisar_si_falla(f, f.link.ficheros.guardar(fichero_historial(f), contenido));
+  const std::string nombre = fichero_historial(f);
+  // What could not be read is not written over.
+  if (!f.link.ficheros.Dir(nombre).empty() && !f.link.ficheros.leer(nombre)) return EIO;
+  return f.link.ficheros.guardar(nombre, contenido);
+}
+
+error_archivo poner_en_la_lista(frm_principal& f, std::string_view ruta) {
+  for (std::size_t i = 1; i <= entradas; ++i) {
+    if (f.historial.at(i) == ruta) return 0;
+    if (f.historial.at(i).empty()) return anadir_al_final(f, i, ruta);
+  }
+  return desplazar_y_poner(f, ruta);
 }
 
 }  // namespace
 
 void leer_historial(frm_principal& f) {
   if (f.link.ficheros.Dir(fichero_historial(f)).empty()) return;
-  const auto contenido = f.link.ficheros.leer(fichero_historial(f));
+  auto contenido = f.link.ficheros.leer(fichero_historial(f));
   if (!contenido) return avisar(f, "No se ha podido leer la lista de archivos del fichero: ");
-  std::size_t numero = 0;
-  for (std::string_view resto = sin_marca_utf8(*contenido); !resto.empty();) {
-    for (const std::string& ruta : campos_entrecomillados(siguiente_linea(resto))) {
-      if (ruta.empty() || numero == ultima_casilla) continue;
-      poner_entrada_menu(f, ++numero, ruta);
-    }
-  }
-  if (numero > 0) mostrar_separadores(f);
+  poner_lista(f, std::move(*contenido));
 }
 
 void actualizar_historial(frm_principal& f, std::string_view ruta) {
-  if (ruta.find_first_of("\"\r\n") != std::string_view::npos) return;
-  for (std::size_t i = 1; i <= entradas; ++i) {
-    if (f.historial.at(i) == ruta) return;
-    if (f.historial.at(i).empty()) return anadir_al_final(f, i, ruta);
-  }
-  desplazar_y_poner(f, ruta);
+  if (!cabe(ruta)) return;
+  const std::string nombre = fichero_historial(f);
+  error_archivo error = 0;
+  f.link.ficheros.por_turno(nombre, [&] {
+    auto contenido = f.link.ficheros.leer(nombre);
+    if (contenido && *contenido != f.historial_leido) poner_lista(f, std::move(*contenido));
+    error = poner_en_la_lista(f, ruta);
+    f.historial_leido = f.link.ficheros.leer(nombre).value_or("");
+  });
+  if (error != 0) avisar(f, "No se ha podido guardar la lista de archivos en el fichero: ");
 }
 
 void poner_entrada_menu(frm_principal& f, std::size_t indice, std::string_view ruta) {

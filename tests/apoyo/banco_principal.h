@@ -3,6 +3,7 @@
 #include "apoyo/banco.h"
 #include "apoyo/placa_lejos.h"
 #include "shell/frm_principal.h"
+#include "shell/historial.h"
 #include "shell/ordenes.h"
 #include "shell/proyecto.h"
 
@@ -29,6 +30,18 @@ struct banco_principal : banco<placa_lejos> {
   void abrir_archivo(const std::string& nombre, const std::string& contenido) {
     plat.elegir(dir.escribir(nombre, contenido));
     f.menu.men_abrir.Click();
+  }
+  /// The list of files of a program that starts now.
+  std::vector<std::string> lista_guardada() {
+    frm_principal otra(plat, ficheros, linea, v);
+    otra.link.valores.ruta_aplicacion = ficheros.ruta_aplicacion();
+    leer_historial(otra);
+    std::vector<std::string> rutas;
+    for (const std::string& ruta : otra.historial) {
+      if (!ruta.empty()) rutas.push_back(ruta);
+    }
+    EXPECT_EQ(otra.menu.separa_1.Visible.valor(), !rutas.empty());
+    return rutas;
   }
   bool en_reposo() const {
     return !f.serial.PortOpen() && f.serial.InputLen() == 1 && f.serial.RThreshold() == 1 &&

@@ -6,6 +6,7 @@
 #include <fstream>
 
 #include "aplicacion.h"
+#include "apoyo/hijos.h"
 #include "desktop/directorio.h"
 
 namespace morvane {
@@ -99,6 +100,25 @@ TEST(directorio_test, a_user_gets_a_writable_copy_once) {
   fs::remove(destino / "SETTINGS.TXT");
   sembrar(origen, destino);
   EXPECT_FALSE(fs::exists(destino / "SETTINGS.TXT"));
+}
+
+TEST(directorio_test, programs_that_start_for_the_first_time_together_all_find_the_whole_copy) {
+  const QTemporaryDir carpeta;
+  const fs::path raiz = carpeta.path().toStdString(), origen = raiz / "programa", destino = raiz / "a" / "usuario";
+  fs::create_directories(origen / "muestras");
+  for (int i = 0; i < 50; ++i) std::ofstream(origen / "muestras" / std::to_string(i)) << i;
+  std::vector<pid_t> hijos;
+  for (int i = 0; i < 4; ++i) {
+    hijos.push_back(apoyo::en_un_hijo([&] {
+      sembrar(origen, destino);
+      ::_exit(fs::exists(destino / "muestras/49") ? 0 : 1);
+    }));
+  }
+  for (const pid_t hijo : hijos) {
+    int estado = 0;
+    EXPECT_EQ(::waitpid(hijo, &estado, 0), hijo);
+    EXPECT_EQ(estado, 0);
+  }
 }
 
 }  // namespace

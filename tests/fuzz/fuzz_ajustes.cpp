@@ -1,9 +1,9 @@
-// A settings file of any content: it is read without harm and left alone, and its port opens or is refused.
-
-#include <cstdlib>
+// A settings file of any content: it is read without harm and left alone, its port opens or is refused, and what is
+// saved is read again as it was.
 
 #include "apoyo/carpeta.h"
 #include "apoyo/guion.h"
+#include "fuzz/exigir.h"
 #include "link/enlace.h"
 #include "link/puerto.h"
 #include "platform/gemelo.h"
@@ -22,12 +22,20 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t lar
   enlace e(plat, ficheros, serial);
   e.valores.ruta_aplicacion = ficheros.ruta_aplicacion();
   leer_ajustes(e);
+  apoyo::exigir(plat.cajas.empty(), "a readable file is read");
+  apoyo::exigir(texto.empty() || dir.leer("SETTINGS.TXT") == texto, "reading leaves the file alone");
   if (abrir_puerto(e)) {
     const parametros_linea& p = linea.linea();
-    if (p.velocidad < 50 || p.bits_datos < 5 || p.bits_datos > 8) std::abort();
-  } else if (plat.cajas.empty()) {
-    std::abort();
+    apoyo::exigir(p.velocidad >= 50 && p.bits_datos >= 5 && p.bits_datos <= 8, "line parameters");
+  } else {
+    apoyo::exigir(plat.cajas.size() == 1, "a refused port has its box");
   }
-  if (!texto.empty() && dir.leer("SETTINGS.TXT") != texto) std::abort();
+  const ajustes leidos = e.valores;
+  const auto textos = [](const ajustes& a) {
+    return std::array{a.velocidad, a.paridad, a.bits_datos, a.bits_parada, a.puerto};
+  };
+  guardar_ajustes(e);
+  leer_ajustes(e);
+  apoyo::exigir(textos(e.valores) == textos(leidos), "saved settings are read as they were");
   return 0;
 }

@@ -76,4 +76,18 @@ TEST_F(carga_bin, a_line_has_at_most_252_characters) {
   }
 }
 
+TEST_F(carga_bin, a_file_that_changes_while_it_is_read_is_not_loaded_by_halves) {
+  std::string contenido;
+  while (contenido.size() < 100'000) contenido += std::string(100, 'x') + "\r\n";
+  for (const std::uintmax_t nuevo : {10'000, 200'000}) {
+    plat.en_cada_pasada = [&, pasada = 0]() mutable {
+      if (++pasada == 2) std::filesystem::resize_file(dir.ruta() / "f.bin", nuevo);
+    };
+    cargar(contenido);
+    ASSERT_EQ(plat.cajas.size(), 1u);
+    EXPECT_TRUE(plat.cajas[0].texto.ends_with("\r\nMotivo: ha cambiado mientras se leía"));
+    EXPECT_TRUE(v.dir_max == 0 && v.buffer_salida[0] == 0xFF);
+  }
+}
+
 }  // namespace

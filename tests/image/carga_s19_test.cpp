@@ -126,16 +126,6 @@ TEST(carga_s19, a_line_past_a_limit_is_named_and_the_image_wiped) {
   EXPECT_EQ(mundo_carga().registro(de_datos("S1001000", 248)), std::nullopt);
 }
 
-TEST(carga_s19, a_file_that_cannot_be_read_is_named) {
-  for (const auto& [nombre, motivo] :
-       {std::pair{"/no_existe.s19", "el archivo no existe"}, {"", "no es un archivo normal"}}) {
-    mundo_carga m;
-    m.v.dir_max = 7;
-    m.cargar_archivo(m.carpeta.ruta().string() + nombre);
-    espera_fallo(m, "Motivo: " + std::string(motivo));
-  }
-}
-
 TEST(carga_s19, samples) {
   mundo_carga s1, completa;
   s1.cargar_archivo(MUESTRAS "/demo-s1.s19");

@@ -65,7 +65,9 @@ TEST_F(puerto, settings_are_read_as_far_as_they_go_and_left_alone) {
       {"9600 , o\r\nCOM4\r\n", "9600/o/8/1/COM4"},
       {"\"9600", "9600/n/8/1/COM1"},
       {"\r\n", "57600/n/8/1/COM1"},
-      {std::string(300, '\0'), std::string(300, '\0') + "/n/8/1/COM1"},
+      {"57\"600,n\r\n\"COM4\"", "57600/n/8/1/COM4"},
+      {std::string(300, '\0'), "57600/n/8/1/COM1"},
+      {std::string(256, '5') + "\r\nCOM4", "57600/n/8/1/COM4"},
   };
   for (const auto& c : casos) {
     dir.escribir("settings.txt", c.texto);

@@ -1,11 +1,11 @@
 #include "platform/archivos.h"
 
-#include <sys/resource.h>
 #include <sys/stat.h>
 
-#include <csignal>
+#include <chrono>
 
 #include "apoyo/carpeta.h"
+#include "apoyo/hijos.h"
 #include "platform/sin_privilegios.h"
 
 namespace morvane {
@@ -123,34 +123,95 @@ TEST_F(ArchivosPosix, LineasSegunElModo) {
   EXPECT_EQ(carpeta.leer("a.txt"), "uno\r\ndos\n\r\n");
   ASSERT_EQ(disco.abrir(propio("A.TXT"), modo::leer, f), 0);
   EXPECT_FALSE(f.linea("tres"));
+  g.cerrar();
   ASSERT_EQ(disco.abrir(propio("A.TXT"), modo::escribir, f), 0);
   EXPECT_EQ(carpeta.leer("a.txt"), "");
 }
 
-TEST_F(ArchivosPosix, DiscoLlenoDejaElArchivoViejoEnteroYUnaLineaLoDice) {
-  carpeta.escribir("SETTINGS.TXT", "viejo");
-  carpeta.escribir("MENU.TXT", std::string(90, 'v'));
-  fichero f;
-  ASSERT_EQ(disco.abrir(propio("memoria.txt"), modo::escribir, f), 0);
-  std::signal(SIGXFSZ, SIG_IGN);
-  rlimit de_antes{};
-  ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &de_antes), 0);
-  const rlimit tope{100, de_antes.rlim_max};
-  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &tope), 0);
-  const error_archivo error = disco.guardar(propio("SETTINGS.TXT"), std::string(101, 'n'));
-  const error_archivo demasiado = disco.anadir_linea(propio("menu.txt"), std::string(9, 'n'));
-  const std::string tras_el_fallo = carpeta.leer("MENU.TXT");
-  const error_archivo justo = disco.anadir_linea(propio("menu.txt"), std::string(8, 'n'));
-  const bool primera = f.linea("123"), segunda = f.linea(std::string(94, 'n'));
-  ::setrlimit(RLIMIT_FSIZE, &de_antes);
-  EXPECT_EQ(error, EFBIG);
-  EXPECT_EQ(demasiado, ENOSPC);
-  EXPECT_EQ(tras_el_fallo, std::string(90, 'v')) << "half a line would be read as a path";
-  EXPECT_EQ(justo, 0);
-  EXPECT_EQ(carpeta.leer("MENU.TXT"), std::string(90, 'v') + "\r\n" + std::string(8, 'n'));
-  EXPECT_TRUE(primera && !segunda);
-  EXPECT_EQ(carpeta.leer("SETTINGS.TXT"), "viejo");
-  EXPECT_EQ(cuantos(), 3);
+TEST_F(ArchivosPosix, DiscoLlenoEnCadaByteDejaLoViejoEnteroYNuncaMediaLinea) {
+  const std::string viejo(20, 'v'), nuevo(40, 'n'), linea = "\"/uno\"\r\n";
+  for (rlim_t bytes = 0; bytes <= 45; ++bytes) {
+    carpeta.escribir("SETTINGS.TXT", viejo);
+    carpeta.escribir("MENU.TXT", viejo);
+    fichero f;
+    ASSERT_EQ(disco.abrir(propio("memoria.txt"), modo::escribir, f), 0);
+    error_archivo guardado = 0, anadido = 0;
+    std::string escritas;
+    {
+      const apoyo::disco_lleno tope(bytes);
+      guardado = disco.guardar(propio("SETTINGS.TXT"), nuevo);
+      anadido = disco.anadir_linea(propio("menu.txt"), linea);
+      while (escritas.size() < 45 && f.linea("1234")) escritas += "1234\r\n";
+    }
+    EXPECT_EQ(guardado, bytes < 40 ? EFBIG : 0) << bytes;
+    EXPECT_EQ(carpeta.leer("SETTINGS.TXT"), bytes < 40 ? viejo : nuevo) << bytes;
+    EXPECT_EQ(anadido == 0, bytes >= 30) << bytes;
+    EXPECT_EQ(carpeta.leer("MENU.TXT"), bytes < 30 ? viejo : viejo + "\r\n" + linea) << bytes;
+    EXPECT_EQ(carpeta.leer("memoria.txt"), escritas) << bytes;
+    EXPECT_EQ(escritas.size(), bytes / 6 * 6) << bytes;
+    EXPECT_EQ(cuantos(), 3);
+  }
+}
+
+TEST_F(ArchivosPosix, UnSegundoProgramaNoVaciaElDiarioDelPrimero) {
+  fichero primero, segundo;
+  ASSERT_EQ(disco.abrir(propio("memoria.txt"), modo::escribir, primero), 0);
+  EXPECT_TRUE(primero.linea("1"));
+  for (const modo m : {modo::escribir, modo::anadir}) EXPECT_EQ(disco.abrir(propio("memoria.txt"), m, segundo), EBUSY);
+  EXPECT_EQ(disco.abrir(propio("memoria.txt"), modo::leer, segundo), 0);
+  EXPECT_TRUE(primero.linea("2"));
+  EXPECT_EQ(carpeta.leer("memoria.txt"), "1\r\n2\r\n");
+  // Whatever else may empty it, what follows is text.
+  fs::resize_file(ruta("memoria.txt"), 0);
+  EXPECT_TRUE(primero.linea("3"));
+  EXPECT_EQ(carpeta.leer("memoria.txt"), "3\r\n");
+  primero.cerrar();
+  EXPECT_EQ(disco.abrir(propio("memoria.txt"), modo::escribir, segundo), 0);
+}
+
+TEST_F(ArchivosPosix, UnTurnoQueNoAcabaNoDetieneANadie) {
+  int hechos = 0;
+  disco.por_turno(propio("MENU.TXT"), [&] {
+    disco.por_turno(
+        propio("MENU.TXT"), [&] { ++hechos; }, std::chrono::milliseconds(20));
+  });
+  disco.por_turno("no\\hay\\MENU.TXT", [&] { ++hechos; });
+  EXPECT_EQ(hechos, 2);
+}
+
+TEST_F(ArchivosPosix, SoloSeBarreLoQueProcesosMuertosDejaronHaceTiempo) {
+  const pid_t muerto = apoyo::en_un_hijo([] {});
+  ASSERT_EQ(::waitpid(muerto, nullptr, 0), muerto);
+  const auto de = [](pid_t pid) { return ".morvane-" + std::to_string(pid) + "-0.tmp"; };
+  const struct {
+    std::string nombre;
+    bool viejo, queda;
+  } casos[] = {
+      {de(muerto), true, false},
+      {".morvane-" + std::to_string(muerto) + "-17.tmp", true, false},
+      {de(::getpid()), true, false},
+      {".morvane-" + std::to_string(muerto) + "-1.tmp", false, true},
+      {de(::getppid()), true, true},
+      {de(1), true, true},
+      {de(0), true, true},
+      {de(-7), true, true},
+      {"x" + de(muerto), true, true},
+      {de(muerto) + "x", true, true},
+      {".morvane-" + std::to_string(muerto) + ".tmp", true, true},
+      {".morvane-99999999999999999999-0.tmp", true, true},
+      {".morvane-carpeta-0.tmp/" + de(muerto), true, true},
+      {".morvane-" + std::to_string(muerto) + "-2.tmp/dentro", true, true},
+  };
+  const auto hora = fs::file_time_type::clock::now();
+  for (const auto& c : casos) {
+    carpeta.escribir(c.nombre, "x");
+    if (c.viejo) fs::last_write_time(ruta(c.nombre), hora - std::chrono::hours(2));
+  }
+  for (const auto& uno : fs::directory_iterator(carpeta.ruta())) {
+    if (uno.is_directory()) fs::last_write_time(uno.path(), hora - std::chrono::hours(2));
+  }
+  ASSERT_EQ(disco.guardar(propio("MENU.TXT"), "x"), 0);
+  for (const auto& c : casos) EXPECT_EQ(fs::exists(ruta(c.nombre)), c.queda) << c.nombre;
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 
 #include <sys/stat.h>
 
+#include <chrono>
+#include <functional>
 #include <vector>
 
 #include "apoyo/carpeta.h"
@@ -99,15 +101,42 @@ TEST_F(LectorLineas, LoQueNoSePuedeLeerDiceElMotivo) {
   espera(a, "no hay permiso para leerlo");
 }
 
-TEST_F(LectorLineas, ArchivoQueEncogeMientrasSeLeeAcabaSinMas) {
-  const std::string ruta = carpeta.escribir("x", std::string(200'000, '\r'));
+TEST_F(LectorLineas, LoQueCambiaMientrasSeLeeNoCuentaComoLeido) {
+  const std::string entero(200'000, '\r');
+  const std::pair<const char*, std::function<void(const std::string&)>> cambios[] = {
+      {"shrinks", [](const std::string& ruta) { std::filesystem::resize_file(ruta, 10); }},
+      {"grows", [](const std::string& ruta) { std::ofstream(ruta, std::ios::app) << 'x'; }},
+      {"grows without end",
+       [](const std::string& ruta) { std::filesystem::resize_file(ruta, std::uintmax_t{1} << 40); }},
+      {"is written anew",
+       [&](const std::string& ruta) {
+         carpeta.escribir("x", entero);
+         std::filesystem::last_write_time(ruta, std::filesystem::file_time_type::clock::now() + std::chrono::hours(1));
+       }},
+  };
+  for (const auto& [cual, cambiar] : cambios) {
+    SCOPED_TRACE(cual);
+    const std::string ruta = carpeta.escribir("x", entero);
+    ASSERT_TRUE(lector.abrir(ruta, finales::cr));
+    ASSERT_TRUE(lector.siguiente(linea));
+    cambiar(ruta);
+    int mas = 0;
+    while (lector.siguiente(linea)) ++mas;
+    EXPECT_LT(mas, 200'001);
+    EXPECT_TRUE(lector.fallo());
+    EXPECT_EQ(lector.motivo(), "ha cambiado mientras se leía");
+  }
+}
+
+TEST_F(LectorLineas, LoDemasiadoGrandeNiSeEmpieza) {
+  const std::string ruta = carpeta.escribir("x", "");
+  std::filesystem::resize_file(ruta, lector_lineas::tamano_maximo + 1);
+  EXPECT_FALSE(lector.abrir(ruta, finales::cr));
+  EXPECT_EQ(lector.motivo(), "es demasiado grande: el máximo son 128 MiB");
+  std::filesystem::resize_file(ruta, lector_lineas::tamano_maximo);
   ASSERT_TRUE(lector.abrir(ruta, finales::cr));
-  ASSERT_TRUE(lector.siguiente(linea));
-  std::filesystem::resize_file(ruta, 10);
-  int mas = 0;
-  while (lector.siguiente(linea)) ++mas;
-  EXPECT_LT(mas, 70'000);
-  EXPECT_FALSE(lector.fallo());
+  EXPECT_TRUE(lector.siguiente(linea));
+  EXPECT_EQ(linea.largo, lector_lineas::tamano_maximo);
 }
 
 }  // namespace

@@ -10,14 +10,9 @@ namespace {
 
 struct historial : banco_principal {
   void SetUp() override { f.link.valores.ruta_aplicacion = ficheros.ruta_aplicacion(); }
-  /// The entries that a window holds which has just read the file.
   std::string leidas() {
-    frm_principal otra(plat, ficheros, linea, v);
-    otra.link.valores.ruta_aplicacion = ficheros.ruta_aplicacion();
-    leer_historial(otra);
     std::string texto;
-    for (const std::string& ruta : otra.historial) texto += ruta.empty() ? "" : ruta + ";";
-    EXPECT_EQ(otra.menu.separa_1.Visible.valor(), !texto.empty());
+    for (const std::string& ruta : lista_guardada()) texto += ruta + ";";
     return texto;
   }
 };
@@ -59,11 +54,16 @@ TEST_F(historial, captions_show_the_drive_and_the_tail) {
 }
 
 TEST_F(historial, files_edited_by_hand_are_read_as_far_as_they_make_sense) {
-  const std::pair<const char*, const char*> casos[] = {
+  const std::pair<std::string, const char*> casos[] = {
       {"", ""},
       {"\r\n\r\n", ""},
       {"\"/a\"\r\n\"/b, c\"\r\n", "/a;/b, c;"},
-      {"\"/a\"\n\n\"/b", "/a;/b;"},
+      // what a torn line has left, and what cannot be a path
+      {"\"/a\"\n\n\"/b", "/a;"},
+      {"\"/a\"\r\n\"/to\r\n\"/b\"\r\n", "/a;/b;"},
+      {"\"/a\"\r\n/b\"c\"d\r\n\"/e\"\r\n\"\"\r\n", "/a;/e;"},
+      {std::string(50, '\0') + "\r\n\"/a\"\r\n" + std::string(9, '\0'), "/a;"},
+      {"\"" + std::string(500'000, 'x') + "\"\r\n\"/a\"", "/a;"},
       {"/a\r/b", "/a;/b;"},
       {"1\n2\n3\n4\n5\n6\n7\n8\n9\n10\n11\n12\n13\n", "1;2;3;4;5;6;7;8;9;10;11;12;"}};
   for (const auto& [texto, entradas] : casos) {
@@ -78,6 +78,12 @@ TEST_F(historial, a_line_without_an_end_is_not_run_into_and_some_paths_cannot_be
   leer_historial(f);
   for (const char* ruta : {"/b\"c", "/b\nc", "/b\rc", "/b"}) actualizar_historial(f, ruta);
   EXPECT_EQ(dir.leer("MENU.TXT"), "\"/a\"\r\n\"/b\"\r\n");
+}
+
+TEST_F(historial, an_empty_path_is_not_entered_into_a_full_list) {
+  for (int i = 1; i <= 10; ++i) actualizar_historial(f, "/f/" + std::to_string(i));
+  actualizar_historial(f, "");
+  EXPECT_EQ(f.historial[1] + f.historial[10], "/f/1/f/10");
 }
 
 TEST_F(historial, what_cannot_be_written_is_told) {

@@ -9,7 +9,8 @@ namespace morvane {
 std::filesystem::path directorio_aplicacion();
 
 /// Makes `destino` out of the parts of `origen` that belong to a user, writable for its owner. Nothing happens where
-/// `destino` exists; after a failure, thrown as filesystem_error, it does not.
+/// `destino` exists; after a failure, thrown as filesystem_error, it does not. Of several programs that do this at once
+/// one does it, and the others wait for that.
 void sembrar(const std::filesystem::path& origen, const std::filesystem::path& destino);
 
 }  // namespace morvane

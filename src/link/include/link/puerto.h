@@ -20,7 +20,8 @@ void cerrar_puerto(enlace& e);
 void cerrar_orden(enlace& e);
 
 /// Reads "SETTINGS.TXT". Without the file the settings stay as they are, and so they do when it cannot be read, which
-/// the user is told; an empty one gives the defaults and is written anew; fields that are missing take their defaults.
+/// the user is told; an empty one gives the defaults and is written anew. Fields that are missing, that hold a double
+/// quote, a NUL or more than 255 bytes take their defaults.
 void leer_ajustes(enlace& e);
 
 /// Writes "SETTINGS.TXT" if it exists and there are settings to write. The user is told if that fails; the old file

@@ -1,15 +1,18 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace morvane {
 
-/// A text file held open for writing. Each line goes to the host at once, so that a crash loses none. Closed by its
-/// destructor. Not open after construction or after being moved from; then `linea` does nothing.
+/// A text file held open for writing. Each line goes to the host at once, so that a crash loses none. While it is open
+/// no other program of this kind can open it for writing. Closed by its destructor. Not open after construction or
+/// after being moved from; then `linea` does nothing.
 class fichero {
  public:
   fichero() = default;
@@ -19,8 +22,8 @@ class fichero {
   ~fichero();
 
   bool abierto() const { return descriptor_ >= 0; }
-  /// Writes `texto` and CR LF behind it in one piece. After False (no room, input/output error) part of the line may
-  /// stand in the file.
+  /// Writes `texto` and CR LF at the end of the file. After False (no room, input/output error) none of it stands
+  /// there.
   bool linea(std::string_view texto);
   void cerrar();
 
@@ -53,12 +56,17 @@ class archivos {
   std::optional<std::string> leer(std::string_view nombre, std::size_t limite = 1 << 20) const;
   /// Replaces the file by `contenido`: after 0 it holds the new content, after an error the old one, whole. A crash in
   /// the middle leaves one or the other. Only where the very last step fails, bringing the folder to the disk, does the
-  /// new content stand there after an error.
+  /// new content stand there after an error. What crashed programs have left on the way is cleared off the folder.
   error_archivo guardar(std::string_view nombre, std::string_view contenido) const;
   /// Adds `texto` behind what the file holds, in one write, on a line of its own; a missing file is made. After an
   /// error the file is as long as it was.
   error_archivo anadir_linea(std::string_view nombre, std::string_view texto) const;
-  /// Opens a file for writing; `escribir` empties or creates it, `anadir` and `leer` need one that exists.
+  /// Runs `trabajo`, which reads, changes and writes files in the folder of `nombre`, while no other program of this
+  /// kind does so. Waits for `paciencia` at most: the turn of a program that hangs is not respected.
+  void por_turno(std::string_view nombre, const std::function<void()>& trabajo,
+                 std::chrono::milliseconds paciencia = std::chrono::milliseconds(500)) const;
+  /// Opens a file for writing; `escribir` empties or creates it, `anadir` and `leer` need one that exists. EBUSY if
+  /// another program holds it open for writing; it is then left alone.
   error_archivo abrir(std::string_view nombre, modo como, fichero& destino) const;
 
  private:

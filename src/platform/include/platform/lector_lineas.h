@@ -9,7 +9,8 @@
 namespace morvane {
 
 /// Reads a file of the user's as lines of text, in bounded memory. Paths are the host's own and are not translated.
-/// Only regular files are read: opening a pipe or a device fails instead of waiting.
+/// Only regular files of up to `tamano_maximo` are read: opening a pipe or a device fails instead of waiting. A file
+/// that changes meanwhile is an error, since what was read of it may be half of this and half of that.
 class lector_lineas {
  public:
   enum class finales {
@@ -20,6 +21,8 @@ class lector_lineas {
   };
   /// Characters of a line that are kept; a longer line is reported with its true length.
   static constexpr std::size_t maximo = 1024;
+  /// In bytes.
+  static constexpr std::uint64_t tamano_maximo = std::uint64_t{128} * 1024 * 1024;
 
   struct linea {
     /// The line without its end, cut after `maximo` bytes.

@@ -74,6 +74,8 @@ struct frm_principal {
   /// Paths of the last files: slots 1 to 10 are the list, 11 and 12 only what a file edited by hand puts there, 0 is
   /// never used. An empty slot ends the list.
   std::array<std::string, 13> historial;
+  /// MENU.TXT as this program has read or written it last.
+  std::string historial_leido;
 
   /// Handlers that are running a command or a load, nested ones included.
   int ordenes = 0;

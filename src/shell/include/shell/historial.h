@@ -8,13 +8,15 @@
 /// the application's directory, one quoted path a line, the oldest first.
 namespace morvane {
 
-/// Fills list and menu from MENU.TXT, if there is one. The first ten paths get entries; an eleventh and a twelfth are
-/// kept without one, and what follows is passed over. The user is told if the file cannot be read.
+/// Fills list and menu from MENU.TXT, if there is one with a path in it. The first ten paths get entries; an eleventh
+/// and a twelfth are kept without one, and what follows is passed over, as are torn lines and what cannot be a path.
+/// The user is told if the file cannot be read.
 void leer_historial(frm_principal& f);
 
 /// Enters a path behind the others, in the list, the menu and the file. A path that is there already changes nothing;
-/// an eleventh drops the oldest. A path with a double quote or a line end is not entered, since MENU.TXT cannot hold
-/// it. The user is told if the file cannot be written; it then stands as it was.
+/// an eleventh drops the oldest. What another program has changed in the file meanwhile comes into the list first. An
+/// empty path, and one with a double quote, a line end or a NUL or of more than 4095 bytes, is not entered, since
+/// MENU.TXT cannot hold it. The user is told if the file cannot be written; it then stands as it was. So does one that cannot be read.
 void actualizar_historial(frm_principal& f, std::string_view ruta);
 
 /// Stores a path in slot `indice`, 1 to 12, and shows it, shortened, in the entry of that number, 1 to 10.

@@ -1,0 +1,43 @@
+// A binary file of any content gives its bytes with two dots for each line end, or none at all.
+
+#include <algorithm>
+#include <vector>
+
+#include "apoyo/carpeta.h"
+#include "fuzz/exigir.h"
+#include "image/cargar_bin.h"
+#include "platform/gemelo.h"
+
+using namespace morvane;
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t largo) {
+  static apoyo::carpeta dir;
+  static Variables_grab v;
+  const std::string texto = apoyo::archivo_de(datos, largo);
+  std::string esperada;
+  bool buena = true;
+  for (std::size_t i = 0; i < texto.size();) {
+    const std::size_t fin = std::min(texto.find('\r', i), texto.size());
+    buena = buena && fin - i <= 252;
+    esperada += texto.substr(i, fin - i) + "..";
+    i = fin + 1;
+    if (i < texto.size() && texto[i] == '\n') ++i;
+  }
+  buena = buena && esperada.size() <= total_celdas;
+
+  gemelo plat;
+  plat.paciencia = total_celdas;
+  limpiar_buffer_salida(v);
+  std::fill(v.mascara_salida.begin(), v.mascara_salida.end(), std::uint8_t{0});
+  v.ruta_archivo = dir.escribir("f.bin", texto);
+  cargar_bin(plat, v);
+  apoyo::exigir(plat.cajas.size() == (buena ? 0 : 1), "one box for a bad file alone");
+  std::vector<std::uint8_t> marcas(esperada.size(), 1), imagen(esperada.begin(), esperada.end());
+  marcas.resize(total_celdas, 0);
+  apoyo::exigir(!buena || v.mascara_salida == marcas, "marks");
+  if (!buena) imagen.clear();
+  apoyo::exigir(v.dir_max == std::max<std::int32_t>(static_cast<std::int32_t>(imagen.size()) - 1, 0), "dir_max");
+  imagen.resize(total_celdas, 0xFF);
+  apoyo::exigir(v.buffer_salida == imagen, "image");
+  return 0;
+}
