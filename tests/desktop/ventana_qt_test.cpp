@@ -61,6 +61,12 @@ TEST_F(ventana_qt_test, only_the_first_ampersand_of_a_menu_caption_marks_a_key) 
   }
 }
 
+TEST_F(ventana_qt_test, text_that_an_assistive_tool_enters_reaches_the_program) {
+  auto& caja = hijo<QLineEdit>("txt_desde");
+  QAccessible::queryAccessibleInterface(&caja)->setText(QAccessible::Value, "001230");
+  EXPECT_EQ(f.rango.txt_desde.Text.valor(), "001230");
+}
+
 TEST_F(ventana_qt_test, events_reach_the_handlers_and_what_follows_them) {
   std::string pulsados;
   f.barra.ButtonClick = [&](int indice) { pulsados += std::to_string(indice) + (v.ocupada() ? "!" : ""); };
