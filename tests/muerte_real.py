@@ -37,16 +37,13 @@ class Kill(unittest.TestCase):
         cls.bench.begin_display()
         cls.bench.begin_bus()
 
-    def journal(self):
-        return [line[1:-3].decode() for line in self.bench.journal.read_bytes().split(b"\r\n")[:-1]]
-
     def right_run(self):
         """Programs and verifies; gives the commands of the run."""
         before = len(self.bench.commands())
         self.bench.do("Programar dispositivo", WRITTEN)
         commands = self.bench.commands()[before:]
         self.bench.do("Chequear lo Programado", RIGHT)
-        self.assertEqual(self.journal(), self.groups)
+        self.assertEqual(self.bench.journal_lines(), self.groups)
         self.assertEqual((self.bench.home / "SETTINGS.TXT").read_bytes(), self.settings)
         self.assertEqual((self.bench.home / "MENU.TXT").read_bytes(), self.history)
         return commands
@@ -71,7 +68,7 @@ class Kill(unittest.TestCase):
                 sent = [c for c in self.bench.commands() if c[0] == "g"]
                 self.bench.end(self.bench.program, "kill")
                 if sent:
-                    self.assertEqual(self.journal(), sent, "what the board has got")
+                    self.assertEqual(self.bench.journal_lines(), sent, "what the board has got")
                 self.bench.begin_program()
                 wait("the probe", lambda: self.bench.commands()[frame + 2:] == ["A", "D"] and self.bench.idle())
                 self.bench.load()

@@ -60,6 +60,9 @@ class Control:
                 yield child
             yield from child.below(*roles)
 
+    def can_be_pressed(self):
+        return bool((self.call(SPI + "Action", "GetActions") or [[]])[0])
+
     def press(self):
         """Presses it and does not wait: what it does may end only with a box that it opens."""
         self.bus.call(self.owner, self.path, SPI + "Action", "DoAction", GLib.Variant("(i)", (0,)), None,
@@ -153,7 +156,9 @@ class AccessibleBench(Bench):
         return found
 
     def idle(self):
-        return not self.boxes() and not self.port_is_open() and self.control("Borrar Flash").has(ENABLED)
+        windows = [window.role() for window in self.windows()]
+        return ("frame" in windows and not {"alert message", "dialog"} & set(windows) and not self.port_is_open() and
+                self.control("Borrar Flash").has(ENABLED))
 
     def do(self, name, text, answer=None):
         """Presses a control, answers the one box that comes, and waits for the end."""

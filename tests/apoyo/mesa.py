@@ -45,7 +45,6 @@ class Bench:
         self.board = self.program = None
         shutil.copytree(source, self.home, ignore=shutil.ignore_patterns("COM*", "MENU.TXT", "memoria.txt"))
         (self.home / "SETTINGS.TXT").write_bytes(b'"115200","n","8","1"\r\n"COM1"\r\n')
-        os.chmod(self.dir, 0o755)
 
     def begin_display(self):
         display, _ = self.start_and_hear(["Xvfb", "-displayfd", "1", "-screen", "0", "1024x768x24"])
@@ -100,6 +99,11 @@ class Bench:
 
     def commands(self):
         return [text for direction, text in self.exchange() if direction == ">"]
+
+    def journal_lines(self):
+        """The commands in the journal; a line that is not whole is not among them."""
+        text = self.journal.read_bytes() if self.journal.exists() else b""
+        return [line[1:-3].decode() for line in text.split(b"\r\n")[:-1]]
 
     def processor_time(self):
         """Seconds that the program has computed."""
