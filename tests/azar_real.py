@@ -144,10 +144,14 @@ class Chance:
     def ended(self):
         return self.bench.program.poll() is not None
 
+    def idles(self):
+        """For a moment: the port is closed just before the last box opens."""
+        return self.bench.idle() and (time.sleep(0.1) or self.bench.idle())
+
     def settle(self):
         """Answers what comes up until the program is idle, or has ended because that was wished."""
         begun, impatient = time.monotonic(), False
-        while not self.ended() and not self.bench.idle():
+        while not self.ended() and not self.idles():
             for window in self.bench.windows():
                 if window.role() == "dialog":
                     self.choose(window)
