@@ -3,81 +3,31 @@
 
 Usage: escritorio_real.py PROGRAM_DIRECTORY. Needs Xvfb, openbox, xdotool, xprop and ImageMagick's import. On a failure
 a picture of the screen stays in the current directory."""
-import os
 import pathlib
-import shutil
 import subprocess
 import sys
-import tempfile
 import time
+
+from apoyo.mesa import Bench, groups_of, image_of, wait
 
 BUTTON_X, BUTTON_Y = [24, 65, 106, 147, 188, 229], 43  # middles of the toolbar buttons, from the window's corner
 MENU_X = {"Ver": 79, "Memoria Flash": 226, "Upload": 306}
 
 
-def wait(what, condition):
-    end = time.monotonic() + 60.0
-    while time.monotonic() < end:
-        if found := condition():
-            return found
-        time.sleep(0.02)
-    raise AssertionError(f"waited a minute in vain for {what}")
-
-
-def image_of(path):
-    """What the chip must hold after programming this S-record file, reckoned without the program's code."""
-    flash = bytearray(b"\xff" * 0x40000)
-    for line in (line for line in path.read_text().split() if line[1] in "123"):
-        width = 2 + 2 * int(line[1])
-        address, data = int(line[4:4 + width], 16), bytes.fromhex(line[4 + width:-2])
-        flash[address:address + len(data)] = data
-    flash[0x400:0x420] = bytes(32)
-    return bytes(flash)
-
-
-class Bench:
-    def __init__(self, source):
-        self.started, self.dir = [], pathlib.Path(tempfile.mkdtemp(prefix="morvane-"))
-        self.home, self.trace, self.flash = (self.dir / name for name in ("programa", "linea.txt", "flash.bin"))
-        shutil.copytree(source, self.home, ignore=shutil.ignore_patterns("COM*"))
-        (self.home / "SETTINGS.TXT").write_bytes(b'"115200","n","8","1"\r\n"COM1"\r\n')
+class MouseBench(Bench):
+    """A bench whose program is driven with mouse and keyboard."""
 
     def begin(self):
-        screen = self.start(["Xvfb", "-displayfd", "1", "-screen", "0", "1024x768x24"], subprocess.PIPE)
-        os.environ.update(DISPLAY=":" + screen.stdout.readline().decode().strip(), XDG_RUNTIME_DIR=str(self.dir),
-                          HOME=str(self.dir), QT_QPA_PLATFORM="xcb", LC_ALL="C.UTF-8")
-        self.start(["openbox"])
-        wait("the window manager", lambda: "id" in self.ask("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"))
-        port = self.home / "puertos/COM1"
-        self.start([self.home / "puente", "--enlace", port, "--baudios", "115200", "--flash", self.flash, "--traza",
-                    self.trace])
-        wait("the board's link", port.exists)
-        self.program = self.start([self.home / "morvane"])
+        self.begin_display()
+        self.begin_board("--baudios", "115200")
+        self.begin_program()
         self.main = wait("the main window", lambda: self.windows("Morvane"))[0]
-
-    def start(self, command, out=subprocess.DEVNULL):
-        self.started.append(subprocess.Popen(command, stdout=out, stderr=subprocess.DEVNULL))
-        return self.started[-1]
-
-    def close(self):
-        for process in reversed(self.started):
-            process.terminate()
-            process.wait(10)
-        shutil.rmtree(self.dir)
-
-    @staticmethod
-    def ask(*command):
-        return subprocess.run(list(map(str, command)), capture_output=True, text=True).stdout.split()
 
     def xdotool(self, *arguments):
         return self.ask("xdotool", *arguments)
 
     def windows(self, title):
         return self.xdotool("search", "--onlyvisible", "--name", f"^{title}$")
-
-    def commands(self):
-        return [line.split("<STX>")[1].split("<ETX>")[0][:-2] for line in self.trace.read_text().splitlines()
-                if " > <STX>" in line]
 
     def press(self, button):
         self.xdotool("mousemove", "--window", self.main, BUTTON_X[button - 1], BUTTON_Y, "click", 1)
@@ -126,9 +76,8 @@ def scenario(bench):
     bench.answer("Morvane", button=3)
     wait("the closing D", lambda: bench.commands()[-1] == "D")
     flash, groups = image_of(sample), [c for c in bench.commands() if c[0] == "g"]
-    assert groups == ["g%06X%s" % (a, flash[a:a + 4].hex().upper()) for a in range(0, 0x13B2, 4)]
-    journal = (bench.home / "unidades/c/Datos/TORVAX-m68k/memoria.txt").read_bytes().split(b"\r\n")
-    assert [line[1:-3].decode() for line in journal[:-1]] == groups
+    assert groups == groups_of(flash, 0x13B1)
+    assert bench.journal_lines() == groups
     wait("the chip's flash on the disk", lambda: bench.flash.exists() and bench.flash.read_bytes() == flash)
 
     bench.answer("Atención", button=4)
@@ -168,7 +117,7 @@ def scenario(bench):
     wait("the D before the end", lambda: bench.commands()[-1] == "D")
 
 
-bench = Bench(pathlib.Path(sys.argv[1]).resolve())
+bench = MouseBench(pathlib.Path(sys.argv[1]).resolve())
 try:
     bench.begin()
     scenario(bench)

@@ -28,7 +28,7 @@ void hacer(QWidget& padre, TextBox& origen, taller& t) {
     const QString texto = qt(origen.Text);
     if (destino->text() != texto) destino->setText(texto);
   });
-  QObject::connect(destino, &QLineEdit::textEdited, destino,
+  QObject::connect(destino, &QLineEdit::textChanged, destino,
                    [&origen](const QString& texto) { origen.Text = texto.toStdString(); });
 }
 

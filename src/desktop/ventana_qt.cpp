@@ -1,6 +1,7 @@
 #include "desktop/ventana_qt.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QLayout>
@@ -84,8 +85,10 @@ void ventana_qt::sincronizar() {
   for (const auto& toma : actualizaciones_) toma();
 }
 
+// Behind a box an assistive tool can still press what mouse and keyboard cannot; a command would then wait for ever,
+// since nothing comes from the line while a box is open.
 void ventana_qt::atender(const evento& manejador) {
-  if (!manejador) return;
+  if (!manejador || QApplication::activeModalWidget() != nullptr) return;
   ++manejando_;
   ejecutar(manejador);
   --manejando_;

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "ajuste_tty.h"
+#include "descriptor.h"
 #include "puertos_tty.h"
 
 namespace morvane {
@@ -20,6 +21,12 @@ namespace {
 constexpr std::size_t salida_maxima = std::size_t{64} * 1024;
 constexpr std::chrono::milliseconds plazo_vaciado{100};
 constexpr int pausa_vaciado = 1;
+
+std::string texto_de(const parametros_linea& linea) {
+  return std::to_string(linea.velocidad) + " baudios, paridad " + linea.paridad + ", " +
+         std::to_string(linea.bits_datos) + " bits de datos, " + std::to_string(linea.medios_bits_parada / 2) +
+         (linea.medios_bits_parada % 2 != 0 ? ",5" : "") + " de parada";
+}
 
 bool salida_vacia(int fd) {
   int quedan = 0;
@@ -40,36 +47,37 @@ std::filesystem::path transporte_tty::dispositivo(int numero) const {
 }
 
 bool transporte_tty::existe(int numero) {
-  return !dispositivo(numero).empty();
+  motivo_.clear();
+  return !dispositivo(numero).empty() || falla(numero, explicar_falta(directorio_, numero));
 }
 
-bool transporte_tty::falla(const std::string& que) {
-  motivo_ = que;
+bool transporte_tty::falla(int numero, const std::string& porque) {
+  motivo_ = "COM" + std::to_string(numero) + ": " + porque;
+  // Names of files and programs may hold anything, and this is one line.
+  for (char& c : motivo_) c = static_cast<unsigned char>(c) < ' ' || c == '\x7F' ? '?' : c;
   if (al_fallar) al_fallar(motivo_);
-  if (fd_ >= 0) ::close(std::exchange(fd_, -1));
   return false;
 }
 
 bool transporte_tty::abrir(int numero, const parametros_linea& linea) {
   cerrar();
-  motivo_.clear();
-  const std::string puerto = "COM" + std::to_string(numero);
-  const std::filesystem::path ruta = destino_puerto(directorio_, numero);
-  if (ruta.empty()) return falla(puerto + " leads to no device");
-  const std::string nombre = puerto + " (" + ruta.native() + "): ";
-  fd_ = abrir_dispositivo(ruta);
-  if (fd_ < 0) return falla(nombre + explicar_apertura(ruta, errno));
-  if (!tomar_en_exclusiva(fd_)) return falla(nombre + explicar_apertura(ruta, EBUSY));
-  if (preparar(linea)) return true;
-  dejar_exclusiva(fd_);
-  return falla(nombre + "the device does not take these line parameters");
+  if (!existe(numero)) return false;
+  const std::filesystem::path ruta = dispositivo(numero);
+  const std::string porque = tomar(ruta, linea);
+  return porque.empty() || falla(numero, ruta.native() + ": " + porque);
 }
 
-bool transporte_tty::preparar(const parametros_linea& linea) {
-  if (!ajustar_tty(fd_, linea)) return false;
-  pedir_latencia_baja(fd_);
-  (void)::ioctl(fd_, TCFLSH, TCIOFLUSH);
-  return true;
+std::string transporte_tty::tomar(const std::filesystem::path& ruta, const parametros_linea& linea) {
+  descriptor fd(abrir_dispositivo(ruta));
+  if (!fd.abierto() || !tomar_en_exclusiva(fd.numero())) return explicar_apertura(ruta, errno);
+  if (!ajustar_tty(fd.numero(), linea)) {
+    dejar_exclusiva(fd.numero());
+    return "el dispositivo no admite estos parámetros: " + texto_de(linea);
+  }
+  pedir_latencia_baja(fd.numero());
+  (void)::ioctl(fd.numero(), TCFLSH, TCIOFLUSH);
+  fd_ = fd.soltar();
+  return {};
 }
 
 void transporte_tty::escribir(std::string_view datos) {

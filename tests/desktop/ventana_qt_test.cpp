@@ -61,6 +61,27 @@ TEST_F(ventana_qt_test, only_the_first_ampersand_of_a_menu_caption_marks_a_key) 
   }
 }
 
+TEST_F(ventana_qt_test, text_that_an_assistive_tool_enters_reaches_the_program) {
+  auto& caja = hijo<QLineEdit>("txt_desde");
+  QAccessible::queryAccessibleInterface(&caja)->setText(QAccessible::Value, "001230");
+  EXPECT_EQ(f.rango.txt_desde.Text.valor(), "001230");
+}
+
+TEST_F(ventana_qt_test, what_stands_behind_a_box_cannot_be_pressed_by_an_assistive_tool) {
+  int pulsados = 0;
+  f.barra.ButtonClick = [&](int) { ++pulsados; };
+  auto& boton = hijo<QToolButton>("Toolbar_2");
+  {
+    QDialog caja;
+    caja.setModal(true);
+    caja.show();
+    boton.click();
+    EXPECT_EQ(pulsados, 0);
+  }
+  boton.click();
+  EXPECT_EQ(pulsados, 1);
+}
+
 TEST_F(ventana_qt_test, events_reach_the_handlers_and_what_follows_them) {
   std::string pulsados;
   f.barra.ButtonClick = [&](int indice) { pulsados += std::to_string(indice) + (v.ocupada() ? "!" : ""); };

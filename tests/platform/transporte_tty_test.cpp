@@ -1,12 +1,17 @@
 #include "platform/transporte_tty.h"
 
 #include <fcntl.h>
+#include <grp.h>
+#include <pwd.h>
 #include <sys/ioctl.h>
+#include <sys/prctl.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <termios.h>
 
 #include <array>
 #include <chrono>
+#include <csignal>
 
 #include "apoyo/carpeta.h"
 #include "platform/sin_privilegios.h"
@@ -17,6 +22,12 @@ namespace {
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 using std::chrono::steady_clock;
+
+/// This process, as the messages name it.
+std::string este(pid_t pid = ::getpid()) {
+  std::string nombre = fs::read_symlink("/proc/self/exe").filename();
+  return nombre.substr(0, 15) + " (pid " + std::to_string(pid) + ")";
+}
 
 /// The far end of a line: the master of a pseudo-terminal.
 class pareja {
@@ -109,8 +120,8 @@ TEST_F(TransporteTty, SoloUnoTieneLaLinea) {
   ASSERT_TRUE(linea.abrir(1, {}));
   const auto abiertos = descriptores();
   for (const int puerto : {1, 2, 3}) {
-    EXPECT_FALSE(segunda.abrir(puerto, {})) << puerto;
-    EXPECT_NE(segunda.motivo().find("busy"), std::string::npos) << segunda.motivo();
+    EXPECT_FALSE(segunda.abrir(puerto, {}));
+    EXPECT_EQ(segunda.motivo(), "COM" + std::to_string(puerto) + ": " + placa.esclavo() + ": ocupado por " + este());
   }
   EXPECT_EQ(descriptores(), abiertos);
   int exclusiva = 0;
@@ -137,9 +148,13 @@ TEST_F(TransporteTty, UnaLineaColgadaSeDaPorPerdidaAlLeerYAlEscribir) {
   ASSERT_TRUE(linea.abrir(2, {}));
   EXPECT_EQ(linea.leer(trozo), 0U);
   EXPECT_FALSE(linea.perdido());
+  linea.escribir(std::string(40'000, 'x'));
   otra.colgar();
   EXPECT_EQ(linea.leer(trozo), 0U);
-  EXPECT_TRUE(linea.perdido());
+  EXPECT_TRUE(linea.perdido()) << "in mid-write";
+  const auto inicio = steady_clock::now();
+  linea.cerrar();
+  EXPECT_LT(steady_clock::now() - inicio, 50ms) << "nobody is left to wait for";
 }
 
 TEST_F(TransporteTty, LoQueNoCabeSaleMasTardeYEnOrden) {
@@ -173,25 +188,91 @@ TEST_F(TransporteTty, QuienNoLeeNoRetieneElCierre) {
   EXPECT_LT(steady_clock::now() - inicio, 50ms);
 }
 
-TEST_F(TransporteTty, LoQueNoSePuedeAbrirDiceElMotivo) {
+TEST_F(TransporteTty, LoQueNoSePuedeAbrirDiceElMotivoUnaVez) {
   carpeta.escribir("archivo", "contenido");
   ASSERT_EQ(::mkfifo((carpeta.ruta() / "tubo").c_str(), 0600), 0);
-  const char* destinos[] = {"no-hay", "..", "../tubo", "../archivo", "COM6", "/dev/null"};
-  for (int i = 0; i < 6; ++i) enlazar(i + 2, destinos[i]);
-  for (const int puerto : {-1, 0, 2, 3, 4, 5, 6, 10}) {
-    EXPECT_FALSE(linea.existe(puerto)) << puerto;
-    EXPECT_FALSE(linea.abrir(puerto, {})) << puerto;
-    EXPECT_NE(linea.motivo(), "");
+  const std::string raiz = carpeta.ruta(), puertos = raiz + "/puertos/";
+  const struct {
+    int puerto;
+    const char* destino;
+    std::string motivo;
+  } casos[] = {
+      {-1, nullptr, "no existe el enlace " + puertos + "COM-1"},
+      {0, nullptr, "no existe el enlace " + puertos + "COM0"},
+      {2, "no\nhay", "el enlace " + puertos + "COM2 lleva a no?hay, que no existe"},
+      {3, "..", raiz + " no es un dispositivo serie"},
+      {4, "../tubo", raiz + "/tubo no es un dispositivo serie"},
+      {5, "../archivo", raiz + "/archivo no es un dispositivo serie"},
+      {6, "COM6", "el enlace " + puertos + "COM6 lleva a COM6, que no existe"},
+      {7, "/dev/null", "/dev/null: no es un dispositivo serie"},
+      {8, nullptr, "no existen ni /dev/ttyUSB3 ni el enlace " + puertos + "COM8"},
+      {10, nullptr, "no existe el enlace " + puertos + "COM10"},
+  };
+  std::vector<std::string> dichos;
+  linea.al_fallar = [&](const std::string& motivo) { dichos.push_back(motivo); };
+  for (const auto& c : casos) {
+    if (c.destino != nullptr) enlazar(c.puerto, c.destino);
+    EXPECT_EQ(linea.existe(c.puerto), c.puerto == 7) << "opens nothing";
+    dichos.clear();
+    EXPECT_FALSE(linea.abrir(c.puerto, {}));
+    EXPECT_EQ(linea.motivo(), "COM" + std::to_string(c.puerto) + ": " + c.motivo);
+    EXPECT_EQ(dichos, std::vector{linea.motivo()});
   }
-  EXPECT_FALSE(linea.abrir(7, {}));
-  EXPECT_EQ(linea.motivo(), "COM7 (/dev/null): not a serial device");
   EXPECT_TRUE(linea.existe(1));
   EXPECT_EQ(linea.dispositivo(1), placa.esclavo());
+  EXPECT_EQ(linea.motivo(), "");
+}
+
+TEST_F(TransporteTty, SinPermisoDiceAQueGrupoHayQueUnirse) {
   fs::permissions(carpeta.ruta(), fs::perms(0755));
-  fs::permissions(placa.esclavo(), fs::perms::none);
-  sin_privilegios guarda;
-  EXPECT_FALSE(linea.abrir(1, {}));
-  EXPECT_NE(linea.motivo().find("no permission: join the group \""), std::string::npos) << linea.motivo();
+  const bool root = ::geteuid() == 0;
+  const group* dialout = ::getgrnam("dialout");
+  const struct {
+    unsigned modo;
+    std::string motivo;
+    bool solo_root;
+  } casos[] = {
+      {0, std::string("es solo del usuario ") + ::getpwuid(::geteuid())->pw_name, false},
+      {0660, "ejecute «sudo usermod -aG dialout $USER» y vuelva a iniciar la sesión", true},
+  };
+  for (const auto& c : casos) {
+    if (c.solo_root && (!root || dialout == nullptr)) continue;
+    ASSERT_TRUE(!c.solo_root || ::chown(placa.esclavo().c_str(), 0, dialout->gr_gid) == 0);
+    fs::permissions(placa.esclavo(), fs::perms(c.modo));
+    const sin_privilegios guarda;
+    EXPECT_FALSE(linea.abrir(1, {}));
+    EXPECT_EQ(linea.motivo(), "COM1: " + placa.esclavo() + ": sin permiso: " + c.motivo);
+  }
+}
+
+TEST_F(TransporteTty, UnUsuarioCualquieraSabeQuienOcupaLaLinea) {
+  fs::permissions(carpeta.ruta(), fs::perms(0755));
+  fs::permissions(placa.esclavo(), fs::perms(0666));
+  enlazar(2, placa.esclavo());
+  transporte_tty segunda(carpeta.ruta());
+  ASSERT_TRUE(linea.abrir(1, {}));
+  {
+    const sin_privilegios guarda;
+    EXPECT_FALSE(segunda.abrir(2, {}));
+    EXPECT_EQ(segunda.motivo(), "COM2: " + placa.esclavo() + ": ocupado por " + este()) << "by its lock";
+  }
+  linea.cerrar();
+  // Another program of the same user, which has the line for itself and asks for no lock.
+  ASSERT_EQ(::ioctl(testigo, TIOCEXCL), 0);
+  const pid_t otro = ::fork();
+  if (otro == 0) {
+    if (::setuid(::geteuid() == 0 ? 65534 : ::geteuid()) != 0 || ::prctl(PR_SET_DUMPABLE, 1) != 0) ::_exit(1);
+    ::pause();
+  }
+  {
+    const sin_privilegios guarda;
+    const auto limite = steady_clock::now() + 5s;
+    do EXPECT_FALSE(segunda.abrir(2, {}));
+    while (segunda.motivo().ends_with("otro programa") && steady_clock::now() < limite);
+    EXPECT_EQ(segunda.motivo(), "COM2: " + placa.esclavo() + ": ocupado por " + este(otro)) << "by its descriptors";
+  }
+  ::kill(otro, SIGKILL);
+  ::waitpid(otro, nullptr, 0);
 }
 
 }  // namespace

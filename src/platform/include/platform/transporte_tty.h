@@ -33,14 +33,17 @@ class transporte_tty final : public transporte {
 
   /// The device that port `numero` leads to, links resolved; empty if there is none.
   std::filesystem::path dispositivo(int numero) const;
-  /// Why the last `abrir` failed, in one English line for standard error; empty after a success.
+  /// Why the last `existe` or `abrir` gave False: the port, the device, the cause, and what the user can do about it,
+  /// in one Spanish line without a line end. Empty after True. Of a device that is busy it names the programs that have
+  /// it, as far as this user may know.
   const std::string& motivo() const { return motivo_; }
-  /// Told the same at once, if set.
+  /// Told the same each time, at once, if set. Who only wants to know where a port leads asks `dispositivo`, which
+  /// tells nobody.
   std::function<void(const std::string& motivo)> al_fallar;
 
  private:
-  bool falla(const std::string& que);
-  bool preparar(const parametros_linea& linea);
+  bool falla(int numero, const std::string& porque);
+  std::string tomar(const std::filesystem::path& ruta, const parametros_linea& linea);
   void enviar_pendiente();
 
   std::filesystem::path directorio_;
