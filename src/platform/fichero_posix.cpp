@@ -23,10 +23,8 @@ fichero::~fichero() {
 
 bool fichero::linea(std::string_view texto) {
   if (!abierto()) return false;
-  std::string entera;
-  entera.reserve(texto.size() + 2);
-  entera.append(texto).append("\r\n");
-  return escribir_todo(descriptor_, entera) == 0;
+  renglon_.assign(texto).append("\r\n");
+  return escribir_todo(descriptor_, renglon_) == 0;
 }
 
 void fichero::cerrar() {
