@@ -28,11 +28,13 @@ std::int32_t primera_direccion(const Variables_grab& v) {
 
 /// The text of the data of a group. What lies beyond the flash goes out as erased.
 void poner_datos(std::string& datos, const Variables_grab& v, std::int32_t dir) {
-  datos.clear();
+  std::uint32_t grupo = 0;
   for (std::int32_t i = dir; i < dir + bytes_por_grupo; ++i) {
     const std::uint8_t byte = dir < total_flash ? v.buffer_salida[static_cast<std::size_t>(i)] : 0xFF;
-    anadir_hex(datos, byte, 2);
+    grupo = grupo << 8 | byte;
   }
+  datos.clear();
+  anadir_hex(datos, grupo, std::size_t{2} * bytes_por_grupo);
 }
 
 /// Writes group after group and keeps the work on the PC's side within the time in which a reply is under way.

@@ -1,5 +1,7 @@
 #include "image/avance.h"
 
+#include <cstdlib>
+
 namespace morvane {
 
 namespace {
@@ -25,6 +27,8 @@ avance::avance(contador_cambios& cambios)
 void avanzar_progreso(avance& a, std::int64_t total, std::int64_t paso, std::int64_t& acumulado) {
   acumulado += paso;
   if (total <= 0) return;
+  // Mostly the bar stays where it is, which is seen without a division: its step is nearer than half a step.
+  if (std::abs(2 * (acumulado * pasos - a.Progress.Value * total)) < total) return;
   const std::int64_t valor = cociente_al_par(acumulado * pasos, total);
   if (valor <= a.Progress.Max) a.Progress.Value = static_cast<int>(valor);
 }

@@ -9,11 +9,8 @@ namespace {
 
 /// Number of address digits of a data line, 0 for any other line.
 std::uint8_t ancho_de_tipo(std::string_view linea) {
-  const std::string_view tipo = linea.substr(0, 2);
-  if (tipo == "S1") return 4;
-  if (tipo == "S2") return 6;
-  if (tipo == "S3") return 8;
-  return 0;
+  if (linea.size() < 2 || linea[0] != 'S' || linea[1] < '1' || linea[1] > '3') return 0;
+  return static_cast<std::uint8_t>(2 * (linea[1] - '1') + 4);
 }
 
 /// Gives what went wrong, as text for the user.

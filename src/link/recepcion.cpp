@@ -83,6 +83,15 @@ void recibir_trama(enlace& e) {
   }
 }
 
+/// Character follows character here, and assigning a text costs many times as much.
+void poner(std::string& destino, std::string_view texto) {
+  if (texto.size() == 1 && destino.size() == 1) {
+    destino.front() = texto.front();
+  } else {
+    destino.assign(texto);
+  }
+}
+
 void recibir_caracter(enlace& e) {
   if (e.entrada_serie.empty()) return;
   const char c = e.entrada_serie.front();
@@ -91,7 +100,7 @@ void recibir_caracter(enlace& e) {
   } else if (c == ETX) {
     recibir_trama(e);
   } else if (e.respuesta.size() < maximo_respuesta) {
-    e.respuesta += c;
+    e.respuesta.push_back(c);
   }
 }
 
@@ -99,7 +108,7 @@ void recibir_caracter(enlace& e) {
 
 void serial_OnComm(enlace& e) {
   if (e.control_serie.CommEvent() != MSComm::comEvReceive) return;
-  e.entrada_serie = e.control_serie.Input();
+  poner(e.entrada_serie, e.control_serie.Input());
   if (e.corte.interrumpida) return;
   e.datos_listos = true;
   const std::string_view entrada = e.entrada_serie;

@@ -23,11 +23,9 @@ fichero::~fichero() {
 
 bool fichero::linea(std::string_view texto) {
   if (!abierto()) return false;
-  std::string entera;
-  entera.reserve(texto.size() + 2);
-  entera.append(texto).append("\r\n");
+  renglon_.assign(texto).append("\r\n");
   const off_t antes = ::lseek(descriptor_, 0, SEEK_END);
-  if (antes >= 0 && escribir_todo(descriptor_, entera) == 0) return true;
+  if (antes >= 0 && escribir_todo(descriptor_, renglon_) == 0) return true;
   // Half a line would be read as a whole one.
   if (antes >= 0) (void)::ftruncate(descriptor_, antes);
   return false;

@@ -63,7 +63,6 @@ struct lector_lineas::estado {
   bool rellenar();
   bool buscar_final(finales como);
   bool preparar_lectura();
-  bool linea_entera(linea& destino);
   bool linea_partida(linea& destino);
   void pasar_final(std::size_t donde);
   const char* final_en_bloque() const;
@@ -114,12 +113,12 @@ bool lector_lineas::estado::buscar_final(finales como) {
   return ::lseek(fd.numero(), 0, SEEK_SET) == 0 || fallar(errno);
 }
 
-const char* lector_lineas::estado::final_en_bloque() const {
+inline const char* lector_lineas::estado::final_en_bloque() const {
   return static_cast<const char*>(std::memchr(datos.data() + inicio, fin_linea, fin - inicio));
 }
 
 /// Goes on behind the line end at `donde`.
-void lector_lineas::estado::pasar_final(std::size_t donde) {
+inline void lector_lineas::estado::pasar_final(std::size_t donde) {
   inicio = donde + 1;
   if (fin_linea != '\r') return;
   falta_lf = inicio == fin;
@@ -134,17 +133,6 @@ bool lector_lineas::estado::preparar_lectura() {
   if (!lf_pendiente) return true;
   ++inicio;
   return inicio < fin || rellenar();
-}
-
-/// Takes a line that ends within the buffer, without copying it.
-bool lector_lineas::estado::linea_entera(linea& destino) {
-  const char* final = final_en_bloque();
-  if (final == nullptr) return false;
-  const auto donde = static_cast<std::size_t>(final - datos.data());
-  destino.largo = donde - inicio;
-  destino.texto = {datos.data() + inicio, std::min(donde - inicio, maximo)};
-  pasar_final(donde);
-  return true;
 }
 
 /// Takes a line that goes beyond the end of the buffer. False after an error.
@@ -164,7 +152,7 @@ bool lector_lineas::estado::linea_partida(linea& destino) {
   return !fallo;
 }
 
-lector_lineas::lector_lineas() : e_(std::make_unique<estado>()) {}
+lector_lineas::lector_lineas() : e_(std::make_unique_for_overwrite<estado>()) {}
 lector_lineas::~lector_lineas() = default;
 
 bool lector_lineas::abrir(const std::string& ruta, finales como) {
@@ -188,9 +176,19 @@ std::uint64_t lector_lineas::tamano() const {
 }
 
 bool lector_lineas::siguiente(linea& destino) {
-  destino = {};
-  if (!e_->preparar_lectura()) return false;
-  return e_->linea_entera(destino) || e_->linea_partida(destino);
+  estado& e = *e_;
+  if ((e.inicio == e.fin || e.falta_lf) && !e.preparar_lectura()) {
+    destino = {};
+    return false;
+  }
+  // A line that ends within the buffer is not copied.
+  const char* final = e.final_en_bloque();
+  if (final == nullptr) return e.linea_partida(destino);
+  const auto donde = static_cast<std::size_t>(final - e.datos.data());
+  destino.largo = donde - e.inicio;
+  destino.texto = {e.datos.data() + e.inicio, std::min(donde - e.inicio, maximo)};
+  e.pasar_final(donde);
+  return true;
 }
 
 bool lector_lineas::fallo() const {

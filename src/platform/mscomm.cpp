@@ -39,8 +39,7 @@ bool MSComm::Settings(std::string_view texto) {
 
 bool MSComm::PortOpen(bool abrir) {
   if (abrir == abierto_) return true;
-  inicio_ = fin_ = forzado_ = 0;
-  desbordado_ = false;
+  vaciar();
   if (abrir) return abierto_ = linea_.abrir(puerto_, parametros_);
   abierto_ = false;
   linea_.cerrar();
@@ -65,9 +64,13 @@ bool MSComm::trama_entera() const {
   return stx != std::string_view::npos && texto.find(ETX, stx) != std::string_view::npos;
 }
 
-void MSComm::descartar_entrada() {
-  inicio_ = fin_ = forzado_ = 0;
+void MSComm::vaciar() {
+  inicio_ = fin_ = tras_etx_ = forzado_ = 0;
   desbordado_ = false;
+}
+
+void MSComm::descartar_entrada() {
+  vaciar();
   if (!abierto_) return;
   for (int i = 0; i < lecturas_al_descartar; ++i) {
     const std::size_t leidos = linea_.leer(buffer_);
@@ -84,12 +87,16 @@ void MSComm::atender() {
 
 void MSComm::leer_linea() {
   if (inicio_ > 0) {
-    std::memmove(buffer_.data(), buffer_.data() + inicio_, pendientes());
+    if (inicio_ < fin_) std::memmove(buffer_.data(), buffer_.data() + inicio_, pendientes());
+    tras_etx_ -= std::min(tras_etx_, inicio_);
     forzado_ -= std::min(forzado_, inicio_);
     fin_ -= inicio_;
     inicio_ = 0;
   }
-  const std::size_t leidos = linea_.leer(std::span(buffer_).subspan(fin_));
+  const std::span<char> sitio = std::span(buffer_).subspan(fin_);
+  const std::size_t leidos = linea_.leer(sitio);
+  const std::size_t etx = std::string_view(sitio.data(), leidos).rfind(ETX);
+  if (etx != std::string_view::npos) tras_etx_ = fin_ + etx + 1;
   fin_ += leidos;
   recibidos_ += leidos;
   if (fin_ == buffer_.size() && modo_caracter()) {
@@ -99,11 +106,8 @@ void MSComm::leer_linea() {
 }
 
 std::size_t MSComm::disponibles() const {
-  if (!modo_caracter()) return pendientes();
-  const std::string_view texto(buffer_.data() + inicio_, pendientes());
-  const std::size_t etx = texto.rfind(ETX);
-  const std::size_t enteros = etx == std::string_view::npos ? 0 : etx + 1;
-  return std::max(enteros, forzado_ > inicio_ ? forzado_ - inicio_ : 0);
+  const std::size_t hasta = modo_caracter() ? std::max(tras_etx_, forzado_) : fin_;
+  return hasta > inicio_ ? hasta - inicio_ : 0;
 }
 
 void MSComm::entregar() {

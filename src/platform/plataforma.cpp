@@ -47,8 +47,13 @@ std::optional<instante> plataforma::proximo_plazo() const {
 }
 
 void plataforma::tocar_relojes() {
+  instante visto = relojes_.empty() ? instante{0} : ahora();
   for (std::size_t i = 0; i < relojes_.size(); ++i) {
-    if (relojes_[i]->vencido()) relojes_[i]->tocar();
+    reloj& uno = *relojes_[i];
+    if (!uno.en_marcha() || visto < uno.vence()) continue;
+    uno.tocar();
+    // Whatever it did may have taken its time.
+    visto = ahora();
   }
 }
 

@@ -9,7 +9,12 @@ reloj::reloj(plataforma& plat, milisegundos plazo) : plat_(plat), plazo_(plazo) 
 }
 
 reloj::~reloj() {
-  std::erase(plat_.relojes_, this);
+  // Those of a wait come and go in order.
+  if (plat_.relojes_.back() == this) {
+    plat_.relojes_.pop_back();
+  } else {
+    std::erase(plat_.relojes_, this);
+  }
 }
 
 void reloj::arrancar() {

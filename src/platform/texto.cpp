@@ -1,5 +1,6 @@
 #include "platform/texto.h"
 
+#include <algorithm>
 #include <array>
 
 namespace morvane {
@@ -52,14 +53,14 @@ std::size_t saltar(std::string_view& texto, std::size_t cuantos) {
 
 void anadir_hex(std::string& destino, std::uint32_t valor, std::size_t ancho) {
   std::array<char, 8> cifras;
+  if (ancho > cifras.size()) destino.append(ancho - cifras.size(), '0');
+  const std::size_t tope = cifras.size() - std::min(ancho, cifras.size());
   std::size_t inicio = cifras.size();
   do {
     cifras[--inicio] = "0123456789ABCDEF"[valor & 0xF];
     valor >>= 4;
-  } while (valor != 0);
-  const std::size_t hay = cifras.size() - inicio;
-  if (ancho > hay) destino.append(ancho - hay, '0');
-  destino.append(cifras.data() + inicio, hay);
+  } while (valor != 0 || inicio > tope);
+  destino.append(cifras.data() + inicio, cifras.size() - inicio);
 }
 
 std::string hex(std::uint32_t valor, std::size_t ancho) {

@@ -29,6 +29,8 @@ class fichero {
 
  private:
   int descriptor_ = -1;
+  /// The line being written; kept to spare an allocation for each.
+  std::string renglon_;
 };
 
 /// Outcome of a file operation: 0, or the host's number of the error.

@@ -75,6 +75,7 @@ class MSComm final : private fuente_eventos {
 
  private:
   void atender() override;
+  void vaciar();
   void leer_linea();
   std::size_t disponibles() const;
   bool modo_caracter() const { return input_len_ == 1 && r_threshold_ == 1; }
@@ -82,8 +83,9 @@ class MSComm final : private fuente_eventos {
   plataforma& plat_;
   transporte& linea_;
   std::array<char, InBufferSize> buffer_{};
-  /// What waits stands from `inicio_` to `fin_`; in the character mode all before `forzado_` is delivered in any case.
-  std::size_t inicio_ = 0, fin_ = 0, forzado_ = 0;
+  /// What waits stands from `inicio_` to `fin_`; the last ETX is right before `tras_etx_`, where there is one. In the
+  /// character mode all before `forzado_` is delivered in any case.
+  std::size_t inicio_ = 0, fin_ = 0, tras_etx_ = 0, forzado_ = 0;
   std::uint64_t recibidos_ = 0;
   parametros_linea parametros_;
   int puerto_ = 1;
