@@ -244,7 +244,7 @@ class Chance:
         print(f"{count} operations\nfaults: {dict(self.tally)}\nboxes: {dict(self.boxes)}")
 
 
-seed, count = map(int, sys.argv[2:4] + ["1", "12"][len(sys.argv) - 2:])
+seed, count = map(int, sys.argv[2:4] + ["3", "10"][len(sys.argv) - 2:])
 chance = Chance(pathlib.Path(sys.argv[1]).resolve(), seed)
 try:
     chance.run(count)
