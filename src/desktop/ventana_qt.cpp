@@ -85,11 +85,17 @@ void ventana_qt::sincronizar() {
   for (const auto& toma : actualizaciones_) toma();
 }
 
+void ventana_qt::al_cambiar(std::function<void()> toma) {
+  toma();
+  actualizaciones_.push_back(std::move(toma));
+}
+
 // Behind a box an assistive tool can still press what mouse and keyboard cannot; a command would then wait for ever,
 // since nothing comes from the line while a box is open.
 void ventana_qt::atender(const evento& manejador) {
   if (!manejador || QApplication::activeModalWidget() != nullptr) return;
   ++manejando_;
+  if (al_empezar) al_empezar();
   ejecutar(manejador);
   --manejando_;
   if (despues_) despues_();
