@@ -57,9 +57,12 @@ void mapa_qt::paintEvent(QPaintEvent* suceso) {
   }
   for (int i = 0; i < trazado_mapa::filas; ++i) {
     if (a_la_vista(trazado_.fila(i))) pintar_bloque(pintor, i);
-    if (a_la_vista(trazado_.direccion(i, false))) pintar_direcciones(pintor, i);
+    const bool lados = a_la_vista(trazado_.direccion(i, false)) || a_la_vista(trazado_.direccion(i, true));
+    if (lados) pintar_direcciones(pintor, i);
   }
-  if (a_la_vista(trazado_.desplazamiento(0))) pintar_desplazamientos(pintor);
+  for (int i = 0; i < trazado_mapa::grupos; ++i) {
+    if (a_la_vista(trazado_.desplazamiento(i))) pintar_desplazamiento(pintor, i);
+  }
   if (a_la_vista(trazado_.leyenda())) pintar_leyenda(pintor);
   for (int i = 0; i < trazado_mapa::filas; ++i) {
     const QRect cabeza = trazado_.en_fila(i, mapa_.cabeza());
@@ -68,8 +71,7 @@ void mapa_qt::paintEvent(QPaintEvent* suceso) {
   if (hasFocus()) enmarcar(pintor, trazado_.celda(cursor_), trazo_, Qt::white);
 }
 
-void mapa_qt::pintar(QPainter& pintor, int celda) {
-  dibujadas_[static_cast<std::size_t>(celda)] = estampa_de(celda);
+void mapa_qt::pintar(QPainter& pintor, int celda) const {
   pintar_celda(pintor, trazado_.celda(celda), trazo_, aspecto_de(mapa_, celda), mapa_.sabe(celda, hecho::imagen),
                mapa_.sabe(celda, hecho::leida));
 }
@@ -88,13 +90,11 @@ void mapa_qt::pintar_direcciones(QPainter& pintor, int fila) const {
                   hexadecimal(dir + bytes_examinados - 1, 6));
 }
 
-void mapa_qt::pintar_desplazamientos(QPainter& pintor) const {
+void mapa_qt::pintar_desplazamiento(QPainter& pintor, int grupo) const {
+  const std::int32_t dir = grupo * trazado_mapa::celdas_por_grupo * bytes_por_celda;
   pintor.setPen(QColor(tinta_mapa));
-  for (int i = 0; i < trazado_mapa::celdas_por_fila / trazado_mapa::celdas_por_grupo; ++i) {
-    const std::int32_t dir = i * trazado_mapa::celdas_por_grupo * bytes_por_celda;
-    pintor.drawText(trazado_.desplazamiento(i), Qt::AlignLeft | Qt::AlignVCenter,
-                    QLatin1Char('+') + hexadecimal(dir, 4));
-  }
+  pintor.drawText(trazado_.desplazamiento(grupo), Qt::AlignLeft | Qt::AlignVCenter,
+                  QLatin1Char('+') + hexadecimal(dir, 4));
 }
 
 /// Evenly spread over the whole width; in a smaller font where that is too narrow.

@@ -58,7 +58,10 @@ void mapa_qt::poner_al_dia() {
   if (vistos_ == mapa_.cambios()) return;
   vistos_ = mapa_.cambios();
   for (int i = 0; i < celdas_del_mapa; ++i) {
-    if (estampa_de(i) != dibujadas_[static_cast<std::size_t>(i)]) update(en_puntos(trazado_.celda(i)));
+    estampa& dibujada = dibujadas_[static_cast<std::size_t>(i)];
+    const estampa nueva = estampa_de(i);
+    if (nueva != dibujada) update(en_puntos(trazado_.celda(i)));
+    dibujada = nueva;
   }
   for (const tramo& t : {cabeza_, mapa_.cabeza()}) {
     for (int fila = 0; t != tramo{} && fila < trazado_mapa::filas; ++fila) {

@@ -7,7 +7,6 @@ namespace morvane {
 trazado_mapa::trazado_mapa(QSize lugar, int renglon, int rotulo) : renglon_(renglon), rotulo_(rotulo) {
   const int margen = renglon / 2;
   hueco_ = std::max(1, renglon / 8);
-  const int grupos = celdas_por_fila / celdas_por_grupo;
   ancho_ = std::max(1, (lugar.width() - 2 * (margen + rotulo) - (grupos - 1) * hueco_) / celdas_por_fila);
   const int libre = lugar.height() - 2 * renglon - 2 * hueco_;
   paso_ = std::max(2, libre / filas);

@@ -40,7 +40,7 @@ class mapa_qt final : public QWidget {
   void focusOutEvent(QFocusEvent* suceso) override;
 
  private:
-  /// What a cell was drawn from.
+  /// What a cell is drawn from.
   using estampa = unsigned;
   estampa estampa_de(int celda) const;
   int celda_en(QPointF punto) const;
@@ -49,10 +49,10 @@ class mapa_qt final : public QWidget {
   void contar(int celda);
   void abrir(int celda);
   void trazar();
-  void pintar(QPainter& pintor, int celda);
+  void pintar(QPainter& pintor, int celda) const;
   void pintar_bloque(QPainter& pintor, int fila) const;
   void pintar_direcciones(QPainter& pintor, int fila) const;
-  void pintar_desplazamientos(QPainter& pintor) const;
+  void pintar_desplazamiento(QPainter& pintor, int grupo) const;
   void pintar_leyenda(QPainter& pintor) const;
 
   const mapa_flash& mapa_;

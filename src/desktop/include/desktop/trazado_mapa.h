@@ -18,6 +18,7 @@ class trazado_mapa {
   static constexpr int filas = celdas_del_mapa / celdas_por_fila;
   /// Cells between two offsets above the rows, where the columns stand a little apart.
   static constexpr int celdas_por_grupo = 8;
+  static constexpr int grupos = celdas_por_fila / celdas_por_grupo;
 
   /// `lugar` is all there is; `renglon` the height of a line of text, `rotulo` the width of an address.
   trazado_mapa(QSize lugar, int renglon, int rotulo);
