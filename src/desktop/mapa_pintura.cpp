@@ -34,16 +34,6 @@ std::array<entrada, aspectos + 2> entradas_de_leyenda() {
   return todas;
 }
 
-/// A frame around `sitio` that is seen on light and dark.
-void enmarcar(QPainter& pintor, const QRect& sitio, int trazo, const QColor& tono) {
-  const auto marco = [&](int fuera, const QColor& color_del_marco) {
-    pintor.setPen(QPen(color_del_marco, trazo, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
-    pintor.drawRect(sitio.adjusted(-fuera, -fuera, fuera - trazo, fuera - trazo));
-  };
-  marco(2 * trazo, QColor(tinta_mapa));
-  marco(trazo, tono);
-}
-
 }  // namespace
 
 void mapa_qt::paintEvent(QPaintEvent* suceso) {

@@ -7,8 +7,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "accesible.h"
 #include "desktop/pincel_mapa.h"
-#include "mapa_accesible.h"
 #include "shell/texto_mapa.h"
 #include "taller.h"
 
@@ -28,10 +28,10 @@ QFont letra_de_rotulos(const QFont& normal, double densidad) {
 }  // namespace
 
 mapa_qt::mapa_qt(QWidget* padre, const mapa_flash& mapa) : QWidget(padre), mapa_(mapa) {
+  hacer_accesible(*this);
   setObjectName(QStringLiteral("mapa_flash"));
   setFocusPolicy(Qt::StrongFocus);
   setAccessibleName(QStringLiteral("Mapa de la flash"));
-  hacer_mapas_accesibles();
   trazar();
 }
 

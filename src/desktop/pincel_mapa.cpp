@@ -44,6 +44,15 @@ void marcar(QPainter& pintor, const QRect& sitio, int trazo, aspecto cual, const
 
 }  // namespace
 
+void enmarcar(QPainter& pintor, const QRect& sitio, int trazo, const QColor& tono) {
+  const auto marco = [&](int fuera, const QColor& color_del_marco) {
+    pintor.setPen(QPen(color_del_marco, trazo, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    pintor.drawRect(sitio.adjusted(-fuera, -fuera, fuera - trazo, fuera - trazo));
+  };
+  marco(2 * trazo, QColor(tinta_mapa));
+  marco(trazo, tono);
+}
+
 tinte tinte_de(aspecto cual) {
   switch (cual) {
     case aspecto::borrada:

@@ -82,7 +82,10 @@ TEST_F(flujos, an_inactive_ezport_speaks_and_the_bits_of_an_earlier_reply_decide
   }
 }
 
-struct guion_de_borrado : banco_enlace<guion> {};
+struct guion_de_borrado : banco_enlace<guion> {
+  contador_cambios cambios;
+  avance a{cambios};
+};
 
 TEST_F(guion_de_borrado, a_reply_without_data_does_not_end_an_erase) {
   reabrir();

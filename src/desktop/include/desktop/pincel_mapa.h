@@ -24,4 +24,7 @@ inline constexpr QRgb tinta_mapa = 0xFF202020;
 /// along the lower edge, `con_lectura` one along the upper edge.
 void pintar_celda(QPainter& pintor, const QRect& sitio, int trazo, aspecto cual, bool con_imagen, bool con_lectura);
 
+/// Draws a frame of two lines around `sitio`, a dark one outside and one in `tono`, to be seen on light and dark.
+void enmarcar(QPainter& pintor, const QRect& sitio, int trazo, const QColor& tono);
+
 }  // namespace morvane

@@ -1,4 +1,4 @@
-#include "mapa_accesible.h"
+#include "accesible.h"
 
 #include <QAccessibleWidget>
 
@@ -38,14 +38,23 @@ class mapa_accesible final : public QAccessibleWidget, public QAccessibleValueIn
   mapa_qt& mapa_;
 };
 
+constexpr const char* propiedad_papel = "papel_accesible";
+
 QAccessibleInterface* fabricar(const QString& /*clase*/, QObject* objeto) {
-  auto* mapa = dynamic_cast<mapa_qt*>(objeto);
-  return mapa == nullptr ? nullptr : new mapa_accesible(mapa);
+  if (auto* mapa = dynamic_cast<mapa_qt*>(objeto)) return new mapa_accesible(mapa);
+  const QVariant papel = objeto->property(propiedad_papel);
+  auto* control = papel.isValid() ? qobject_cast<QWidget*>(objeto) : nullptr;
+  return control == nullptr ? nullptr : new QAccessibleWidget(control, static_cast<QAccessible::Role>(papel.toInt()));
 }
 
 }  // namespace
 
-void hacer_mapas_accesibles() {
+void dar_papel(QWidget& control, QAccessible::Role papel) {
+  QAccessible::installFactory(fabricar);
+  control.setProperty(propiedad_papel, static_cast<int>(papel));
+}
+
+void hacer_accesible(mapa_qt& /*mapa*/) {
   QAccessible::installFactory(fabricar);
 }
 
