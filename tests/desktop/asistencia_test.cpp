@@ -13,9 +13,9 @@ namespace {
 using namespace apoyo;
 
 /// What stands there only to hold other things, or to show a text that may be empty.
-const std::set<QAccessible::Role> sin_nombre{
-    QAccessible::Client,    QAccessible::Separator, QAccessible::StaticText,  QAccessible::Pane, QAccessible::ScrollBar,
-    QAccessible::Splitter,  QAccessible::Grip,      QAccessible::LayeredPane, QAccessible::Border};
+const std::set<QAccessible::Role> sin_nombre{QAccessible::Client, QAccessible::Separator,   QAccessible::StaticText,
+                                             QAccessible::Pane,   QAccessible::ScrollBar,   QAccessible::Splitter,
+                                             QAccessible::Grip,   QAccessible::LayeredPane, QAccessible::Border};
 
 /// Walks the tree below `nodo` as a screen reader does, and counts what it has met.
 int recorrer(QAccessibleInterface* nodo, const QString& camino, bool en_menu = false) {
