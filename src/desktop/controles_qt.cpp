@@ -1,3 +1,4 @@
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QLabel>
@@ -54,6 +55,8 @@ void hacer(QWidget& padre, ComboBox& origen, taller& t) {
   mantener(destino, origen, t);
   etiquetar(padre, destino, origen.etiqueta, origen.Name);
   for (const std::string& entrada : origen.List) destino->addItem(qt(entrada));
+  destino->lineEdit()->setAccessibleName(destino->accessibleName());
+  destino->view()->setAccessibleName(destino->accessibleName());
   no_elegir_por_texto(*destino);
   t.al_cambiar([destino, &origen] { poner_texto(*destino, qt(origen.Text)); });
   QObject::connect(destino->lineEdit(), &QLineEdit::textEdited, destino,
@@ -84,11 +87,23 @@ void hacer(QWidget& padre, ProgressBar& origen, taller& t) {
   hacer_progreso(padre, origen, t);
 }
 
+/// A panel that appears is there to be filled in.
+void enfocar_primero(const QWidget& panel) {
+  for (auto* control : panel.findChildren<QWidget*>()) {
+    if (control->focusPolicy() & Qt::TabFocus) return control->setFocus();
+  }
+}
+
 void hacer(QWidget& padre, Frame& origen, taller& t) {
   auto* destino = new QGroupBox(&padre);
   mantener(destino, origen, t);
   t.al_cambiar([destino, &origen] { destino->setTitle(qt(origen.Caption)); });
   hacer_controles(*destino, origen.Controls, t);
+  t.al_cambiar([destino, estaba = true]() mutable {
+    const bool esta = !destino->isHidden();
+    if (esta && !estaba) enfocar_primero(*destino);
+    estaba = esta;
+  });
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include <QPainter>
 #include <QWidget>
 
+#include "accesible.h"
 #include "imagenes.h"
 #include "taller.h"
 
@@ -26,6 +27,7 @@ class cuadro final : public QWidget {
 
 void hacer(QWidget& padre, PictureBox& origen, taller& t) {
   auto* destino = new cuadro(&padre, origen.Picture);
+  dar_papel(*destino, QAccessible::Graphic);
   destino->setAccessibleName(qt(origen.Name));
   mantener(destino, origen, t);
 }

@@ -1,7 +1,11 @@
 #include "dialogos.h"
 
+#include <QClipboard>
 #include <QCloseEvent>
+#include <QDialogButtonBox>
+#include <QGuiApplication>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QPushButton>
 #include <QStringList>
 #include <span>
@@ -73,6 +77,30 @@ QStringList filtros_de(const std::string& filtro) {
   return filtros;
 }
 
+const char* nombre_de(QMessageBox::Icon dibujo) {
+  switch (dibujo) {
+    case QMessageBox::Critical:
+      return "Error";
+    case QMessageBox::Warning:
+      return "Advertencia";
+    case QMessageBox::Information:
+      return "Información";
+    default:
+      return "";
+  }
+}
+
+/// Names what Qt leaves nameless, and lets the keyboard reach the text, to mark and copy parts of it.
+void nombrar_partes(QMessageBox& caja) {
+  for (auto* rotulo : caja.findChildren<QLabel*>()) {
+    if (!rotulo->pixmap().isNull()) rotulo->setAccessibleName(QString::fromUtf8(nombre_de(caja.icon())));
+    if (rotulo->text() == caja.text()) rotulo->setFocusPolicy(Qt::StrongFocus);
+  }
+  for (auto* respuestas : caja.findChildren<QDialogButtonBox*>()) {
+    respuestas->setAccessibleName(QStringLiteral("Respuestas"));
+  }
+}
+
 }  // namespace
 
 ventana_caja::ventana_caja(const caja& mensaje, QWidget* duena) : QMessageBox(duena) {
@@ -83,6 +111,7 @@ ventana_caja::ventana_caja(const caja& mensaje, QWidget* duena) : QMessageBox(du
   setIcon(dibujo_de(mensaje.dibujo));
   const auto juego = juego_de(mensaje.teclas);
   for (const respuesta_caja una : juego) anadir(una);
+  nombrar_partes(*this);
   if (juego.size() == 1) escape_ = buttons().first();
 }
 
@@ -95,11 +124,16 @@ void ventana_caja::anadir(respuesta_caja valor) {
 }
 
 void ventana_caja::keyPressEvent(QKeyEvent* tecla) {
+  if (tecla->matches(QKeySequence::Copy)) return QGuiApplication::clipboard()->setText(todo());
   const bool escapar = tecla->key() == Qt::Key_Escape;
   const bool sola = (tecla->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) == 0 && !tecla->isAutoRepeat();
   QAbstractButton* boton = escapar ? escape_ : con_inicial(sola ? tecla->text() : QString());
   if (boton != nullptr) boton->click();
   if (boton == nullptr && !escapar) QMessageBox::keyPressEvent(tecla);
+}
+
+QString ventana_caja::todo() const {
+  return windowTitle() + QLatin1String("\n\n") + text();
 }
 
 QAbstractButton* ventana_caja::con_inicial(const QString& letra) const {
@@ -126,6 +160,9 @@ dialogo_abrir::dialogo_abrir(const CommonDialog& descripcion, QWidget* duena)
   setLabelText(QFileDialog::FileType, QStringLiteral("Archivos de tipo:"));
   setLabelText(QFileDialog::Accept, QStringLiteral("&Abrir"));
   setLabelText(QFileDialog::Reject, QStringLiteral("Cancelar"));
+  for (auto* respuestas : findChildren<QDialogButtonBox*>()) {
+    respuestas->setAccessibleName(QStringLiteral("Respuestas"));
+  }
 }
 
 std::string dialogo_abrir::ruta() const {

@@ -10,7 +10,8 @@
 namespace morvane {
 
 /// One message box. The initial of a caption presses its button; Escape presses Cancel, or the button of a box that has
-/// only one, and nothing else; closing the window in another way answers nothing.
+/// only one, and nothing else; closing the window in another way answers nothing. Its text can be marked, and is copied
+/// whole where no part is.
 class ventana_caja final : public QMessageBox {
  public:
   ventana_caja(const caja& mensaje, QWidget* duena);
@@ -23,6 +24,8 @@ class ventana_caja final : public QMessageBox {
 
  private:
   void anadir(respuesta_caja valor);
+  /// Title and text.
+  QString todo() const;
   QAbstractButton* con_inicial(const QString& letra) const;
 
   respuesta_caja respuesta_ = vbNinguna;

@@ -54,6 +54,7 @@ void llenar(QLabel* destino, Panel& panel, taller& t) {
 void hacer(QWidget& padre, StatusBar& barra, taller& t) {
   auto* destino = new QStatusBar(&padre);
   destino->setObjectName(qt(barra.Name));
+  destino->setAccessibleName(QStringLiteral("Estado"));
   destino->setSizeGripEnabled(false);
   destino->setFont(letra_de(barra, padre.font()));
   const int alto = destino->fontMetrics().height() + t.px(150);

@@ -2,6 +2,7 @@
 #include <QLabel>
 #include <cmath>
 
+#include "accesible.h"
 #include "taller.h"
 
 namespace morvane {
@@ -51,6 +52,7 @@ void hacer(QWidget& padre, Label& origen, taller& t) {
 
 void hacer(QWidget& padre, Line& origen, taller& t) {
   auto* destino = new QWidget(&padre);
+  dar_papel(*destino, QAccessible::Separator);
   destino->setFixedHeight(t.px(15));
   mantener(destino, origen, t);
   colorear(*destino, origen.BorderColor);

@@ -1,3 +1,5 @@
+#include "lista_qt.h"
+
 #include <QAbstractListModel>
 #include <QApplication>
 #include <QListView>
@@ -78,6 +80,15 @@ QListView* vista_de_filas(QWidget& padre) {
 }
 
 }  // namespace
+
+void ir_a_fila(QWidget& ventana, const ListBox& lista, int fila) {
+  auto* vista = ventana.findChild<QListView*>(qt(lista.Name));
+  if (vista == nullptr || vista->model()->rowCount() == 0) return;
+  const QModelIndex cual = vista->model()->index(std::min(fila, vista->model()->rowCount() - 1), 0);
+  vista->setCurrentIndex(cual);
+  vista->scrollTo(cual, QAbstractItemView::PositionAtTop);
+  vista->setFocus();
+}
 
 void hacer(QWidget& padre, ListBox& origen, taller& t) {
   auto* destino = vista_de_filas(padre);

@@ -37,6 +37,7 @@ void mantener(QAction& accion, Menu& menu, taller& t) {
   accion.setObjectName(qt(menu.Name));
   t.al_cambiar([&accion, &menu] {
     if (!accion.isSeparator()) accion.setText(rotulo(menu));
+    if (accion.menu() != nullptr) accion.menu()->setWindowTitle(nombre_accesible(menu.Caption, {}, menu.Name));
     accion.setVisible(menu.Visible);
     accion.setEnabled(menu.Enabled);
   });

@@ -43,6 +43,11 @@ void otras_ventanas::poner_al_dia(una& cual) {
   cual.llamadas = forma->llamadas;
 }
 
+ventana_qt* otras_ventanas::ventana_de(const Form& forma) {
+  const auto cual = std::ranges::find(todas_, &forma, &una::forma);
+  return cual == todas_.end() ? nullptr : cual->ventana.get();
+}
+
 bool otras_ventanas::ocupadas() const {
   return std::ranges::any_of(todas_, [](const una& cual) { return cual.ventana && cual.ventana->ocupada(); });
 }

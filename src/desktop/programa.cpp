@@ -6,7 +6,9 @@
 #include <cstdio>
 #include <exception>
 
+#include "desktop/seguimiento.h"
 #include "imagenes.h"
+#include "lista_qt.h"
 #include "textos_es.h"
 
 namespace morvane {
@@ -38,6 +40,7 @@ programa::programa(const std::filesystem::path& directorio)
       linea_(directorio),
       principal_(std::make_unique<frm_principal>(plat_, ficheros_, linea_, v_)),
       ventana_(std::make_unique<ventana_qt>(principal_->ventana, [this] { despues_de_orden(); })),
+      seguimiento_(std::make_unique<seguimiento>(*principal_, plat_, *ventana_)),
       otras_(
           principal_->otras_ventanas(), [this] { despues_de_orden(); },
           [this](const std::string& motivo) { avisar_fallo(motivo); }) {
@@ -45,6 +48,8 @@ programa::programa(const std::filesystem::path& directorio)
   QObject::connect(&fin_, &QTimer::timeout, [] { QCoreApplication::exit(0); });
   plat_.sincronizar = [this] { sincronizar(); };
   linea_.al_fallar = [](const std::string& motivo) { std::fprintf(stderr, "morvane: %s\n", motivo.c_str()); };
+  ventana_->al_empezar = [this] { seguimiento_->al_empezar(); };
+  seguimiento_->mapa().al_abrir = [this](std::int32_t dir) { abrir_volcado(dir); };
   ventana_->puede_cerrarse = [this] { return puede_cerrarse(); };
   ventana_->al_fallar = [this](const std::string& motivo) { avisar_fallo(motivo); };
 }
@@ -54,6 +59,14 @@ programa::~programa() = default;
 void programa::sincronizar() {
   ventana_->sincronizar();
   otras_.sincronizar();
+}
+
+void programa::abrir_volcado(std::int32_t dir) {
+  Form& volcado = principal_->buffer_out.ventana;
+  ventana_->atender([&volcado] { volcado.Show(); });
+  ventana_qt* ventana = otras_.ventana_de(volcado);
+  if (ventana != nullptr)
+    ir_a_fila(*ventana, principal_->buffer_out.lst_buf_salida, dir / static_cast<std::int32_t>(bytes_por_fila));
 }
 
 void programa::avisar_fallo(const std::string& motivo) {
@@ -96,6 +109,7 @@ bool programa::puede_cerrarse() {
 
 void programa::despues_de_orden() {
   sincronizar();
+  seguimiento_->al_volver();
   if (ocupado()) return;
   if (fin_pendiente_ || debe_cerrarse(*principal_)) acabar();
 }

@@ -25,7 +25,7 @@ int taller::twips(int px) const {
 }
 
 int taller::imagen(int lado) const {
-  return lado * static_cast<int>(escala);
+  return lado * static_cast<int>(escala * 2) / 2;
 }
 
 QRect taller::px(const lugar& sitio) const {

@@ -32,7 +32,7 @@ struct taller {
 
   int px(double twips) const;
   int twips(int px) const;
-  /// The side of an image, which grows in whole steps so that it stays sharp.
+  /// The side of an image, which grows in half steps: at these its edges fall on pixels.
   int imagen(int lado) const;
   QRect px(const lugar& sitio) const;
   /// The font `tipo` in the size of the window; what it leaves open is as in `normal`. All fonts with a name have

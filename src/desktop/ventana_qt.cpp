@@ -55,11 +55,15 @@ ventana_qt::ventana_qt(Form& forma, std::function<void()> despues)
 }
 
 void ventana_qt::poner_menus(taller& t) {
-  menuBar()->setNativeMenuBar(false);
-  menuBar()->setContextMenuPolicy(Qt::PreventContextMenu);
-  hacer_menus(*menuBar(), forma_.menus, t);
+  if (!forma_.menus.empty()) {
+    menuBar()->setNativeMenuBar(false);
+    menuBar()->setContextMenuPolicy(Qt::PreventContextMenu);
+    menuBar()->setAccessibleName(QStringLiteral("Menú"));
+    hacer_menus(*menuBar(), forma_.menus, t);
+  }
   if (forma_.contextual.empty()) return;
   contextual_ = new QMenu(this);
+  contextual_->setWindowTitle(QStringLiteral("Menú contextual"));
   hacer_lista(*contextual_, forma_.contextual, t);
 }
 
@@ -69,6 +73,8 @@ void ventana_qt::poner_superficie(taller& t) {
   colorear(*superficie, forma_.BackColor);
   hacer_controles(*superficie, forma_.Controls, t);
   setCentralWidget(superficie);
+  // Where there are buttons at the top, the focus waits in front of the first one: Tab leads there, Space to nothing.
+  if (!forma_.menus.empty()) superficie->setFocus();
   if (forma_.fija) {
     layout()->setSizeConstraint(QLayout::SetFixedSize);
     adjustSize();
@@ -85,11 +91,17 @@ void ventana_qt::sincronizar() {
   for (const auto& toma : actualizaciones_) toma();
 }
 
+void ventana_qt::al_cambiar(std::function<void()> toma) {
+  toma();
+  actualizaciones_.push_back(std::move(toma));
+}
+
 // Behind a box an assistive tool can still press what mouse and keyboard cannot; a command would then wait for ever,
 // since nothing comes from the line while a box is open.
 void ventana_qt::atender(const evento& manejador) {
   if (!manejador || QApplication::activeModalWidget() != nullptr) return;
   ++manejando_;
+  if (al_empezar) al_empezar();
   ejecutar(manejador);
   --manejando_;
   if (despues_) despues_();

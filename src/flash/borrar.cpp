@@ -17,9 +17,13 @@ bool fallo(enlace& e, const char* titulo, const char* texto) {
 
 }  // namespace
 
-bool borrar_flash(enlace& e) {
+bool borrar_flash(enlace& e, avance& a) {
+  const labor_en_curso labor(a, e.plat, marcha::labor::borrar, 0);
   const int resets = e.corte.resets;
-  if (!habilitar_flash(e) || !paso(e, "i")) return false;
+  if (!habilitar_flash(e)) return false;
+  a.mapa.olvidar_chip();
+  if (!paso(e, "i")) return false;
+  const bool aceptada = e.codigo_respuesta == '0';
   int sondeos = 0;
   for (bool ocupada = true; ocupada && sondeos < limite_sondeos; ++sondeos) {
     if (!paso(e, "c")) return false;
@@ -35,7 +39,10 @@ bool borrar_flash(enlace& e) {
     return fallo(e, "Atención, ocurrió un problema al grabar",
                  "Tiempo de borrado de Flash se ha excedido, se ha detenido el proceso de grabación");
   }
-  return !interrumpir_tras_reset(e, resets);
+  if (interrumpir_tras_reset(e, resets)) return false;
+  // A chip that has refused the command shows itself just as idle.
+  if (aceptada) a.mapa.borrado();
+  return true;
 }
 
 }  // namespace morvane

@@ -44,16 +44,21 @@ class bucle_de_grabado {
 
   void correr(fichero& diario) {
     std::int32_t dir = primera_direccion(v_);
+    const labor_en_curso labor(a_, e_.plat, marcha::labor::grabar, v_.dir_max + 1 - dir);
+    a_.mapa.empezar_escritura(dir);
     poner_direccion(dir);
     const std::uint64_t antes = e_.control_serie.recibidos();
     std::uint64_t esperados = 0;
     while (dir <= v_.dir_max && !a_.cancelar && puede_seguir(e_)) {
+      a_.mapa.escribir(dir);
       grupo(dir, diario);
       dir += bytes_por_grupo;
       esperados += respuestas_de_grupo;
+      a_.ritmo.hechos += bytes_por_grupo;
     }
     // Noise was taken for replies, so the true ones are still on their way.
     if (e_.control_serie.recibidos() - antes != esperados) e_.linea_inquieta = true;
+    a_.mapa.fin_de_escritura(dir, e_.corte.interrumpida);
   }
 
  private:
@@ -104,12 +109,12 @@ bool acepta_borrar_protegida(enlace& e) {
 }  // namespace
 
 void borrar_y_programar(enlace& e, Variables_grab& v, avance& a) {
-  if (borrar_flash(e)) programar_flash(e, v, a);
+  if (borrar_flash(e, a)) programar_flash(e, v, a);
 }
 
 void programar_flash(enlace& e, Variables_grab& v, avance& a) {
   if (!paso(e, "c")) return;
-  const bool lista = e.bit_fs != 0 ? acepta_borrar_protegida(e) && borrar_flash(e) : habilitar_flash_reset(e);
+  const bool lista = e.bit_fs != 0 ? acepta_borrar_protegida(e) && borrar_flash(e, a) : habilitar_flash_reset(e);
   if (lista) grabar_flash(e, v, a);
 }
 

@@ -8,20 +8,39 @@ namespace morvane {
 
 namespace {
 
-constexpr std::int64_t bytes_por_bloque = 32;
+constexpr std::int32_t bytes_por_bloque = 32;
+/// Code, digits and checksum.
+constexpr std::size_t caracteres_de_respuesta = 67;
 
 void pedir(enlace& e, std::int64_t dir) {
   enviar_comando(e, comando_de_lectura(dir, "20"));
 }
 
-void guardar(Variables_grab& v, std::string_view respuesta, std::int64_t base) {
+/// True if `respuesta` is a whole reply that reports no error, so that its bytes are those of the chip.
+bool fidedigna(const enlace& e, std::string_view respuesta) {
+  return respuesta.size() == caracteres_de_respuesta && respuesta.front() == '0' && !e.corte.sin_respuesta;
+}
+
+void guardar(const enlace& e, Variables_grab& v, avance& a, std::string_view respuesta, std::int64_t base) {
   for (std::int64_t k = 0; k < bytes_por_bloque; ++k) {
     if (hay_celda(base + k)) v.buffer_entrada[static_cast<std::size_t>(base + k)] = byte_leido(respuesta, k);
   }
+  if (hay_celda(base) && fidedigna(e, respuesta)) {
+    const auto desde = static_cast<std::int32_t>(base);
+    a.mapa.lectura({desde, desde + bytes_por_bloque});
+  }
+  a.ritmo.hechos += bytes_por_bloque;
+}
+
+/// What `leer_bloques` goes over.
+std::int64_t bytes_a_leer(std::int64_t desde, std::int64_t hasta) {
+  const std::int64_t pasos = hasta > desde ? (hasta - desde + bytes_por_bloque - 1) / bytes_por_bloque : 0;
+  return (pasos + 1) * bytes_por_bloque;
 }
 
 /// Asks for block after block; while one is under way the one before is stored.
 void leer_bloques(enlace& e, Variables_grab& v, avance& a, std::int64_t desde, std::int64_t hasta) {
+  const labor_en_curso labor(a, e.plat, marcha::labor::leer, bytes_a_leer(desde, hasta));
   std::int64_t dir = desde, acumulado = 0;
   const int resets = e.corte.resets;
   std::string anterior;
@@ -32,13 +51,13 @@ void leer_bloques(enlace& e, Variables_grab& v, avance& a, std::int64_t desde, s
     dir += bytes_por_bloque;
     anterior = e.respuesta;
     pedir(e, dir);
-    guardar(v, anterior, dir - bytes_por_bloque);
+    guardar(e, v, a, anterior, dir - bytes_por_bloque);
     avanzar_progreso(a, hasta, bytes_por_bloque, acumulado);
     esperar_respuesta(e);
     interrumpir_tras_reset(e, resets);
   }
   if (e.corte.interrumpida) return;
-  guardar(v, e.respuesta, dir);
+  guardar(e, v, a, e.respuesta, dir);
   avanzar_progreso(a, hasta, bytes_por_bloque, acumulado);
 }
 
@@ -55,6 +74,7 @@ void avisar_final(enlace& e, const avance& a) {
 
 void leer_flash(enlace& e, Variables_grab& v, avance& a, std::int32_t desde, std::int32_t hasta) {
   limpiar_buffer_entrada(v);
+  a.mapa.empezar_lectura();
   a.time_fin.Text = "";
   a.time_ini.Text = e.plat.hora();
   if (desde >= 0) leer_bloques(e, v, a, desde, hasta);

@@ -42,24 +42,36 @@ std::string_view campo(std::string_view respuesta, std::size_t desde, std::size_
   return respuesta.size() < desde ? std::string_view() : respuesta.substr(desde - 1, cuantos);
 }
 
+tramo tramo_de_bloque(int i) {
+  return {bytes_examinados * i, bytes_examinados * (i + 1)};
+}
+
 veredicto bloques_borrados(enlace& e, avance& a) {
   e.control_serie.descartar_entrada();
   e.control_serie.InputLen(47);
   e.control_serie.RThreshold(47);
   std::int64_t acumulado = 0;
   for (int i = 0; i < bloques_examinados; ++i) {
+    const tramo donde = tramo_de_bloque(i);
     avanzar_progreso(a, 256, 32, acumulado);
-    const auto respuesta = examinar(e, comando_de_bloque(bytes_examinados * i), sobrante::interrumpe);
+    a.mapa.examinar(donde);
+    const auto respuesta = examinar(e, comando_de_bloque(donde.desde), sobrante::interrumpe);
     if (!respuesta) return veredicto::ninguno;
-    if (campo(*respuesta, 35, 2) != "FF") return veredicto::no;
+    const bool borrado = campo(*respuesta, 35, 2) == "FF";
+    borrado ? a.mapa.borrado(donde) : a.mapa.no_borrado(donde);
+    if (!borrado) return veredicto::no;
+    a.ritmo.hechos += bytes_examinados;
   }
   return veredicto::si;
 }
 
 veredicto examinar_borrado(enlace& e, avance& a) {
+  const labor_en_curso labor(a, e.plat, marcha::labor::verificar, bloques_examinados * bytes_examinados);
   const auto primera = examinar(e, "C000000000000", sobrante::interrumpe);
   if (!primera) return veredicto::ninguno;
-  return campo(*primera, 3, 2) == "FF" ? bloques_borrados(e, a) : veredicto::no;
+  if (campo(*primera, 3, 2) == "FF") return bloques_borrados(e, a);
+  a.mapa.no_borrado({0, 1});
+  return veredicto::no;
 }
 
 /// The number in a field of eight digits. A field that is no number breaks the operation off: it says nothing of the
@@ -71,11 +83,16 @@ std::optional<std::uint32_t> suma_de(enlace& e, std::string_view digitos) {
   return std::nullopt;
 }
 
-veredicto comparar_suma(enlace& e, const Variables_grab& v, std::string_view digitos, std::int32_t desde,
-                        std::int32_t cuenta) {
+veredicto comparar_suma(enlace& e, const Variables_grab& v, std::string_view digitos, tramo donde) {
   const auto suya = suma_de(e, digitos);
   if (!suya) return veredicto::ninguno;
-  return *suya == valor_hex(suma_rango(v, desde, cuenta)) ? veredicto::si : veredicto::no;
+  const std::string nuestra = suma_rango(v, donde.desde, donde.hasta - donde.desde - 1);
+  return *suya == valor_hex(nuestra) ? veredicto::si : veredicto::no;
+}
+
+/// How many bytes the blocks up to the one that holds `dir_max` have.
+std::int64_t bytes_a_sumar(const Variables_grab& v) {
+  return std::min(v.dir_max / bytes_examinados + 1, total_flash / bytes_examinados) * std::int64_t{bytes_examinados};
 }
 
 veredicto comparar_bloques(enlace& e, const Variables_grab& v, avance& a) {
@@ -83,23 +100,29 @@ veredicto comparar_bloques(enlace& e, const Variables_grab& v, avance& a) {
   e.control_serie.RThreshold(47);
   std::int64_t acumulado = 0;
   for (int i = 1; i <= bloques_examinados; ++i) {
-    const std::int32_t dir = bytes_examinados * (i - 1);
-    if (dir >= total_flash) break;
+    const tramo donde = tramo_de_bloque(i - 1);
+    if (donde.desde >= total_flash) break;
     avanzar_progreso(a, bloques_examinados, i, acumulado);
-    const auto respuesta = examinar(e, comando_de_bloque(dir), sobrante::se_tolera);
+    a.mapa.examinar(donde);
+    const auto respuesta = examinar(e, comando_de_bloque(donde.desde), sobrante::se_tolera);
     if (!respuesta) return veredicto::ninguno;
-    const veredicto este = comparar_suma(e, v, campo(*respuesta, 37, 8), dir, bytes_examinados - 1);
+    const veredicto este = comparar_suma(e, v, campo(*respuesta, 37, 8), donde);
+    if (este != veredicto::ninguno) a.mapa.comparado(donde, este == veredicto::si);
     if (este != veredicto::si) return este;
-    if (dir + bytes_examinados > v.dir_max) return veredicto::si_hasta_el_tope;
+    a.ritmo.hechos += bytes_examinados;
+    if (donde.hasta > v.dir_max) return veredicto::si_hasta_el_tope;
   }
   return veredicto::si;
 }
 
 veredicto examinar_sumas(enlace& e, const Variables_grab& v, avance& a) {
-  constexpr std::int32_t cuenta_primera = 0x400;
+  constexpr tramo principio{0, 0x401};
+  const labor_en_curso labor(a, e.plat, marcha::labor::verificar, bytes_a_sumar(v));
+  a.mapa.empezar_verificacion();
   const auto primera = examinar(e, "C000000000400", sobrante::se_tolera);
   if (!primera) return veredicto::ninguno;
-  const veredicto este = comparar_suma(e, v, *primera, 0, cuenta_primera);
+  const veredicto este = comparar_suma(e, v, *primera, principio);
+  if (este == veredicto::no) a.mapa.comparado(principio, false);
   return este == veredicto::si ? comparar_bloques(e, v, a) : este;
 }
 
@@ -117,8 +140,20 @@ bool difieren(enlace& e, avance& a) {
   return false;
 }
 
+/// Notes the 16 bytes below `dir` on the map, where equal ones count once their cell is complete.
+void anotar_grupo(avance& a, std::int32_t dir, bool igual) {
+  a.ritmo.hechos += 16;
+  if (!igual) {
+    a.mapa.comparado({dir - 16, dir}, false);
+  } else if (dir % bytes_por_celda == 0) {
+    a.mapa.comparado({dir - bytes_por_celda, dir}, true);
+  }
+}
+
 /// False when the comparison has ended with a difference.
 bool comparar_grupos(enlace& e, const Variables_grab& v, avance& a, std::int32_t hasta) {
+  const labor_en_curso labor(a, e.plat, marcha::labor::verificar, hasta);
+  a.mapa.empezar_verificacion();
   std::int64_t acumulado = 0;
   std::int32_t dir = 0;
   const int resets = e.corte.resets;
@@ -130,7 +165,9 @@ bool comparar_grupos(enlace& e, const Variables_grab& v, avance& a, std::int32_t
     dir += 16;
     anterior = e.respuesta;
     enviar_comando(e, comando_de_lectura(dir, "16"));
-    if (!iguales(v, anterior, dir - 16)) return difieren(e, a);
+    const bool igual = iguales(v, anterior, dir - 16);
+    if (anterior.starts_with('0')) anotar_grupo(a, dir, igual);
+    if (!igual) return difieren(e, a);
     avanzar_progreso(a, hasta, 16, acumulado);
     esperar_datos(e);
     interrumpir_tras_reset(e, resets);

@@ -9,8 +9,6 @@ namespace morvane {
 
 namespace {
 
-constexpr std::size_t bytes_por_fila = 16;
-
 char visible(std::uint8_t byte) {
   return byte >= 0x20 && byte <= 0x7E ? static_cast<char>(byte) : '.';
 }

@@ -38,7 +38,10 @@ bool terminada(const enlace& e, bandera b) {
 
 void pasada(enlace& e) {
   e.plat.DoEvents();
-  if (e.control_serie.perdido()) interrumpir(e);
+  if (e.control_serie.perdido()) {
+    e.corte.perdida = true;
+    interrumpir(e);
+  }
   if (e.peticiones_cierre < 2) return;
   e.tiempo_agotado = true;
   if (e.vigiladas == 0) interrumpir(e);

@@ -14,19 +14,27 @@ void plataforma::DoEvents() {
 
 respuesta_caja plataforma::MsgBox(const caja& mensaje) {
   struct cuenta {
-    explicit cuenta(int& n) : n_(++n) {}
-    ~cuenta() { --n_; }
+    explicit cuenta(plataforma& p) : p_(p) {
+      if (p_.cajas_abiertas_++ == 0) p_.caja_desde_ = p_.ahora();
+    }
+    ~cuenta() {
+      if (--p_.cajas_abiertas_ == 0) p_.en_cajas_ += p_.ahora() - p_.caja_desde_;
+    }
     cuenta(const cuenta&) = delete;
     cuenta& operator=(const cuenta&) = delete;
-    int& n_;
+    plataforma& p_;
   };
   respuesta_caja respuesta = vbNinguna;
   {
-    const cuenta abierta(cajas_abiertas_);
+    const cuenta abierta(*this);
     respuesta = mostrar(mensaje);
   }
   reiniciar_relojes();
   return respuesta;
+}
+
+instante plataforma::ahora_sin_cajas() const {
+  return (caja_abierta() ? caja_desde_ : ahora()) - en_cajas_;
 }
 
 void plataforma::registrar(fuente_eventos& fuente) {

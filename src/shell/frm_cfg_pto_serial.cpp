@@ -19,12 +19,12 @@ void guardar_si_abre(enlace& e) {
 
 frm_cfg_pto_serial::frm_cfg_pto_serial(enlace& e)
     : ventana("frm_cfg_pto_serial", "Opciones del puerto serial", ancho_ventana, alto_ventana),
-      Label1(ventana.cambios, "Label1", "Velocidad de transmisión", {240, 285, 2400, 285}),
-      Label2(ventana.cambios, "Label2", "Puerto serie", {240, 885, 2400, 285}),
+      Label1(ventana.cambios, "Label1", "Velocidad de transmisión", {240, 285, 2580, 285}),
+      Label2(ventana.cambios, "Label2", "Puerto serie", {240, 885, 2580, 285}),
       cmb_s_velocity(ventana.cambios, "cmb_s_velocity",
                      {"110", "1200", "2400", "4800", "9600", "19200", "28800", "57600", "115200"},
-                     {2760, 240, 1800, 375}, &Label1),
-      cmb_s_puerto(ventana.cambios, "cmb_s_puerto", {"COM1", "COM2", "COM3", "COM4", "COM5"}, {2760, 840, 1800, 375},
+                     {2880, 240, 1680, 375}, &Label1),
+      cmb_s_puerto(ventana.cambios, "cmb_s_puerto", {"COM1", "COM2", "COM3", "COM4", "COM5"}, {2880, 840, 1680, 375},
                    &Label2),
       btn_guardar(ventana.cambios, "btn_guardar", "Guardar", {1560, 1620, 1440, 450}),
       btn_salir(ventana.cambios, "btn_salir", "Salir", {3120, 1620, 1440, 450}) {

@@ -1,5 +1,7 @@
 #include "shell/frm_principal.h"
 
+#include <utility>
+
 #include "link/puerto.h"
 #include "shell/historial.h"
 #include "shell/ordenes.h"
@@ -148,8 +150,17 @@ std::vector<Form*> frm_principal::otras_ventanas() {
   return {&cfg_pto_serial.ventana, &buffer_out.ventana, &buffer_in.ventana, &buffer_comp.ventana, &about.ventana};
 }
 
+orden_en_curso::orden_en_curso(frm_principal& f) : f_(f) {
+  if (f_.ordenes++ > 0) return;
+  f_.progreso.ritmo.gastado = instante{0};
+  if (std::exchange(f_.puerto_del_mapa, f_.link.valores.puerto) != f_.link.valores.puerto) {
+    f_.progreso.mapa.olvidar_chip();
+  }
+}
+
 orden_en_curso::~orden_en_curso() {
   if (--f_.ordenes > 0) return;
+  if (f_.link.corte.perdida) f_.progreso.mapa.olvidar_chip();
   f_.cargando = false;
   f_.link.vigiladas = 0;
   cerrar_puerto(f_.link);

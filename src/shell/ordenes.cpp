@@ -42,7 +42,7 @@ void men_borrar_t_Click(frm_principal& f) {
   if (!abrir_puerto(e)) return;
   abrir_chip(e);
   if (!e.tiempo_agotado) {
-    if (borrar_flash(e)) {
+    if (borrar_flash(e, f.progreso)) {
       preguntar(e, {"Atención", "¡Ha terminado de borrar!"});
       f.progreso.Progress.Value = 0;
     }

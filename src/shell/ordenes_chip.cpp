@@ -10,6 +10,8 @@ namespace morvane {
 
 namespace {
 
+/// The addresses that the protection writes.
+constexpr tramo palabra_de_proteccion{0x414, 0x418};
 constexpr const char* titulo_imposible = "No es posible Verificar";
 
 void abrir_chip_sin_vigilancia(enlace& e) {
@@ -97,7 +99,10 @@ void men_proteger_f_Click(frm_principal& f) {
   enlace& e = f.link;
   if (!abrir_puerto(e)) return;
   abrir_chip_sin_vigilancia(e);
-  if (habilitar_flash(e)) proteger_flash(e);
+  if (habilitar_flash(e)) {
+    f.progreso.mapa.olvidar(palabra_de_proteccion);
+    proteger_flash(e);
+  }
   cerrar_chip_y_puerto(e);
   cerrar_orden(e);
 }

@@ -74,12 +74,14 @@ void abrir_proyecto(frm_principal& f) {
 void cargar_proyecto(frm_principal& f, std::string_view extension) {
   f.cargando = true;
   limpiar_buffer_salida(f.v);
+  f.progreso.mapa.nueva_imagen(f.v.buffer_salida);
   mostrar_ruta(f, f.v.ruta_archivo);
   if (extension == "BIN") {
     cargar_bin(f.plat, f.v);
   } else if (extension == "S19") {
     cargar_s19(f.plat, f.v, f.progreso);
   }
+  f.progreso.mapa.nueva_imagen(f.v.buffer_salida);
   f.cargando = false;
 }
 

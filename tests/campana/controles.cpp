@@ -8,7 +8,7 @@ namespace {
 
 using namespace morvane;
 
-constexpr std::array<const char*, 14> textos{"",      "0",     "10",      "20",        "5",     "1F4",      "3FFF8",
+constexpr std::array<const char*, 14> textos{"",      "0",     "10",       "20", "5",    "1F4",  "3FFF8",
                                              "3FFFF", "40001", "FFFFFFF0", "ZZ", "  7 ", "COM5", "8000000000"};
 
 class caminante {

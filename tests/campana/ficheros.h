@@ -17,8 +17,8 @@ struct contenido {
   bool vale = true;
 };
 
-/// Firmware files in a directory, made by lot: S-records of all three types, binary files, damaged ones, names that lead
-/// nowhere.
+/// Firmware files in a directory, made by lot: S-records of all three types, binary files, damaged ones, names that
+/// lead nowhere.
 class ficheros_al_azar {
  public:
   ficheros_al_azar(const apoyo::carpeta& dir, azar& a);

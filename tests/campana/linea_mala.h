@@ -91,7 +91,9 @@ class linea_mala final : public morvane::extremo {
   std::function<void()> al_abrir;
 
  private:
-  static constexpr const char* respuesta_suelta = "\x02" "030\x03";
+  static constexpr const char* respuesta_suelta =
+      "\x02"
+      "030\x03";
   struct caracter {
     char c;
     instante cuando;
@@ -106,7 +108,10 @@ class linea_mala final : public morvane::extremo {
     if (tramas_ == mal.suelta_en) poner(respuesta_suelta, ahora);
     if (tramas_ == mal.reset_en) {
       lejos.chip.reiniciar();
-      poner("\x02" "1RESETB4\x03", ahora + mal.reset_tras);
+      poner(
+          "\x02"
+          "1RESETB4\x03",
+          ahora + mal.reset_tras);
     }
     if (tramas_ == mal.rearranca_en) {
       lejos.chip.reiniciar();
@@ -130,7 +135,11 @@ class linea_mala final : public morvane::extremo {
         mal.duplicada_en = 0;
         poner(ultima_, ahora);
       }
-      if (mal.ruido_detras) poner("zz\xF0" "7", ahora);
+      if (mal.ruido_detras)
+        poner(
+            "zz\xF0"
+            "7",
+            ahora);
     }
   }
   void limitar() {

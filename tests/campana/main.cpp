@@ -65,7 +65,7 @@ int main(int argc, char** argv) {
     mostrar("boxes", c.frases);
   }
   std::cout << c.operaciones << " operations in " << e->mundos << " worlds, " << c.clics_dentro
-            << " clicks during them, " << c.cierres << " closings, " << c.muertes << " kills; worlds that failed: "
-            << fallidos << "\n";
+            << " clicks during them, " << c.cierres << " closings, " << c.muertes
+            << " kills; worlds that failed: " << fallidos << "\n";
   return fallidos == 0 ? 0 : 1;
 }

@@ -73,6 +73,25 @@ TEST_F(plataforma_qt_test, each_key_gives_its_answer_and_no_other_and_closing_gi
   }
 }
 
+TEST_F(plataforma_qt_test, the_text_of_a_box_can_be_copied_as_a_whole_and_in_part) {
+  preguntar({"Atención", "uno dos", botones::Aceptar, icono::critico}, [] {
+    const auto copiar = [] {
+      QWidget* ventana = QApplication::activeModalWidget();
+      QKeyEvent suceso(QEvent::KeyPress, Qt::Key_C, Qt::ControlModifier);
+      QApplication::sendEvent(ventana->focusWidget(), &suceso);
+      return QGuiApplication::clipboard()->text();
+    };
+    auto* ventana = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    EXPECT_EQ(copiar(), "Atención\n\nuno dos");
+    pulsar(Qt::Key_Tab);
+    auto* texto = qobject_cast<QLabel*>(ventana->focusWidget());
+    ASSERT_TRUE(texto != nullptr && texto->text() == "uno dos") << "the keyboard reaches the text";
+    texto->setSelection(4, 3);
+    EXPECT_EQ(copiar(), "dos");
+    ventana->close();
+  });
+}
+
 TEST_F(plataforma_qt_test, a_box_waits_for_its_answer_after_the_event_loop_was_told_to_end) {
   const auto salir = [] {
     QCoreApplication::exit(0);

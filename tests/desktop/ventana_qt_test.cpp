@@ -170,4 +170,27 @@ TEST_F(ventana_qt_test, is_of_fixed_size_and_cuts_nothing) {
   QApplication::setFont(QFont());
 }
 
+TEST_F(ventana_qt_test, no_other_window_cuts_a_text_either) {
+  for (const double puntos : {6.0, 9.0, 12.0, 15.0, 20.0, 27.0}) {
+    QFont letra;
+    letra.setPointSizeF(puntos);
+    QApplication::setFont(letra);
+    for (Form* forma : f.otras_ventanas()) {
+      forma->Show();
+      ventana_qt otra(*forma, {});
+      otra.show();
+      for (const auto* rotulo : otra.findChildren<QLabel*>()) {
+        const QRect falta =
+            rotulo->fontMetrics().boundingRect(rotulo->contentsRect(), Qt::TextWordWrap, rotulo->text());
+        EXPECT_TRUE(falta.width() <= rotulo->width() && falta.height() <= rotulo->height())
+            << qPrintable(rotulo->text()) << ", " << puntos;
+      }
+      for (const auto* boton : otra.findChildren<QPushButton*>()) {
+        EXPECT_EQ(boton->size(), boton->size().expandedTo(boton->minimumSizeHint())) << qPrintable(boton->text());
+      }
+    }
+  }
+  QApplication::setFont(QFont());
+}
+
 }  // namespace

@@ -82,13 +82,16 @@ TEST_F(flujos, an_inactive_ezport_speaks_and_the_bits_of_an_earlier_reply_decide
   }
 }
 
-struct guion_de_borrado : banco_enlace<guion> {};
+struct guion_de_borrado : banco_enlace<guion> {
+  contador_cambios cambios;
+  avance a{cambios};
+};
 
 TEST_F(guion_de_borrado, a_reply_without_data_does_not_end_an_erase) {
   reabrir();
   // The digits "30" of its checksum stand where a status stands.
   for (const char* r : {"0", "002", "0", "020", "0", "022", "0", "0", "021", "020"}) lejos.contestar(marco(r));
-  EXPECT_TRUE(borrar_flash(e));
+  EXPECT_TRUE(borrar_flash(e, a));
   EXPECT_EQ(lejos.comandos.size(), 10u);
 }
 
@@ -109,7 +112,7 @@ TEST_F(flujos, the_erase_counts_its_polls_and_an_error_wins_over_done) {
     empezar();
     lejos.chip.sondeos_de_borrado = c.ocupada;
     lejos.chip.falla_borrado = c.falla;
-    EXPECT_EQ(borrar_flash(e), c.cajas.empty());
+    EXPECT_EQ(borrar_flash(e, a), c.cajas.empty());
     std::string esperado = habilitacion + " i";
     for (std::size_t i = 0; i < c.sondeos; ++i) esperado += " c";
     EXPECT_EQ(lejos.flujo(), esperado);
@@ -122,7 +125,7 @@ TEST_F(flujos, an_erase_that_a_reset_cut_off_is_no_success) {
   for (const std::uint64_t sondeo : {1u, 2u, 3u}) {
     empezar();
     lejos.placa.fallos.reset_en = lejos.placa.tramas() + 7 + sondeo;
-    EXPECT_FALSE(borrar_flash(e));
+    EXPECT_FALSE(borrar_flash(e, a));
     EXPECT_TRUE(e.corte.interrumpida && e.corte.cierre_permitido);
     EXPECT_EQ(plat.cajas.size(), 1u);
   }
@@ -130,7 +133,7 @@ TEST_F(flujos, an_erase_that_a_reset_cut_off_is_no_success) {
 
 TEST_F(flujos, a_poll_without_a_status_repeats_the_verdict_before) {
   lejos.placa.fallos.error_en = lejos.placa.tramas() + 8;
-  EXPECT_TRUE(borrar_flash(e) && borrada());
+  EXPECT_TRUE(borrar_flash(e, a) && borrada());
   EXPECT_EQ(lejos.flujo(), habilitacion + " i c c c c c") << "the refused poll says nothing";
 }
 

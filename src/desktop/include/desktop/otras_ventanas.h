@@ -22,6 +22,8 @@ class otras_ventanas {
 
   /// Shows, hides and updates them as their descriptions say; cheap when nothing has changed.
   void sincronizar();
+  /// The window of `forma`; null before it was shown for the first time.
+  ventana_qt* ventana_de(const Form& forma);
   /// True while a handler of any of them is running.
   bool ocupadas() const;
   /// Takes all of them off the screen.

@@ -13,6 +13,8 @@
 
 namespace morvane {
 
+class seguimiento;
+
 /// Names the application, gives it its icon and Qt's own texts in Spanish, and leaves its end to `programa`. To be
 /// called once, right after the QApplication was made.
 void preparar_aplicacion();
@@ -41,6 +43,7 @@ class programa {
  private:
   bool ocupado() const { return empezando_ || ventana_->ocupada() || otras_.ocupadas(); }
   void sincronizar();
+  void abrir_volcado(std::int32_t dir);
   void avisar_fallo(const std::string& motivo);
   bool puede_cerrarse();
   void despues_de_orden();
@@ -52,6 +55,7 @@ class programa {
   Variables_grab v_;
   std::unique_ptr<frm_principal> principal_;
   std::unique_ptr<ventana_qt> ventana_;
+  std::unique_ptr<seguimiento> seguimiento_;
   otras_ventanas otras_;
   QTimer fin_;
   bool empezando_ = false;

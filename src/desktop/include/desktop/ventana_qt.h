@@ -26,9 +26,17 @@ class ventana_qt final : public QMainWindow {
   /// Takes over what has changed since the last call; cheap when nothing has.
   void sincronizar();
 
+  /// Runs `toma` now and whenever a property of the window has changed.
+  void al_cambiar(std::function<void()> toma);
+
+  /// Runs a handler as if the user had caused it.
+  void atender(const evento& manejador);
+
   /// True while a handler of this window is running, also when it is suspended under a nested one.
   bool ocupada() const { return manejando_ > 0; }
 
+  /// Called when a handler begins.
+  std::function<void()> al_empezar;
   /// Asked before the window closes; the window stays when it gives False.
   std::function<bool()> puede_cerrarse;
   /// Told why, when a handler ended with an exception, which goes no further.
@@ -45,7 +53,6 @@ class ventana_qt final : public QMainWindow {
   void poner_menus(taller& t);
   void poner_superficie(taller& t);
   void avisar_tamano();
-  void atender(const evento& manejador);
   void ejecutar(const evento& manejador);
 
   Form& forma_;

@@ -9,6 +9,9 @@
 
 namespace morvane {
 
+/// Bytes in a row of a dump.
+constexpr std::size_t bytes_por_fila = 16;
+
 /// The rows of a hexadecimal dump of `cuantos` bytes of a buffer from address 0: six digits of address, 16 bytes, their
 /// characters; 73 characters in all. A remainder that fills no row is left out. Works on a copy of the bytes.
 std::shared_ptr<const filas> filas_de_volcado(const std::vector<std::uint8_t>& buffer, std::int64_t cuantos);

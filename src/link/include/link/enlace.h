@@ -27,6 +27,8 @@ struct interrupcion {
   bool interrumpida = false;
   /// A wait was given up without a reply of its own, so nothing may be said of the chip.
   bool sin_respuesta = false;
+  /// The device has vanished; what comes back under its name may be another one.
+  bool perdida = false;
   /// "A" was answered after the operation was broken off, so that the chip can still be closed with "D".
   bool cierre_permitido = false;
   /// Boxes and RESET signals that the reception has shown in this operation.

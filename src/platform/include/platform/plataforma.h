@@ -38,6 +38,8 @@ class plataforma {
 
   /// The monotonic clock that timers and waits count on.
   virtual instante ahora() const = 0;
+  /// The same clock without the time in which message boxes were open: it stands still while one is.
+  instante ahora_sin_cajas() const;
 
   /// The time of day as the desktop writes it, "14:05:09".
   virtual std::string hora() const = 0;
@@ -70,6 +72,8 @@ class plataforma {
   std::vector<fuente_eventos*> fuentes_;
   std::vector<reloj*> relojes_;
   int cajas_abiertas_ = 0;
+  /// When the open box came up, and how long those before it were open.
+  instante caja_desde_{0}, en_cajas_{0};
 };
 
 }  // namespace morvane

@@ -77,6 +77,8 @@ struct frm_principal {
   /// MENU.TXT as this program has read or written it last.
   std::string historial_leido;
 
+  /// The port to whose chip the map belongs.
+  std::string puerto_del_mapa;
   /// Handlers that are running a command or a load, nested ones included.
   int ordenes = 0;
   /// A load is running.
@@ -84,10 +86,10 @@ struct frm_principal {
 };
 
 /// Marks a command or a load as running for as long as it lives. The end of the last one leaves the port closed and no
-/// load running, also when it ends by an exception.
+/// load running, also when it ends by an exception. The map forgets the chip where another one may be in its place.
 class orden_en_curso {
  public:
-  explicit orden_en_curso(frm_principal& f) : f_(f) { ++f_.ordenes; }
+  explicit orden_en_curso(frm_principal& f);
   ~orden_en_curso();
   orden_en_curso(const orden_en_curso&) = delete;
   orden_en_curso& operator=(const orden_en_curso&) = delete;

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QTimer>
+#include <functional>
+
+#include "desktop/mapa_qt.h"
+#include "desktop/ventana_qt.h"
+#include "platform/plataforma.h"
+#include "shell/estimador.h"
+#include "shell/frm_principal.h"
+
+class QProgressBar;
+
+namespace morvane {
+
+/// Shows how a command gets on, beside the controls of the main window: the map in its free surface, which gives way to
+/// the panel of the range, and on its bar percentage, speed and time left. Looks at the models ten times a second while
+/// a command runs, and not at all otherwise.
+class seguimiento {
+ public:
+  /// All must outlive it; `ventana` shows `f`.
+  seguimiento(frm_principal& f, const plataforma& plat, ventana_qt& ventana);
+  seguimiento(const seguimiento&) = delete;
+  seguimiento& operator=(const seguimiento&) = delete;
+
+  /// A handler of the window begins, or has returned.
+  void al_empezar();
+  void al_volver();
+
+  /// True while it looks.
+  bool mirando() const { return pulso_.isActive(); }
+  mapa_qt& mapa() { return *mapa_; }
+
+ private:
+  void mirar();
+  void escribir();
+  QRect superficie_libre() const;
+
+  frm_principal& f_;
+  const plataforma& plat_;
+  ventana_qt& ventana_;
+  QProgressBar* barra_;
+  mapa_qt* mapa_;
+  estimador estimador_;
+  estimador::textos escrito_;
+  QTimer pulso_;
+  bool en_orden_ = false;
+  /// Operations up to the end of the last command.
+  unsigned contadas_ = 0;
+};
+
+}  // namespace morvane

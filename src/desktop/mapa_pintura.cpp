@@ -1,0 +1,121 @@
+#include <QPaintEvent>
+#include <QPainter>
+#include <algorithm>
+#include <array>
+
+#include "desktop/mapa_qt.h"
+#include "desktop/pincel_mapa.h"
+
+namespace morvane {
+namespace {
+
+constexpr QRgb borde_de_bloque = 0xFF808080;
+constexpr QRgb color_de_cabeza = 0xFFFFD400;
+
+QString hexadecimal(std::int32_t dir, int digitos) {
+  return QStringLiteral("%1").arg(dir, digitos, 16, QLatin1Char('0')).toUpper();
+}
+
+/// A sample of the legend and its name.
+struct entrada {
+  aspecto como;
+  bool imagen, lectura;
+  QString nombre;
+};
+
+std::array<entrada, aspectos + 2> entradas_de_leyenda() {
+  std::array<entrada, aspectos + 2> todas;
+  for (int i = 0; i < aspectos; ++i) {
+    const auto cual = static_cast<aspecto>(i);
+    todas.at(static_cast<std::size_t>(i)) = {cual, false, false, QString::fromUtf8(nombre_de(cual))};
+  }
+  todas[aspectos] = {aspecto::borrada, true, false, QStringLiteral("En la imagen")};
+  todas[aspectos + 1] = {aspecto::borrada, false, true, QStringLiteral("Leída")};
+  return todas;
+}
+
+}  // namespace
+
+void mapa_qt::paintEvent(QPaintEvent* suceso) {
+  if (densidad_ != devicePixelRatioF()) trazar();
+  const auto a_la_vista = [&](const QRect& sitio) { return suceso->region().intersects(en_puntos(sitio)); };
+  QPainter pintor(this);
+  pintor.scale(1 / densidad_, 1 / densidad_);
+  pintor.setFont(letra_);
+  for (int i = 0; i < celdas_del_mapa; ++i) {
+    if (a_la_vista(trazado_.celda(i))) pintar(pintor, i);
+  }
+  for (int i = 0; i < trazado_mapa::filas; ++i) {
+    if (a_la_vista(trazado_.fila(i))) pintar_bloque(pintor, i);
+    const bool lados = a_la_vista(trazado_.direccion(i, false)) || a_la_vista(trazado_.direccion(i, true));
+    if (lados) pintar_direcciones(pintor, i);
+  }
+  for (int i = 0; i < trazado_mapa::grupos; ++i) {
+    if (a_la_vista(trazado_.desplazamiento(i))) pintar_desplazamiento(pintor, i);
+  }
+  if (a_la_vista(trazado_.leyenda())) pintar_leyenda(pintor);
+  for (int i = 0; i < trazado_mapa::filas; ++i) {
+    const QRect cabeza = trazado_.en_fila(i, mapa_.cabeza());
+    if (!cabeza.isNull()) enmarcar(pintor, cabeza, trazo_, QColor(color_de_cabeza));
+  }
+  if (hasFocus()) enmarcar(pintor, trazado_.celda(cursor_), trazo_, Qt::white);
+}
+
+void mapa_qt::pintar(QPainter& pintor, int celda) const {
+  pintar_celda(pintor, trazado_.celda(celda), trazo_, aspecto_de(mapa_, celda), mapa_.sabe(celda, hecho::imagen),
+               mapa_.sabe(celda, hecho::leida));
+}
+
+void mapa_qt::pintar_bloque(QPainter& pintor, int fila) const {
+  const QRect sitio = trazado_.fila(fila).adjusted(-trazo_, -trazo_, 0, 0);
+  pintor.fillRect(QRect(sitio.left(), sitio.top(), sitio.width(), trazo_), QColor(borde_de_bloque));
+  pintor.fillRect(QRect(sitio.left(), sitio.bottom(), sitio.width(), trazo_), QColor(borde_de_bloque));
+}
+
+void mapa_qt::pintar_direcciones(QPainter& pintor, int fila) const {
+  const std::int32_t dir = fila * bytes_examinados;
+  pintor.setPen(QColor(tinta_mapa));
+  pintor.drawText(trazado_.direccion(fila, false), Qt::AlignRight | Qt::AlignVCenter, hexadecimal(dir, 6));
+  pintor.drawText(trazado_.direccion(fila, true), Qt::AlignLeft | Qt::AlignVCenter,
+                  hexadecimal(dir + bytes_examinados - 1, 6));
+}
+
+void mapa_qt::pintar_desplazamiento(QPainter& pintor, int grupo) const {
+  const std::int32_t dir = grupo * trazado_mapa::celdas_por_grupo * bytes_por_celda;
+  pintor.setPen(QColor(tinta_mapa));
+  pintor.drawText(trazado_.desplazamiento(grupo), Qt::AlignLeft | Qt::AlignVCenter,
+                  QLatin1Char('+') + hexadecimal(dir, 4));
+}
+
+/// Evenly spread over the whole width; in a smaller font where that is too narrow.
+void mapa_qt::pintar_leyenda(QPainter& pintor) const {
+  const QRect sitio = trazado_.leyenda();
+  const auto entradas = entradas_de_leyenda();
+  const int alto = sitio.height() - 2 * trazo_, ancho = std::max(trazado_.celda(0).width(), sitio.height() * 3 / 4);
+  const int junto = ancho + 4 * trazo_, separacion = sitio.height() / 2;
+  const auto largo = [&] {
+    int todo = -separacion;
+    for (const entrada& una : entradas) {
+      todo += junto + pintor.fontMetrics().horizontalAdvance(una.nombre) + separacion;
+    }
+    return todo;
+  };
+  pintor.save();
+  QFont letra = letra_;
+  for (; largo() > sitio.width() && letra.pixelSize() > 4; pintor.setFont(letra)) {
+    letra.setPixelSize(letra.pixelSize() - 1);
+  }
+  const int de_mas = std::max(0, sitio.width() - largo()) / static_cast<int>(entradas.size() - 1);
+  int x = sitio.left();
+  for (const entrada& una : entradas) {
+    pintar_celda(pintor, {x, sitio.top() + trazo_, ancho, alto}, trazo_, una.como, una.imagen, una.lectura);
+    const int texto = pintor.fontMetrics().horizontalAdvance(una.nombre);
+    pintor.setPen(QColor(tinta_mapa));
+    pintor.drawText(QRect(x + junto, sitio.top(), texto + trazo_, sitio.height()), Qt::AlignLeft | Qt::AlignVCenter,
+                    una.nombre);
+    x += junto + texto + separacion + de_mas;
+  }
+  pintor.restore();
+}
+
+}  // namespace morvane

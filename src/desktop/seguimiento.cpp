@@ -1,0 +1,68 @@
+#include "desktop/seguimiento.h"
+
+#include <QProgressBar>
+
+#include "taller.h"
+
+namespace morvane {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto entre_miradas = 100ms;
+
+}  // namespace
+
+seguimiento::seguimiento(frm_principal& f, const plataforma& plat, ventana_qt& ventana)
+    : f_(f),
+      plat_(plat),
+      ventana_(ventana),
+      barra_(ventana.findChild<QProgressBar*>(qt(f.progreso.Progress.Name))),
+      mapa_(new mapa_qt(ventana.centralWidget(), f.progreso.mapa)) {
+  mapa_->setGeometry(superficie_libre());
+  barra_->setAccessibleName(QStringLiteral("Progreso"));
+  ventana.al_cambiar([this] { mapa_->setVisible(!f_.rango.fra_rango.Visible); });
+  QObject::connect(&pulso_, &QTimer::timeout, &pulso_, [this] { mirar(); });
+}
+
+QRect seguimiento::superficie_libre() const {
+  const QWidget& superficie = *ventana_.centralWidget();
+  const auto sitio = [&](const control& c) { return superficie.findChild<QWidget*>(qt(c.Name))->geometry(); };
+  const int arriba = sitio(f_.barra).bottom() + 1, abajo = sitio(f_.estado).top();
+  return {0, arriba, superficie.width(), abajo - arriba};
+}
+
+void seguimiento::al_empezar() {
+  if (!pulso_.isActive()) pulso_.start(entre_miradas);
+}
+
+void seguimiento::al_volver() {
+  mirar();
+  if (!ventana_.ocupada()) pulso_.stop();
+}
+
+void seguimiento::mirar() {
+  const bool en_orden = f_.ordenes > 0;
+  if (en_orden && !en_orden_) estimador_.empezar();
+  const marcha& ritmo = f_.progreso.ritmo;
+  if (en_orden) estimador_.mirar(ritmo, plat_.ahora_sin_cajas());
+  // The box that tells how the work has ended comes up while the command still runs.
+  const bool hubo = ritmo.cuantas != contadas_;
+  const bool hecho = en_orden ? hubo && !ritmo.en_curso && plat_.caja_abierta() : hubo || en_orden_;
+  if (hecho) estimador_.acabar(ritmo);
+  if (!en_orden) contadas_ = ritmo.cuantas;
+  en_orden_ = en_orden;
+  escribir();
+  mapa_->poner_al_dia();
+}
+
+void seguimiento::escribir() {
+  if (escrito_ == estimador_.dicho()) return;
+  escrito_ = estimador_.dicho();
+  barra_->setTextVisible(!escrito_.breve.empty());
+  barra_->setFormat(qt(escrito_.breve));
+  barra_->setToolTip(qt(escrito_.extenso));
+  barra_->setAccessibleDescription(qt(escrito_.extenso));
+}
+
+}  // namespace morvane

@@ -1,0 +1,114 @@
+#include "shell/estimador.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+
+namespace morvane {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr instante entre_textos = 500ms;
+constexpr instante ventana = 10s;
+/// Before that the speed is a matter of luck.
+constexpr instante primera_prediccion = 1s;
+
+double en_segundos(instante cuanto) {
+  return std::chrono::duration<double>(cuanto).count();
+}
+
+const char* nombre_de(marcha::labor cual) {
+  constexpr std::array nombres{"Borrando", "Grabando", "Leyendo", "Verificando"};
+  return nombres.at(static_cast<std::size_t>(cual));
+}
+
+/// With one decimal and a comma.
+std::string con_decimal(double valor) {
+  char texto[32];
+  const auto decimas = static_cast<long>(std::lround(valor * 10));
+  std::snprintf(texto, sizeof texto, "%ld,%ld", decimas / 10, decimas % 10);
+  return texto;
+}
+
+}  // namespace
+
+std::string reloj_de(std::int64_t segundos) {
+  char texto[48];
+  const long long horas = segundos / 3600, minutos = segundos / 60 % 60, resto = segundos % 60;
+  if (horas > 0) {
+    std::snprintf(texto, sizeof texto, "%lld:%02lld:%02lld", horas, minutos, resto);
+  } else {
+    std::snprintf(texto, sizeof texto, "%lld:%02lld", minutos, resto);
+  }
+  return texto;
+}
+
+std::string velocidad_de(double bytes_por_segundo) {
+  if (bytes_por_segundo < 1000) return std::to_string(std::lround(bytes_por_segundo)) + " B/s";
+  if (bytes_por_segundo < 9950) return con_decimal(bytes_por_segundo / 1000) + " kB/s";
+  return std::to_string(std::lround(bytes_por_segundo / 1000)) + " kB/s";
+}
+
+void estimador::empezar() {
+  dicho_ = {};
+}
+
+void estimador::empezar_operacion(const marcha& m) {
+  vista_ = m.cuantas;
+  muestras_.assign(1, {m.inicio, 0});
+  proxima_ = m.inicio;
+  prometido_ = instante{0};
+}
+
+void estimador::mirar(const marcha& m, instante ahora) {
+  if (!m.en_curso) return;
+  if (m.cuantas != vista_) empezar_operacion(m);
+  if (ahora < proxima_) return;
+  proxima_ = ahora + entre_textos;
+  const std::string labor = nombre_de(m.cual);
+  if (m.total <= 0) {
+    const std::string van = reloj_de((ahora - m.inicio) / 1s);
+    dicho_ = {labor + " · " + van, labor + ": van " + van};
+    return;
+  }
+  muestras_.push_back({ahora, m.hechos});
+  while (muestras_.size() > 2 && muestras_[1].cuando <= ahora - ventana) muestras_.pop_front();
+  const std::string parte = std::to_string(std::clamp<std::int64_t>(m.hechos * 100 / m.total, 0, 100)) + " %";
+  dicho_ = {parte, labor + ": " + parte};
+  const double rapidez = velocidad();
+  if (rapidez <= 0 || ahora - m.inicio < primera_prediccion) return;
+  const std::string falta = reloj_de(segundos_que_faltan(m, rapidez));
+  dicho_.breve += " · " + velocidad_de(rapidez) + " · " + falta;
+  dicho_.extenso += ", " + velocidad_de(rapidez) + ", quedan " + falta;
+}
+
+double estimador::velocidad() const {
+  const muestra &primera = muestras_.front(), &ultima = muestras_.back();
+  const double tiempo = en_segundos(ultima.cuando - primera.cuando);
+  return tiempo > 0 ? static_cast<double>(ultima.hechos - primera.hechos) / tiempo : 0;
+}
+
+/// Keeps to what was promised as long as that is near enough.
+std::int64_t estimador::segundos_que_faltan(const marcha& m, double bytes_por_segundo) {
+  const instante ahora = muestras_.back().cuando;
+  const double quedan = static_cast<double>(std::max<std::int64_t>(m.total - m.hechos, 0)) / bytes_por_segundo;
+  const double prometidos = en_segundos(prometido_ - ahora);
+  if (std::abs(prometidos - quedan) > std::max(1.5, quedan * 0.08)) {
+    prometido_ = ahora + std::chrono::duration_cast<instante>(std::chrono::duration<double>(quedan));
+  }
+  return std::max<std::int64_t>(std::llround(en_segundos(prometido_ - ahora)), m.hechos < m.total ? 1 : 0);
+}
+
+void estimador::acabar(const marcha& m) {
+  dicho_ = {};
+  if (m.gastado <= instante{0}) return;
+  const double segundos = en_segundos(m.gastado);
+  std::string cuanto = segundos < 59.95 ? con_decimal(segundos) + " s" : reloj_de(std::llround(segundos));
+  if (segundos < 0.05) cuanto = "menos de 0,1 s";
+  dicho_ = {"Duración: " + cuanto, "Ha durado " + cuanto};
+}
+
+}  // namespace morvane

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <deque>
+#include <string>
+
+#include "image/avance.h"
+
+namespace morvane {
+
+/// Tells the user how a command gets on: percentage, bytes per second and time left while it runs, how long it took
+/// when it has ended. Texts change twice a second at most, the speed is that of the last ten seconds, and the time left
+/// counts down evenly as long as that is not far off.
+class estimador {
+ public:
+  /// What stands on the bar, and the same in full.
+  struct textos {
+    std::string breve, extenso;
+    bool operator==(const textos&) const = default;
+  };
+
+  /// A command begins: what was said of the last one goes.
+  void empezar();
+  /// Looks at the running operation. `ahora` is on the clock of `marcha::inicio`.
+  void mirar(const marcha& m, instante ahora);
+  /// The command has ended. Nothing is said of one that had no operation worth it.
+  void acabar(const marcha& m);
+
+  const textos& dicho() const { return dicho_; }
+
+ private:
+  struct muestra {
+    instante cuando;
+    std::int64_t hechos;
+  };
+  void empezar_operacion(const marcha& m);
+  double velocidad() const;
+  std::int64_t segundos_que_faltan(const marcha& m, double bytes_por_segundo);
+
+  textos dicho_;
+  std::deque<muestra> muestras_;
+  unsigned vista_ = 0;
+  instante proxima_{0};
+  /// When the operation will have ended, as the user was told last.
+  instante prometido_{0};
+};
+
+/// "0:42", "12:05", "1:02:03": `cuanto` in whole seconds.
+std::string reloj_de(std::int64_t segundos);
+
+/// "850 B/s", "4,8 kB/s", "125 kB/s"; a kB has 1000 bytes.
+std::string velocidad_de(double bytes_por_segundo);
+
+}  // namespace morvane
