@@ -41,8 +41,8 @@ inline pid_t en_un_hijo(const std::function<void()>& trabajo) {
 
 enum class fin_hijo { muerto, terminado, prohibido };
 
-/// Runs `trabajo` in a process of its own, which is killed as it enters or leaves its `n`-th system call, counted from
-/// 0 in steps of one half. `terminado` if it makes no more calls than that; `prohibido` where nobody may trace.
+/// Runs `trabajo` in a process of its own, which is killed as it enters its `n`-th system call, counted from 0; that
+/// call is not made. `terminado` if it makes no more calls than that; `prohibido` where nobody may trace.
 inline fin_hijo matar_en(int n, const std::function<void()>& trabajo) {
   const pid_t hijo = en_un_hijo([&] {
     if (::ptrace(PTRACE_TRACEME, 0, 0, 0) != 0) ::_exit(1);
@@ -53,7 +53,8 @@ inline fin_hijo matar_en(int n, const std::function<void()>& trabajo) {
   ::waitpid(hijo, &estado, 0);
   if (!WIFSTOPPED(estado)) return fin_hijo::prohibido;
   ::ptrace(PTRACE_SETOPTIONS, hijo, 0, PTRACE_O_EXITKILL | PTRACE_O_TRACESYSGOOD);
-  for (int parada = -1; parada < n;) {
+  // Each call stops it twice.
+  for (int parada = -1; parada < 2 * n;) {
     const int senal = WSTOPSIG(estado);
     const bool propia = senal == (SIGTRAP | 0x80) || senal == SIGSTOP;
     ::ptrace(PTRACE_SYSCALL, hijo, 0, propia ? 0 : senal);

@@ -116,7 +116,7 @@ TEST_F(supervivencia, a_line_torn_by_full_disk_and_kill_together_loses_no_other)
   preparar(3);
   const rlim_t antes = dir.leer("MENU.TXT").size();
   int rotas = 0;
-  for (rlim_t bytes = antes; bytes <= antes + 8; ++bytes) {
+  for (rlim_t bytes = antes + 1; bytes < antes + 8; ++bytes) {
     fin_hijo fin = fin_hijo::muerto;
     for (int n = 0; fin == fin_hijo::muerto; ++n) {
       preparar(3);
