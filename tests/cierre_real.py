@@ -26,6 +26,11 @@ class Close(unittest.TestCase):
         cls.bench.begin_display()
         cls.bench.begin_bus()
 
+    def setUp(self):
+        """With an erased chip."""
+        self.bench.kill()
+        self.bench.flash.unlink(missing_ok=True)
+
     def by_window(self):
         window = self.bench.ask("xdotool", "search", "--onlyvisible", "--name", "^Morvane$")[0]
         self.bench.ask("xdotool", "windowactivate", "--sync", window, "key", "alt+F4")
@@ -70,10 +75,15 @@ class Close(unittest.TestCase):
         self.bench.press("Leer")
         self.run_up_to(20)
 
-    def sums(self):
-        self.bench.load()
-        self.bench.press("Chequear lo Programado")
-        self.run_up_to(9)
+    def verify(self):
+        self.bench.press("Verificar Borrado")
+        self.run_up_to(11)
+
+    def settling(self):
+        """The line after a question that was answered Yes, and one "A" of two that got its reply."""
+        self.bench.press("Borrar Flash")
+        self.bench.box(QUESTION).answer("Sí")
+        self.run_up_to(4)
 
     def box_open(self):
         self.bench.press("Borrar Flash")
@@ -111,17 +121,18 @@ def silent(state, ask, frame):
     return test
 
 
-for each in (Close.idle, Close.other_windows, Close.erase, Close.write, Close.read, Close.sums):
-    slow = ("--sondeos-borrado", "50", "--baudios", "2400") if each in (Close.erase, Close.sums) else ()
+for each in (Close.idle, Close.other_windows, Close.erase, Close.write, Close.read, Close.verify):
+    slow = ("--sondeos-borrado", "50", "--baudios", "2400") if each in (Close.erase, Close.verify) else ()
     # Reading a range leaves the chip open, whether or not it is stopped.
     setattr(Close, f"test_{each.__name__}_closed_by_its_window",
             answering(each, Close.by_window, *slow, closed=each is not Close.read))
 for each in (Close.write, Close.box_open, Close.file_dialog):
     setattr(Close, f"test_{each.__name__}_ended_by_a_signal", answering(each, Close.by_signal))
+setattr(Close, "test_settling_closed_by_its_window", answering(Close.settling, Close.by_window, "--calla-en", "3"))
 setattr(Close, "test_question_open_ended_by_a_signal",
         answering(Close.question_open, Close.by_signal, "--muda-desde", "8", closed=False))
 for each, ask, frame in ((Close.erase, Close.by_window, 8), (Close.write, Close.by_window, 60),
-                         (Close.read, Close.by_signal, 20), (Close.sums, Close.by_window, 9),
+                         (Close.read, Close.by_signal, 20), (Close.verify, Close.by_window, 11),
                          (Close.write, Close.by_signal, 60)):
     setattr(Close, f"test_{each.__name__}_silent_{ask.__name__}", silent(each, ask, frame))
 

@@ -55,7 +55,7 @@ void recoger(enlace& e, int esperadas, milisegundos calma) {
   quietud.arrancar();
   limite.arrancar();
   for (std::uint64_t vistos = e.control_serie.recibidos(); !quietud.vencido() && !limite.vencido();) {
-    if (e.respuestas_espera >= esperadas || e.corte.interrumpida || e.peticiones_cierre >= 2) return;
+    if (e.respuestas_espera >= esperadas || e.corte.interrumpida || e.peticiones_cierre > 0) return;
     pasada(e);
     if (vistos != e.control_serie.recibidos()) quietud.arrancar();
     vistos = e.control_serie.recibidos();

@@ -123,12 +123,15 @@ class AccessibleBench(Bench):
 
     def begin(self, *options):
         """Starts board and program, instead of those that run, and waits for the probe of the board."""
-        for process in (self.program, self.board):
-            if process in self.started:
-                self.end(process, "kill")
+        self.kill()
         self.begin_board(*options)
         self.begin_program()
         wait("the probe", lambda: self.commands() == ["A", "D"] and self.idle())
+
+    def kill(self):
+        for process in (self.program, self.board):
+            if process in self.started:
+                self.end(process, "kill")
 
     def control(self, name, *roles):
         """The control of the main window whose name is this or begins so; a button or a menu entry, if no role is said."""
