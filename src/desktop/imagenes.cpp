@@ -1,8 +1,16 @@
 #include "imagenes.h"
 
+#include <QApplication>
+#include <QFile>
+#include <QHash>
+#include <QIconEngine>
 #include <QPainter>
 #include <QPixmap>
+#include <QStyle>
+#include <QStyleOption>
 #include <QSvgRenderer>
+#include <algorithm>
+#include <utility>
 
 // The resources lie in a static library, whose initializers the linker would leave out. Must stand in no namespace.
 static void cargar_recursos() {
@@ -13,31 +21,56 @@ namespace morvane {
 namespace {
 
 QString fichero_de(const std::string& nombre) {
+  cargar_recursos();
   return QStringLiteral(":/imagenes/%1.svg").arg(QString::fromStdString(nombre));
 }
 
-}  // namespace
+/// Draws an image in the sizes that are asked for, each once. Not the icon plugin for SVG, which an installation may
+/// lack.
+class motor_de_imagen final : public QIconEngine {
+ public:
+  explicit motor_de_imagen(std::string nombre) : nombre_(std::move(nombre)) {}
 
-// Drawn here and not by the icon plugin for SVG, which an installation may lack.
-QIcon imagen(const std::string& nombre) {
-  QIcon icono;
-  if (nombre.empty()) return icono;
-  cargar_recursos();
-  QSvgRenderer dibujo(fichero_de(nombre));
-  if (!dibujo.isValid()) return icono;
-  for (const int lado : {16, 24, 32, 48, 64, 96, 128}) {
+  QIconEngine* clone() const override { return new motor_de_imagen(*this); }
+
+  void paint(QPainter* pintor, const QRect& sitio, QIcon::Mode modo, QIcon::State estado) override {
+    const qreal densidad = pintor->device()->devicePixelRatioF();
+    pintor->drawPixmap(sitio, pixmap((QSizeF(sitio.size()) * densidad).toSize(), modo, estado));
+  }
+
+  QPixmap pixmap(const QSize& tamano, QIcon::Mode modo, QIcon::State /*estado*/) override {
+    const int lado = std::min(tamano.width(), tamano.height());
+    if (lado <= 0) return {};
+    QPixmap& mapa = hechas_[{lado, modo}];
+    if (mapa.isNull()) mapa = hacer(lado, modo);
+    return mapa;
+  }
+
+ private:
+  QPixmap hacer(int lado, QIcon::Mode modo) const {
     QPixmap mapa(lado, lado);
     mapa.fill(Qt::transparent);
     QPainter pintor(&mapa);
-    dibujo.render(&pintor);
+    QSvgRenderer(fichero_de(nombre_)).render(&pintor);
     pintor.end();
-    icono.addPixmap(mapa);
+    if (modo == QIcon::Normal) return mapa;
+    QStyleOption opcion;
+    opcion.palette = QGuiApplication::palette();
+    return QApplication::style()->generatedIconPixmap(modo, mapa, &opcion);
   }
-  return icono;
+
+  const std::string nombre_;
+  QHash<std::pair<int, QIcon::Mode>, QPixmap> hechas_;
+};
+
+}  // namespace
+
+QIcon imagen(const std::string& nombre) {
+  if (nombre.empty() || !QFile::exists(fichero_de(nombre))) return {};
+  return QIcon(new motor_de_imagen(nombre));
 }
 
 void dibujar(const std::string& nombre, QPainter& pintor, const QRectF& sitio) {
-  cargar_recursos();
   QSvgRenderer dibujo(fichero_de(nombre));
   dibujo.setAspectRatioMode(Qt::KeepAspectRatio);
   if (dibujo.isValid()) dibujo.render(&pintor, sitio);
