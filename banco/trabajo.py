@@ -9,7 +9,7 @@ import tempfile
 import contar
 from aparatos import BIN, ROOT, SAMPLE, Row, at_most, median, output_of
 
-KEPT = ROOT / "bench/instrucciones.json"
+KEPT = ROOT / "banco/instrucciones.json"
 NAMES = {"palabra": "word programmed", "bloque": "block read", "byte_cargado": "byte loaded",
          "fila_de_volcado": "row of a dump", "fila_de_comparacion": "row of a comparison"}
 
