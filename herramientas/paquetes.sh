@@ -3,7 +3,8 @@
 
 paquetes_programa="g++ cmake ninja-build qt6-base-dev libqt6svg6-dev libgl1-mesa-dev python3 fonts-dejavu-core
   qt6-translations-l10n"
-paquetes_pruebas="libgtest-dev xvfb openbox xdotool x11-utils imagemagick dbus-daemon at-spi2-core python3-gi"
+paquetes_pruebas="libgtest-dev xvfb openbox xdotool x11-utils imagemagick dbus-daemon at-spi2-core python3-gi valgrind"
+paquetes_medidas="binutils srecord"
 
 # asegurar_paquetes PAQUETE...: installs those that are missing, or says which ones are and ends.
 asegurar_paquetes() {

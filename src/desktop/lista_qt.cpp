@@ -22,12 +22,19 @@ class modelo_filas final : public QAbstractListModel {
     if (nuevas == filas_) return;
     beginResetModel();
     filas_ = std::move(nuevas);
+    constexpr std::size_t limite = std::numeric_limits<int>::max();
+    cuantas_ = filas_ ? static_cast<int>(std::min(filas_->cuantas(), limite)) : 0;
     endResetModel();
   }
 
   int rowCount(const QModelIndex& superior) const override {
-    constexpr std::size_t limite = std::numeric_limits<int>::max();
-    return superior.isValid() || !filas_ ? 0 : static_cast<int>(std::min(filas_->cuantas(), limite));
+    return superior.isValid() ? 0 : cuantas_;
+  }
+
+  /// The list asks for every row before it shows the first.
+  QModelIndex index(int fila, int columna, const QModelIndex& superior) const override {
+    const bool hay = fila >= 0 && fila < cuantas_ && columna == 0 && !superior.isValid();
+    return hay ? createIndex(fila, columna) : QModelIndex();
   }
 
   QVariant data(const QModelIndex& indice, int papel) const override {
@@ -37,6 +44,7 @@ class modelo_filas final : public QAbstractListModel {
 
  private:
   std::shared_ptr<const filas> filas_;
+  int cuantas_ = 0;
 };
 
 /// Styles put margins of their own beside the text of an entry; here it begins where the headings have theirs.

@@ -66,10 +66,14 @@ std::shared_ptr<const filas> filas_de_volcado(const std::vector<std::uint8_t>& b
 }
 
 std::shared_ptr<const filas> filas_de_comparacion(const Variables_grab& v, std::int32_t tope) {
+  const auto cuantas = static_cast<std::size_t>(std::clamp<std::int64_t>(std::int64_t{tope} + 1, 0, total_celdas));
+  const auto difiere = [&v](std::size_t i) { return v.buffer_entrada[i] != v.buffer_salida[i]; };
+  std::size_t todas = 0;
+  for (std::size_t i = 0; i < cuantas; ++i) todas += difiere(i) ? 1 : 0;
   std::vector<diferencia> lista;
-  for (std::int32_t dir = 0; dir <= tope && hay_celda(dir); ++dir) {
-    const auto i = static_cast<std::size_t>(dir);
-    if (v.buffer_entrada[i] != v.buffer_salida[i]) lista.push_back({dir, v.buffer_entrada[i], v.buffer_salida[i]});
+  lista.reserve(todas);
+  for (std::size_t i = 0; i < cuantas; ++i) {
+    if (difiere(i)) lista.push_back({static_cast<std::int32_t>(i), v.buffer_entrada[i], v.buffer_salida[i]});
   }
   return std::make_shared<comparacion>(std::move(lista));
 }

@@ -172,6 +172,20 @@ TEST(registro_s, stores_what_the_length_of_the_line_says) {
   }
 }
 
+TEST(registro_s, long_lines_hold_what_their_groups_hold_alone_whatever_the_characters) {
+  mundo_carga m;
+  for (int c = 0; c < 256; ++c) {
+    SCOPED_TRACE(c);
+    const char letra = static_cast<char>(c);
+    const std::string grupo{'3', letra, letra, '5', 'a', 'B', letra, letra};
+    std::string largo = "S255020000";
+    for (int i = 0; i < 11; ++i) largo += grupo;
+    m.registro("S208010000" + grupo + "00");
+    m.registro(largo + "00");
+    for (int i = 0; i < 11; ++i) ASSERT_EQ(m.celdas(0x20000 + 4 * i, 4), m.celdas(0x10000, 4)) << i;
+  }
+}
+
 TEST(registro_s, a_later_record_wins_also_over_filling) {
   mundo_carga m;
   for (const char* linea : {"S1061000AABBCC00", "S1041003DD00", "S1040FFF1100"}) m.registro(linea);

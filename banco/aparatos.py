@@ -1,0 +1,107 @@
+"""What the measures share: a table row, a program directory, a board, a screen."""
+import contextlib
+import dataclasses
+import os
+import pathlib
+import shutil
+import signal
+import statistics
+import subprocess
+import tempfile
+import time
+
+from pantalla import Screen
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+BIN = ROOT / "build/bin"
+SAMPLE = ROOT / "samples/completa-256k.s19"
+median = statistics.median
+
+
+@dataclasses.dataclass
+class Row:
+    """`good` is None where there is nothing to judge; `note` then may say why."""
+    name: str
+    figure: str
+    target: str
+    good: bool | None
+    note: str = ""
+
+    @property
+    def verdict(self):
+        return {True: "pass", False: "FAIL", None: "noted"}[self.good]
+
+
+def at_most(name, value, limit, form="{:.2f}", note=""):
+    return Row(name, form.format(value), "≤ " + form.format(limit), value <= limit, note)
+
+
+@contextlib.contextmanager
+def running(command, **options):
+    """A process that is ended by SIGTERM when the block is left."""
+    process = subprocess.Popen(list(map(str, command)), stderr=subprocess.DEVNULL, **options)
+    try:
+        yield process
+    finally:
+        process.send_signal(signal.SIGTERM)
+        try:
+            process.wait(10)
+        except subprocess.TimeoutExpired:
+            process.kill()
+            process.wait()
+
+
+@contextlib.contextmanager
+def program_directory():
+    """A directory of the program's own for one run, with the journal's folder and without a port."""
+    with tempfile.TemporaryDirectory(prefix="morvane-banco-") as name:
+        home = pathlib.Path(name)
+        (home / "puertos").mkdir()
+        (home / "unidades/c/Datos/TORVAX-m68k").mkdir(parents=True)
+        (home / "SETTINGS.TXT").write_bytes(b'"115200","n","8","1"\r\n"COM1"\r\n')
+        shutil.copy(BIN / "morvane", home)
+        yield home
+
+
+def wait_for(what, condition, seconds=30):
+    end = time.monotonic() + seconds
+    while not condition():
+        if time.monotonic() > end:
+            raise AssertionError(f"waited in vain for {what}")
+        time.sleep(0.01)
+
+
+@contextlib.contextmanager
+def board(home, program, *options, **popen):
+    """A board as COM1 of a program directory."""
+    port = home / "puertos/COM1"
+    where = {"cronista": [port], "puente": ["--enlace", port]}[program]
+    popen.setdefault("stdout", subprocess.DEVNULL)
+    with running([BIN / program, *where, *options], **popen) as process:
+        try:
+            wait_for("the board", lambda: os.path.lexists(port))
+            yield process
+        finally:
+            if os.path.lexists(port):
+                port.unlink()
+
+
+@contextlib.contextmanager
+def screen():
+    """An X display of its own, without a window manager, for which the environment is then set."""
+    before = dict(os.environ)
+    with running(["Xvfb", "-displayfd", "1", "-screen", "0", "1024x768x24"], stdout=subprocess.PIPE) as server:
+        name = ":" + server.stdout.readline().decode().strip()
+        os.environ.update(DISPLAY=name, QT_QPA_PLATFORM="xcb", LC_ALL="C.UTF-8")
+        try:
+            yield Screen(name)
+        finally:
+            os.environ.clear()
+            os.environ.update(before)
+
+
+def output_of(*command, seconds=300):
+    """Lines of a program that must succeed, split into words."""
+    done = subprocess.run(list(map(str, command)), capture_output=True, text=True, timeout=seconds)
+    assert done.returncode == 0, f"{command[0]}: {done.stderr[-500:]}"
+    return [line.split() for line in done.stdout.splitlines()]
