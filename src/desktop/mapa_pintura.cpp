@@ -40,6 +40,7 @@ void mapa_qt::paintEvent(QPaintEvent* suceso) {
   if (densidad_ != devicePixelRatioF()) trazar();
   const auto a_la_vista = [&](const QRect& sitio) { return suceso->region().intersects(en_puntos(sitio)); };
   QPainter pintor(this);
+  pintor.fillRect(suceso->rect(), palette().window());
   pintor.scale(1 / densidad_, 1 / densidad_);
   pintor.setFont(letra_);
   for (int i = 0; i < celdas_del_mapa; ++i) {

@@ -31,6 +31,7 @@ mapa_qt::mapa_qt(QWidget* padre, const mapa_flash& mapa) : QWidget(padre), mapa_
   hacer_accesible(*this);
   setObjectName(QStringLiteral("mapa_flash"));
   setFocusPolicy(Qt::StrongFocus);
+  setAttribute(Qt::WA_OpaquePaintEvent);
   setAccessibleName(QStringLiteral("Mapa de la flash"));
   trazar();
 }
