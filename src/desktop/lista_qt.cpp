@@ -27,9 +27,7 @@ class modelo_filas final : public QAbstractListModel {
     endResetModel();
   }
 
-  int rowCount(const QModelIndex& superior) const override {
-    return superior.isValid() ? 0 : cuantas_;
-  }
+  int rowCount(const QModelIndex& superior) const override { return superior.isValid() ? 0 : cuantas_; }
 
   /// The list asks for every row before it shows the first.
   QModelIndex index(int fila, int columna, const QModelIndex& superior) const override {
