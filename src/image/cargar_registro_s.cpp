@@ -99,9 +99,11 @@ struct ocho_pares {
     const letras numero = c - '0', letra = (c | 0x20) - 'a';
     const auto es_numero = letras(numero < 10), es_letra = letras(letra < 6);
     buenas = es_numero | es_letra;
-    const auto cada_una = parejas((numero & es_numero) | ((letra + 10) & es_letra));
-    static_assert(std::endian::native == std::endian::little, "the first digit of a pair is taken from the lower byte");
-    valores = letras((cada_una << 4 | cada_una >> 8) & 0xFF);
+    // The lower half of "A" is 1.
+    const auto cada_una = parejas((c & 0xF) + (es_letra & 9));
+    // The first digit stands in the lower byte and comes to stand above the second.
+    static_assert(std::endian::native == std::endian::little);
+    valores = letras(cada_una * 0x1001 >> 8);
   }
   letras valores, buenas;
 };
@@ -136,10 +138,15 @@ void poner_datos(std::uint8_t* celdas, std::string_view datos) {
   poner_pares(celdas, resto.data(), (datos.size() + cifras_grupo - 1) / cifras_grupo * cifras_grupo / 2);
 }
 
+void marcar(std::uint8_t* mascara, std::size_t bytes) {
+  for (; bytes >= tramo; bytes -= tramo, mascara += tramo) std::memset(mascara, 1, tramo);
+  if (bytes > 0) std::memset(mascara, 1, bytes);
+}
+
 void guardar_datos(Variables_grab& v, std::uint32_t dir, std::string_view datos, std::size_t bytes) {
   if (bytes == 0) return;
   poner_datos(v.buffer_salida.data() + dir, datos);
-  std::memset(v.mascara_salida.data() + dir, 1, bytes);
+  marcar(v.mascara_salida.data() + dir, bytes);
   v.dir_max = std::max(v.dir_max, static_cast<std::int32_t>(dir + bytes - 1));
 }
 
@@ -148,11 +155,11 @@ void guardar_datos(Variables_grab& v, std::uint32_t dir, std::string_view datos,
 std::optional<std::string> cargar_registro_s(Variables_grab& v, std::string_view linea, std::uint64_t largo_linea,
                                              std::uint8_t ancho_dir) {
   if (auto motivo = mirar_largo(largo_linea, ancho_dir)) return motivo;
-  const std::string_view campo_dir = linea.substr(inicio_dir, ancho_dir);
+  const std::string_view campo_dir(linea.data() + inicio_dir, ancho_dir);
   const std::optional<std::uint32_t> dir = valor_dir(campo_dir);
   if (!dir) return explicar_cifras(campo_dir);
   const std::size_t inicio = inicio_dir + ancho_dir;
-  const std::string_view datos = linea.substr(inicio, linea.size() - inicio - largo_suma);
+  const std::string_view datos(linea.data() + inicio, linea.size() - inicio - largo_suma);
   const std::size_t bytes = (datos.size() + cifras_grupo - 1) / cifras_grupo * cifras_grupo / 2;
   if (auto motivo = mirar_sitio(*dir, bytes)) return motivo;
   guardar_datos(v, *dir, datos, bytes);
