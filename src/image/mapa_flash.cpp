@@ -52,6 +52,7 @@ void mapa_flash::poner(int celda, unsigned nuevos) {
 
 void mapa_flash::nueva_imagen(const std::vector<std::uint8_t>& buffer_salida) {
   quitar(bit(hecho::imagen) | bit(hecho::igual) | bit(hecho::distinta));
+  escrito_ = {};
   for (int i = 0; i < celdas_del_mapa; ++i) {
     unsigned& una = celdas_[static_cast<std::size_t>(i)];
     if (sabe(i, hecho::escrita)) una ^= bit(hecho::escrita) | bit(hecho::escrita_antes);

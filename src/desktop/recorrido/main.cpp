@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <chrono>
 #include <cstdio>
 #include <exception>
 
@@ -7,12 +8,14 @@
 namespace {
 
 int correr(const std::filesystem::path& directorio, const std::filesystem::path& fotos) {
+  const auto inicio = std::chrono::steady_clock::now();
   std::filesystem::create_directories(fotos);
   morvane::preparar_aplicacion();
   morvane::testigo testigo(fotos);
   morvane::programa programa(directorio);
   morvane::recorrer(programa, testigo, directorio);
-  std::printf("\nRecorrido terminado, faltas: %d\n", testigo.faltas());
+  const auto segundos = std::chrono::duration<double>(std::chrono::steady_clock::now() - inicio).count();
+  std::printf("\nRecorrido terminado en %.0f s, faltas: %d\n", segundos, testigo.faltas());
   return testigo.faltas() == 0 ? 0 : 1;
 }
 

@@ -7,7 +7,8 @@
 
 namespace morvane {
 
-/// The steps of the tour, in order. `directorio` is the program's directory, with a sample and a board on its port.
+/// The whole tour. `directorio` is the program's directory, with samples, a board on its port COM1 and one that never
+/// answers on COM2.
 void recorrer(programa& p, testigo& t, const std::filesystem::path& directorio);
 
 }  // namespace morvane

@@ -1,19 +1,23 @@
 #include "testigo.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMenuBar>
 #include <QMessageBox>
-#include <QPixmap>
 #include <QPushButton>
 #include <cstdio>
 #include <cstdlib>
+#include <stdexcept>
+
+#include "escena.h"
 
 namespace morvane {
 namespace {
 
-void teclear(QWidget& destino, int tecla, const QString& letra) {
+void pulsar(QWidget& destino, int tecla, const QString& letra) {
   for (const auto clase : {QEvent::KeyPress, QEvent::KeyRelease}) {
     QKeyEvent suceso(clase, tecla, Qt::NoModifier, letra);
     QApplication::sendEvent(&destino, &suceso);
@@ -29,13 +33,17 @@ QAbstractButton* boton_de(const QMessageBox& caja, const std::string& rotulo) {
 
 }  // namespace
 
+std::string en_una_linea(const QString& texto) {
+  return QString(texto).replace(QLatin1String("\n"), QLatin1String(" ")).simplified().toStdString();
+}
+
 testigo::testigo(std::filesystem::path fotos) : fotos_(std::move(fotos)) {
   QObject::connect(&pulso_, &QTimer::timeout, &pulso_, [this] { mirar(); });
   pulso_.start(1);
 }
 
 void testigo::paso(const std::string& titulo, std::chrono::seconds limite) {
-  std::printf("\n== %s\n", titulo.c_str());
+  std::printf("\n%d. %s\n\n", ++pasos_, titulo.c_str());
   std::fflush(stdout);
   limite_ = std::chrono::steady_clock::now() + limite;
 }
@@ -63,15 +71,45 @@ void testigo::comprobar() {
   vigilancias_.clear();
 }
 
-void testigo::foto(QWidget& ventana, const std::string& nombre) {
+void testigo::foto(const std::string& nombre) {
+  // What is shown beside the controls follows a little later.
+  QElapsedTimer pose;
+  for (pose.start(); !pose.hasExpired(150);) QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
   char numero[16];
   std::snprintf(numero, sizeof numero, "%02d-", ++fotos_hechas_);
   const std::filesystem::path destino = fotos_ / (numero + nombre + ".png");
-  if (ventana.grab().save(QString::fromStdString(destino.string()))) {
-    decir("[foto " + destino.filename().string() + "]");
+  if (escena().save(QString::fromStdString(destino.string()))) {
+    decir("      [" + destino.filename().string() + "]");
   } else {
     faltar("no se ha podido guardar la foto " + destino.string());
   }
+}
+
+QWidget& testigo::ventana(const std::string& titulo) {
+  for (QWidget* una : QApplication::topLevelWidgets()) {
+    if (una->isVisible() && una->windowTitle().toStdString() == titulo) return *una;
+  }
+  throw std::runtime_error("no está la ventana " + titulo);
+}
+
+void testigo::foto_de(const std::string& titulo, const std::string& nombre) {
+  QWidget& una = ventana(titulo);
+  una.activateWindow();
+  foto(nombre);
+  una.close();
+}
+
+void testigo::foto_de_menu(QMenu& menu, const std::string& nombre) {
+  auto* barra = qobject_cast<QMenuBar*>(menu.parentWidget());
+  const QPoint donde = barra != nullptr ? barra->actionGeometry(menu.menuAction()).bottomLeft() : QPoint();
+  menu.popup(barra != nullptr ? barra->mapToGlobal(donde) : donde);
+  foto(nombre);
+  menu.close();
+}
+
+void testigo::teclear(QLineEdit& destino, const QString& texto) {
+  destino.clear();
+  for (const QChar letra : texto) pulsar(destino, 0, letra);
 }
 
 void testigo::mirar() {
@@ -86,11 +124,11 @@ void testigo::mirar() {
 }
 
 void testigo::contestar(QMessageBox& caja) {
-  decir("Caja «" + caja.windowTitle().toStdString() + "»: " + caja.text().toStdString());
-  foto(caja, "caja");
+  decir("— " + caja.windowTitle().toStdString() + ": " + en_una_linea(caja.text()));
   QAbstractButton* boton = nullptr;
   if (!cajas_.empty() && caja.text().toStdString().find(cajas_.front().texto) != std::string::npos) {
     boton = boton_de(caja, cajas_.front().boton);
+    if (!cajas_.front().retrato.empty()) foto(cajas_.front().retrato);
     cajas_.pop_front();
   }
   if (boton == nullptr) {
@@ -98,7 +136,7 @@ void testigo::contestar(QMessageBox& caja) {
     caja.close();
     return;
   }
-  decir("Se pulsa «" + boton->text().toStdString() + "»");
+  decir("— " + boton->text().toStdString() + ".");
   boton->click();
 }
 
@@ -113,22 +151,21 @@ void testigo::escribir_ruta(QFileDialog& dialogo) {
   dialogo.activateWindow();
   linea->setFocus();
   if (!linea->hasFocus()) return;
-  linea->clear();
   const QString ruta = QString::fromStdString(rutas_.front());
   rutas_.pop_front();
-  for (const QChar letra : ruta) teclear(*linea, 0, letra);
-  decir("Diálogo «" + dialogo.windowTitle().toStdString() + "»: se teclea " + linea->text().toStdString());
-  foto(dialogo, "dialogo");
-  teclear(*linea, Qt::Key_Return, QStringLiteral("\r"));
+  teclear(*linea, ruta);
+  decir("Se teclea " + linea->text().toStdString() + ".");
+  if (!dialogo_retratado_) foto("dialogo-abrir");
+  dialogo_retratado_ = true;
+  pulsar(*linea, Qt::Key_Return, QStringLiteral("\r"));
 }
 
 void testigo::atender_condiciones() {
   for (std::size_t i = 0; i < vigilancias_.size(); ++i) {
     if (!vigilancias_[i].condicion()) continue;
-    // Taken out first: what it does may run for long and call this timer's owner again.
-    const auto accion = std::move(vigilancias_[i].accion);
+    // Not from here: what it does may bring up a box, and a timer is not heard again before its slot has returned.
+    QTimer::singleShot(0, &pulso_, std::move(vigilancias_[i].accion));
     vigilancias_.erase(vigilancias_.begin() + static_cast<std::ptrdiff_t>(i));
-    accion();
     return;
   }
 }

@@ -1,0 +1,69 @@
+// The chapters of start, files and end.
+
+#include <QAction>
+#include <QApplication>
+#include <QLabel>
+#include <QMenu>
+#include <QToolButton>
+
+#include "viaje.h"
+
+namespace morvane {
+
+void arrancar(viaje& v) {
+  v.t.decir("El programa lee SETTINGS.TXT, abre COM1 y saluda a la placa. La placa contesta y sale la ventana.");
+  v.p.empezar();
+  if (!v.p.ventana().isVisible()) v.t.faltar("la ventana no está a la vista");
+  const QSize cliente = v.p.ventana().centralWidget()->size();
+  v.t.decir("Se titula «" + v.p.ventana().windowTitle().toStdString() + "» y mide " + std::to_string(cliente.width()) +
+            " por " + std::to_string(cliente.height()) + " puntos sin el menú. Del chip no se sabe nada todavía.");
+  v.t.foto("ventana");
+}
+
+void programar_sin_archivo(viaje& v) {
+  v.t.decir("Alguien con prisa pulsa el botón 3 sin haber abierto nada.");
+  v.t.esperar_caja("Debe cargar un programa antes de grabar", "Aceptar", "caja-sin-icono");
+  v.hijo<QToolButton>("Toolbar_3").click();
+}
+
+void abrir_muestra(viaje& v) {
+  v.t.decir("En el menú Archivo, Abrir. El diálogo pide un archivo y se teclea uno de las muestras.");
+  v.t.elegir(v.muestra("demo-s1.s19").string());
+  v.t.esperar_caja("Ha terminado de cargar el archivo", "Aceptar", "");
+  v.hijo<QAction>("men_abrir").trigger();
+  v.t.decir("El primer panel muestra «" + v.hijo<QLabel>("StatusBar_1").text().toStdString() +
+            "», y en el mapa se ve qué celdas tienen datos.");
+  if (v.p.principal().v.dir_max < 1) v.t.faltar("no se ha cargado nada");
+  v.t.foto("abierta");
+}
+
+void abrir_otro_archivo(viaje& v) {
+  v.t.decir("Se abre otro archivo. El programa pregunta si se quiere el mismo; no.");
+  v.t.esperar_caja("Desea cargar el mismo proyecto?", "No", "caja-pregunta");
+  v.t.elegir(v.muestra("completa-256k.s19").string());
+  v.t.esperar_caja("Ha terminado de cargar el archivo", "Aceptar", "");
+  v.hijo<QToolButton>("Toolbar_1").click();
+  v.t.decir("Lo verificado ya no vale, y lo escrito es de otro archivo: el mapa lo sabe.");
+  v.t.foto("otro-archivo");
+  v.t.decir("Verificar lo confirma: la primera suma ya no coincide.");
+  v.t.esperar_caja("El programa contenido en la Flash difiere del cargado en el buffer", "Aceptar", "");
+  v.hijo<QToolButton>("Toolbar_4").click();
+  v.t.foto("distinta");
+}
+
+void acerca_de(viaje& v) {
+  v.t.decir("En el menú contextual de la ventana, Acerca de.");
+  v.hijo<QAction>("men_acerca_contextual").trigger();
+  v.t.foto_de("Acerca de Morvane", "acerca-de");
+}
+
+void cerrar(viaje& v) {
+  v.t.decir("Se cierra la ventana principal, y con ella el programa.");
+  v.p.ventana().close();
+  if (v.p.ventana().isVisible()) v.t.faltar("la ventana sigue a la vista");
+  const int codigo = QApplication::exec();
+  v.t.decir("Termina con el código " + std::to_string(codigo) + ".");
+  if (codigo != 0) v.t.faltar("el código no es 0");
+}
+
+}  // namespace morvane
