@@ -1,5 +1,6 @@
 #include "link/esperas.h"
 
+#include <algorithm>
 #include <atomic>
 #include <limits>
 
@@ -67,7 +68,11 @@ void recoger(enlace& e, int esperadas, milisegundos calma) {
 void asentar_linea(enlace& e) {
   const bool nuevo_comienzo = e.linea_inquieta && e.ultimo_comando == 'A';
   if (nuevo_comienzo) recoger(e, std::numeric_limits<int>::max(), reposo);
-  if (e.repetidas > 0) recoger(e, e.repetidas + 1, silencio_normal);
+  if (e.repetidas > 0) {
+    // A board that took so long for the first answer takes no longer for the others.
+    const auto tardanza = std::chrono::ceil<milisegundos>(e.plat.ahora() - e.inicio_espera);
+    recoger(e, e.repetidas + 1, std::clamp(tardanza, silencio_normal, charla));
+  }
   if (nuevo_comienzo) e.linea_inquieta = false;
 }
 
@@ -106,6 +111,7 @@ class vigia {
     silencio_.arrancar();
     charla_.arrancar();
     e_.repetidas = e_.respuestas_espera = 0;
+    e_.inicio_espera = e.plat.ahora();
   }
 
   /// One pass of the pump, and the question if it is time for it.

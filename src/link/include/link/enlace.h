@@ -83,6 +83,8 @@ struct enlace {
   int vigiladas = 0;
   /// Times that the running wait has sent "A" again, and good frames that have come since it began.
   int repetidas = 0, respuestas_espera = 0;
+  /// When the running wait began.
+  instante inicio_espera{0};
   /// An operation was given up, so replies to it may still come. Up until an "A" has been answered and the line has
   /// come to rest after it.
   bool linea_inquieta = false;
