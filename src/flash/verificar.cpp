@@ -66,7 +66,7 @@ veredicto bloques_borrados(enlace& e, avance& a) {
 }
 
 veredicto examinar_borrado(enlace& e, avance& a) {
-  const labor_en_curso labor(a, e.plat, marcha::labor::verificar, bloques_examinados * bytes_examinados);
+  const labor_en_curso labor(a, e.plat, marcha::labor::verificar, std::int64_t{bloques_examinados} * bytes_examinados);
   const auto primera = examinar(e, "C000000000000", sobrante::interrumpe);
   if (!primera) return veredicto::ninguno;
   if (campo(*primera, 3, 2) == "FF") return bloques_borrados(e, a);
