@@ -42,6 +42,7 @@ constexpr const char* propiedad_papel = "papel_accesible";
 
 QAccessibleInterface* fabricar(const QString& /*clase*/, QObject* objeto) {
   if (auto* mapa = dynamic_cast<mapa_qt*>(objeto)) return new mapa_accesible(mapa);
+  if (objeto == nullptr) return nullptr;
   const QVariant papel = objeto->property(propiedad_papel);
   auto* control = papel.isValid() ? qobject_cast<QWidget*>(objeto) : nullptr;
   return control == nullptr ? nullptr : new QAccessibleWidget(control, static_cast<QAccessible::Role>(papel.toInt()));
