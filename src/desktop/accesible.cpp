@@ -41,8 +41,8 @@ class mapa_accesible final : public QAccessibleWidget, public QAccessibleValueIn
 constexpr const char* propiedad_papel = "papel_accesible";
 
 QAccessibleInterface* fabricar(const QString& /*clase*/, QObject* objeto) {
-  if (auto* mapa = dynamic_cast<mapa_qt*>(objeto)) return new mapa_accesible(mapa);
   if (objeto == nullptr) return nullptr;
+  if (auto* mapa = dynamic_cast<mapa_qt*>(objeto)) return new mapa_accesible(mapa);
   const QVariant papel = objeto->property(propiedad_papel);
   auto* control = papel.isValid() ? qobject_cast<QWidget*>(objeto) : nullptr;
   return control == nullptr ? nullptr : new QAccessibleWidget(control, static_cast<QAccessible::Role>(papel.toInt()));
