@@ -164,7 +164,7 @@ void testigo::atender_condiciones() {
   for (std::size_t i = 0; i < vigilancias_.size(); ++i) {
     if (!vigilancias_[i].condicion()) continue;
     // Not from here: what it does may bring up a box, and a timer is not heard again before its slot has returned.
-    QTimer::singleShot(0, &pulso_, std::move(vigilancias_[i].accion));
+    QMetaObject::invokeMethod(&pulso_, std::move(vigilancias_[i].accion), Qt::QueuedConnection);
     vigilancias_.erase(vigilancias_.begin() + static_cast<std::ptrdiff_t>(i));
     return;
   }
