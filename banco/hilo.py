@@ -1,15 +1,15 @@
 """Rows about the line: the program against a loop that does the least for the same frames, in alternating blocks."""
 import subprocess
 
-from aparatos import BIN, Row, at_most, board, median, output_of, program_directory
+from aparatos import BIN, at_most, board, median, output_of, program_directory
 
 # Characters on the wire, both ways, for one unit: a word is "a" and "g" with their replies, a block one "e".
 WIRE = {"grabar": 34, "leer": 82}
 NAMES = {"grabar": "programming", "leer": "reading"}
 SINCE_REPLY, SINCE_FRAME = 1, 2
-# A bare loop that loses this share of the wire has waited for a processor. Its pair of blocks does not count, and with
-# more than half of the pairs gone the row says nothing of the program.
-BUSY = 0.10
+# Whoever takes longer than this to answer, in microseconds, has waited for a processor that others held: such units are
+# left out on both sides. With fewer than half of them left a row says nothing of the program.
+STARVED, ENOUGH = 1000, 0.5
 
 
 def stamps(work, baud, blocks, frames):
@@ -36,30 +36,40 @@ def per_unit(block, work, column):
     return [block[i - 1][column] + block[i][column] for i in words[1:]]
 
 
-def pairs(work, baud, blocks, frames, column):
-    """Medians of a block of the program and of its neighbour of the bare loop, in microseconds."""
-    medians = [median(per_unit(block, work, column)) for block in stamps(work, baud, blocks, frames)]
-    pair = [medians[i:i + 2] for i in range(0, len(medians) - 1, 2)]
-    return [p if i % 2 == 0 else p[::-1] for i, p in enumerate(pair)]
+def pairs(work, baud, blocks, column):
+    """Medians of a block of the program and of its neighbour of the bare loop, in microseconds, and which part of all
+    units they are of."""
+    every = [per_unit(block, work, column)
+             for block in stamps(work, baud, blocks, 200 if work == "grabar" else 64)]
+    kept = [[value for value in block if value < STARVED] for block in every]
+    part = sum(map(len, kept)) / sum(map(len, every))
+    pair = [kept[i:i + 2] for i in range(0, len(kept) - 1, 2)]
+    pair = [p if i % 2 == 0 else p[::-1] for i, p in enumerate(pair)]
+    return [(median(program), median(bare)) for program, bare in pair if program and bare], part
+
+
+def judged(row, part):
+    if part < ENOUGH:
+        row.good, row.note = None, f"the machine is too busy to judge: {part:.0%} of the units count; " + row.note
+    elif part < 0.99:
+        row.note += f"; {part:.0%} of the units count"
+    return row
 
 
 def share(work, baud, blocks):
-    found = pairs(work, baud, blocks, 200 if work == "grabar" else 64, SINCE_REPLY)
+    found, part = pairs(work, baud, blocks, SINCE_REPLY)
     wire = WIRE[work] * 10e6 / baud
-    calm = [pair for pair in found if pair[1] <= BUSY * wire]
-    name = f"share of the wire, {NAMES[work]} at {baud:,} baud"
-    if len(calm) * 2 < len(found):
-        return Row(name, "-", "≤ 1.0200", None, "the machine is too busy to judge")
-    more = median(program - bare for program, bare in calm)
-    note = f"{more:+.1f} µs on {wire:.0f} µs; bare {median(b for _, b in calm):.0f} µs; {len(calm)} of {len(found)} pairs"
-    return at_most(name, 1 + more / wire, 1.02, "{:.4f}", note)
+    more, bare = median(program - bare for program, bare in found), median(bare for _, bare in found)
+    return judged(at_most(f"share of the wire, {NAMES[work]} at {baud:,} baud", 1 + more / wire, 1.02, "{:.4f}",
+                          f"{more:+.1f} µs on {wire:.0f} µs; bare {bare:.0f} µs"), part)
 
 
 def unpaced(work, blocks):
-    found = pairs(work, 0, blocks, 200 if work == "grabar" else 64, SINCE_FRAME)
+    found, part = pairs(work, 0, blocks, SINCE_FRAME)
     program, bare = median(p for p, _ in found), median(b for _, b in found)
     ratio = median(p / b for p, b in found)
-    return at_most(f"without pace, {NAMES[work]}, ÷ bare loop", ratio, 1.5, note=f"{program:.0f} µs against {bare:.0f} µs")
+    return judged(at_most(f"without pace, {NAMES[work]}, ÷ bare loop", ratio, 1.5,
+                          note=f"{program:.0f} µs against {bare:.0f} µs"), part)
 
 
 def alive():

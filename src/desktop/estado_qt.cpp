@@ -1,4 +1,3 @@
-#include <QFontDatabase>
 #include <QFontInfo>
 #include <QLabel>
 #include <QStatusBar>
@@ -15,8 +14,7 @@ namespace {
 constexpr double respecto_a_la_normal = 0.9;
 
 QFont letra_de(const StatusBar& barra, const QFont& normal) {
-  const QString nombre = qt(barra.FontName);
-  QFont letra = QFontDatabase::hasFamily(nombre) ? QFont(nombre) : QFontDatabase::systemFont(QFontDatabase::FixedFont);
+  QFont letra = letra_de_ancho_fijo(barra.FontName);
   letra.setPixelSize(static_cast<int>(QFontInfo(normal).pixelSize() * respecto_a_la_normal));
   return letra;
 }

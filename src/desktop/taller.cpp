@@ -40,14 +40,19 @@ QFont taller::letra_qt(const letra& tipo, const QFont& normal) const {
   QFont destino = normal;
   if (tipo.puntos > 0) destino.setPixelSize(px(tipo.puntos * twips_por_punto));
   if (tipo.nombre.empty()) return destino;
-  const QString nombre = qt(tipo.nombre);
-  QFont fija = QFontDatabase::hasFamily(nombre) ? QFont(nombre) : QFontDatabase::systemFont(QFontDatabase::FixedFont);
+  QFont fija = letra_de_ancho_fijo(tipo.nombre);
   fija.setPixelSize(destino.pixelSize());
   // Characters may then begin within a pixel, and their width is the same at all scales.
   fija.setHintingPreference(QFont::PreferVerticalHinting);
   const double propio = QFontMetricsF(fija).horizontalAdvance(QLatin1Char('0'));
   fija.setLetterSpacing(QFont::AbsoluteSpacing, celda(tipo) / twips_por_pixel * escala - propio);
   return fija;
+}
+
+// Not by `hasFamily`, which works out the host's substitutes too, and takes longer over it than a window to appear.
+QFont letra_de_ancho_fijo(const std::string& nombre) {
+  const bool hay = QFontDatabase::families().contains(qt(nombre), Qt::CaseInsensitive);
+  return hay ? QFont(qt(nombre)) : QFontDatabase::systemFont(QFontDatabase::FixedFont);
 }
 
 QString nombre_accesible(const std::string& rotulo, const std::string& ayuda, const std::string& nombre) {

@@ -48,6 +48,9 @@ struct taller {
   }
 };
 
+/// The font `nombre`, in any size, or where the host lacks it, its own one with characters of one width.
+QFont letra_de_ancho_fijo(const std::string& nombre);
+
 /// The text that names a control to assistive technology: the first that is not empty, without its access key.
 QString nombre_accesible(const std::string& rotulo, const std::string& ayuda, const std::string& nombre);
 
