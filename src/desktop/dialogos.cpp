@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <QStringList>
 #include <span>
 
@@ -163,6 +164,9 @@ dialogo_abrir::dialogo_abrir(const CommonDialog& descripcion, QWidget* duena)
   for (auto* respuestas : findChildren<QDialogButtonBox*>()) {
     respuestas->setAccessibleName(QStringLiteral("Respuestas"));
   }
+  // Qt's own size is that of a small font.
+  const int renglon = fontMetrics().height();
+  resize(QSize(44 * renglon, 30 * renglon).boundedTo(screen()->availableSize() * 9 / 10));
 }
 
 std::string dialogo_abrir::ruta() const {

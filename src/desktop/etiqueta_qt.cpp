@@ -15,16 +15,6 @@ int sangria(const Label& origen, const taller& t) {
   return std::max(0, columna + t.margen() - t.px(origen.sitio.valor().Left));
 }
 
-/// A heading that is wider than its place is written narrower.
-QFont cabida(const QFont& tipo, const QString& texto, int ancho) {
-  const double falta = QFontMetricsF(tipo).horizontalAdvance(texto);
-  if (texto.isEmpty() || falta <= ancho) return tipo;
-  QFont estrecha = tipo;
-  estrecha.setStretch(static_cast<int>(100 * ancho / falta));
-  estrecha.setLetterSpacing(QFont::AbsoluteSpacing, 0);
-  return estrecha;
-}
-
 void poner_en_columnas(QLabel* destino, Label& origen, const QFont& tipo, taller& t) {
   destino->setIndent(sangria(origen, t));
   t.al_cambiar([destino, &origen, tipo] {

@@ -18,6 +18,7 @@ seguimiento::seguimiento(frm_principal& f, const plataforma& plat, ventana_qt& v
       plat_(plat),
       ventana_(ventana),
       barra_(ventana.findChild<QProgressBar*>(qt(f.progreso.Progress.Name))),
+      letra_(barra_->font()),
       mapa_(new mapa_qt(ventana.centralWidget(), f.progreso.mapa)) {
   mapa_->setGeometry(superficie_libre());
   barra_->setAccessibleName(QStringLiteral("Progreso"));
@@ -60,6 +61,7 @@ void seguimiento::escribir() {
   if (escrito_ == estimador_.dicho()) return;
   escrito_ = estimador_.dicho();
   barra_->setTextVisible(!escrito_.breve.empty());
+  barra_->setFont(cabida(letra_, qt(escrito_.breve), barra_->width() - barra_->fontMetrics().height() / 2));
   barra_->setFormat(qt(escrito_.breve));
   barra_->setToolTip(qt(escrito_.extenso));
   barra_->setAccessibleDescription(qt(escrito_.extenso));

@@ -61,6 +61,15 @@ QString nombre_accesible(const std::string& rotulo, const std::string& ayuda, co
   return texto.isEmpty() ? qt(nombre) : texto;
 }
 
+QFont cabida(const QFont& tipo, const QString& texto, int ancho) {
+  const double falta = QFontMetricsF(tipo).horizontalAdvance(texto);
+  if (texto.isEmpty() || falta <= ancho) return tipo;
+  QFont estrecha = tipo;
+  estrecha.setStretch(static_cast<int>(100 * ancho / falta));
+  estrecha.setLetterSpacing(QFont::AbsoluteSpacing, 0);
+  return estrecha;
+}
+
 void colorear(QWidget& superficie, color fondo) {
   const QColor base = QColor::fromRgb(fondo);
   QPalette paleta = superficie.palette();

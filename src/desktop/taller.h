@@ -54,6 +54,9 @@ QFont letra_de_ancho_fijo(const std::string& nombre);
 /// The text that names a control to assistive technology: the first that is not empty, without its access key.
 QString nombre_accesible(const std::string& rotulo, const std::string& ayuda, const std::string& nombre);
 
+/// The font `tipo`, made narrower where `texto` would be wider than `ancho` pixels.
+QFont cabida(const QFont& tipo, const QString& texto, int ancho);
+
 /// Gives a surface its colour and what stands on it a colour that can be read there, whatever the desktop's theme.
 void colorear(QWidget& superficie, color fondo);
 

@@ -107,7 +107,7 @@ void estimador::acabar(const marcha& m) {
   if (m.gastado <= instante{0}) return;
   const double segundos = en_segundos(m.gastado);
   std::string cuanto = segundos < 59.95 ? con_decimal(segundos) + " s" : reloj_de(std::llround(segundos));
-  if (segundos < 0.05) cuanto = "menos de 0,1 s";
+  if (segundos < 0.05) cuanto = "< 0,1 s";
   dicho_ = {"Duración: " + cuanto, "Ha durado " + cuanto};
 }
 

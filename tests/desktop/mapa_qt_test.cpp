@@ -135,6 +135,22 @@ TEST_F(mapa_qt_test, a_cell_tells_its_state_opens_and_is_reached_by_keys) {
   EXPECT_TRUE(QToolTip::text().startsWith("03FE00–03FFFF")) << "the cursor tells what it stands on";
 }
 
+TEST_F(mapa_qt_test, a_long_text_fits_the_bar) {
+  auto& barra = *v.findChild<QProgressBar*>("Progress");
+  f.barra.ButtonClick = [&](int) {
+    const orden_en_curso orden(f);
+    const labor_en_curso labor(f.progreso, plat, marcha::labor::grabar, 1'000'000);
+    for (int i = 0; i < 2; ++i) {
+      plat.pasar(100s);
+      f.progreso.ritmo.hechos = i * 13'800;
+      s->al_volver();
+    }
+    EXPECT_EQ(barra.text().toStdString(), "1 % · 138 B/s · 1:59:06");
+    EXPECT_LE(barra.fontMetrics().horizontalAdvance(barra.text()), barra.width());
+  };
+  v.findChild<QToolButton*>("Toolbar_3")->click();
+}
+
 TEST_F(mapa_qt_test, while_a_command_runs_cells_and_bar_follow_and_at_rest_nothing_is_looked_at) {
   const QPoint donde = sitio_de("010200–0103FF");
   auto& barra = *v.findChild<QProgressBar*>("Progress");

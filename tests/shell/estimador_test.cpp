@@ -81,7 +81,7 @@ TEST_F(estimador_test, texts_of_times_and_speeds) {
                                                       {9949, "9,9 kB/s"}, {9950, "10 kB/s"}, {3e5, "300 kB/s"}};
   for (const auto& [rapidez, texto] : rapideces) EXPECT_EQ(velocidad_de(rapidez), texto);
   const std::pair<instante, const char*> duraciones[] = {
-      {0s, ""}, {20ms, "Duración: menos de 0,1 s"}, {59'940ms, "Duración: 59,9 s"}, {59'960ms, "Duración: 1:00"}};
+      {0s, ""}, {20ms, "Duración: < 0,1 s"}, {59'940ms, "Duración: 59,9 s"}, {59'960ms, "Duración: 1:00"}};
   for (const auto& [gastado, texto] : duraciones) {
     m.gastado = gastado;
     e.acabar(m);

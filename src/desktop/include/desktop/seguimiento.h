@@ -40,6 +40,7 @@ class seguimiento {
   const plataforma& plat_;
   ventana_qt& ventana_;
   QProgressBar* barra_;
+  const QFont letra_;
   mapa_qt* mapa_;
   estimador estimador_;
   estimador::textos escrito_;
