@@ -36,13 +36,23 @@ void poner_reloj(QLabel* panel) {
   dar_la_hora(panel, pulso);
 }
 
+/// A tool tip that is shown as it is written, whatever stands in it, and in several lines where it is long.
+void ayudar(QLabel& panel, const QString& texto) {
+  const auto literal = QStringLiteral("<span style='white-space:pre-wrap'>%1</span>");
+  panel.setToolTip(texto.isEmpty() ? texto : literal.arg(texto.toHtmlEscaped()));
+  panel.setAccessibleDescription(texto);
+}
+
 void llenar(QLabel* destino, Panel& panel, taller& t) {
   if (panel.Style == Panel::estilo::hora) {
     destino->setAlignment(Qt::AlignCenter);
     poner_reloj(destino);
     return;
   }
-  t.al_cambiar([destino, &panel] { destino->setText(qt(panel.Text).replace(QLatin1Char('\n'), QLatin1Char(' '))); });
+  t.al_cambiar([destino, &panel] {
+    destino->setText(qt(panel.Text).replace(QLatin1Char('\n'), QLatin1Char(' ')));
+    ayudar(*destino, qt(panel.ToolTipText));
+  });
   if (panel.encima == nullptr) return;
   auto* sitio = new QVBoxLayout(destino);
   sitio->setContentsMargins(1, 1, 1, 1);

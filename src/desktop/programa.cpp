@@ -6,9 +6,11 @@
 #include <cstdio>
 #include <exception>
 
+#include "desktop/recepcion_qt.h"
 #include "desktop/seguimiento.h"
 #include "imagenes.h"
 #include "lista_qt.h"
+#include "shell/proyecto.h"
 #include "textos_es.h"
 
 namespace morvane {
@@ -41,6 +43,8 @@ programa::programa(const std::filesystem::path& directorio)
       principal_(std::make_unique<frm_principal>(plat_, ficheros_, linea_, v_)),
       ventana_(std::make_unique<ventana_qt>(principal_->ventana, [this] { despues_de_orden(); })),
       seguimiento_(std::make_unique<seguimiento>(*principal_, plat_, *ventana_)),
+      recepcion_(std::make_unique<recepcion_qt>(*ventana_,
+                                                [this](const std::string& ruta) { abrir_soltado(*principal_, ruta); })),
       otras_(
           principal_->otras_ventanas(), [this] { despues_de_orden(); },
           [this](const std::string& motivo) { avisar_fallo(motivo); }) {
