@@ -3,8 +3,8 @@
 #include "aplicacion.h"
 #include "apoyo/banco.h"
 #include "apoyo/guion.h"
-#include "shell/frm_principal.h"
 #include "desktop/recepcion_qt.h"
+#include "shell/frm_principal.h"
 
 namespace {
 

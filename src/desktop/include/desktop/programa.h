@@ -45,6 +45,7 @@ class programa {
   bool ocupado() const { return empezando_ || ventana_->ocupada() || otras_.ocupadas(); }
   void sincronizar();
   void abrir_volcado(std::int32_t dir);
+  void completar_vista(const Form& forma, ventana_qt& ventana);
   void avisar_fallo(const std::string& motivo);
   bool puede_cerrarse();
   void despues_de_orden();
