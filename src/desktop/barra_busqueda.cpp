@@ -54,11 +54,12 @@ barra_busqueda::barra_busqueda(lista_filas& lista, frm_buffer& vista)
   setAutoFillBackground(true);
   QHBoxLayout* fila = en_fila(this, 2);
   fila->addWidget(de_direccion_ = hacer_direccion());
-  fila->addWidget(de_busqueda_ = hacer_busqueda());
+  fila->addWidget(de_busqueda_ = hacer_busqueda(), 1);
   fila->addWidget(mensaje_, 1);
   mensaje_->setObjectName(QStringLiteral("mensaje"));
   mensaje_->setTextFormat(Qt::PlainText);
   mensaje_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  mensaje_->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("En 000000, vuelta al principio.")));
   auto* salida = boton(this, "Cerrar (Esc)");
   salida->setText(QStringLiteral("×"));
   connect(salida, &QToolButton::clicked, this, [this] { cerrar(); });

@@ -36,10 +36,13 @@ void poner_reloj(QLabel* panel) {
   dar_la_hora(panel, pulso);
 }
 
-/// A tool tip that is shown as it is written, whatever stands in it, and in several lines where it is long.
+/// A tool tip that is shown as it is written, whatever stands in it. Only what is too long for a line is broken; Qt
+/// would break what is shorter as well.
 void ayudar(QLabel& panel, const QString& texto) {
-  const auto literal = QStringLiteral("<span style='white-space:pre-wrap'>%1</span>");
-  panel.setToolTip(texto.isEmpty() ? texto : literal.arg(texto.toHtmlEscaped()));
+  constexpr qsizetype renglon = 100;
+  const auto literal = QStringLiteral("<span style='white-space:%1'>%2</span>");
+  const auto corte = texto.size() > renglon ? QStringLiteral("pre-wrap") : QStringLiteral("pre");
+  panel.setToolTip(texto.isEmpty() ? texto : literal.arg(corte, texto.toHtmlEscaped()));
   panel.setAccessibleDescription(texto);
 }
 

@@ -1,5 +1,6 @@
 #include "desktop/recepcion_qt.h"
 
+#include <QApplication>
 #include <QDropEvent>
 #include <QLineEdit>
 #include <QMimeData>
@@ -12,7 +13,7 @@
 namespace morvane {
 namespace {
 
-/// Taken without being copied by the program that it comes from, or being taken away there.
+/// What is offered only to be moved here is not taken: the program that it comes from would delete it.
 bool sin_mover(QDropEvent& suceso) {
   for (const Qt::DropAction como : {Qt::CopyAction, Qt::LinkAction}) {
     if (!suceso.possibleActions().testFlag(como)) continue;
@@ -52,7 +53,8 @@ bool recepcion_qt::eventFilter(QObject* quien, QEvent* suceso) {
   }
   auto& oferta = static_cast<QDropEvent&>(*suceso);
   const std::string ruta = firmware_ofrecido(*oferta.mimeData());
-  oferta.setAccepted(!ruta.empty() && sin_mover(oferta));
+  const bool libre = QApplication::activeModalWidget() == nullptr;
+  oferta.setAccepted(libre && !ruta.empty() && sin_mover(oferta));
   if (tipo == QEvent::Drop && oferta.isAccepted()) QTimer::singleShot(0, this, [this, ruta] { recibir(ruta); });
   return true;
 }

@@ -66,6 +66,9 @@ TEST_F(recepcion, only_one_firmware_file_of_this_machine_is_taken) {
     QApplication::processEvents();
     EXPECT_EQ(recibido, c.recibido) << c.que;
   }
+  QMessageBox caja(&v);
+  caja.open();
+  EXPECT_FALSE(soltar(v, {url(bueno)}, todas)) << "a box is open";
 }
 
 }  // namespace

@@ -118,23 +118,23 @@ TEST_F(vistas, a_search_goes_from_place_to_place_and_begins_anew_at_another_row)
     sentido hacia;
     std::size_t fila, dir;
     const char* mensaje;
-  } casos[] = {{"53 69", bytes, adelante, 0, 0x08, "Hallado en 000008"},
-               {"53 69", bytes, adelante, 0, 0x0C, "Hallado en 00000C"},
-               {"53 69", bytes, adelante, 0, 0x28, "Hallado en 000028"},
-               {"53 69", bytes, adelante, 2, 0x08, "Hallado en 000008, vuelta al principio"},
-               {"53 69", bytes, atras, 0, 0x28, "Hallado en 000028, vuelta al final"},
-               {"53 69", bytes, atras, 2, 0x0C, "Hallado en 00000C"},
-               {"53 69", bytes, adelante, 1, 0x28, "Hallado en 000028"},
-               {"sI", texto, adelante, 2, 0x28, "Hallado en 000028"},
-               {"sI", texto, adelante, 3, 0x08, "Hallado en 000008, vuelta al principio"},
-               {"53", bytes, adelante, 1, 0x28, "Hallado en 000028"},
+  } casos[] = {{"53 69", bytes, adelante, 0, 0x08, "En 000008"},
+               {"53 69", bytes, adelante, 0, 0x0C, "En 00000C"},
+               {"53 69", bytes, adelante, 0, 0x28, "En 000028"},
+               {"53 69", bytes, adelante, 2, 0x08, "En 000008, vuelta al principio"},
+               {"53 69", bytes, atras, 0, 0x28, "En 000028, vuelta al final"},
+               {"53 69", bytes, atras, 2, 0x0C, "En 00000C"},
+               {"53 69", bytes, adelante, 1, 0x28, "En 000028"},
+               {"sI", texto, adelante, 2, 0x28, "En 000028"},
+               {"sI", texto, adelante, 3, 0x08, "En 000008, vuelta al principio"},
+               {"53", bytes, adelante, 1, 0x28, "En 000028"},
                {"53 6", bytes, adelante, 0, 0, "Dos cifras de 0 a F por byte"},
                {"no", texto, atras, 0, 0, "No se ha encontrado"},
                {"", texto, adelante, 0, 0, "Escriba qué buscar"},
                {" ", bytes, adelante, 0, 0, "Escriba qué buscar"}};
   buscador& b = f.buffer_out.busca;
   for (const auto& c : casos) {
-    const bool bien = std::string_view(c.mensaje).starts_with("Hallado");
+    const bool bien = std::string_view(c.mensaje).starts_with("En ");
     EXPECT_EQ(b.buscar(c.que, c.como, c.hacia, c.fila), bien);
     EXPECT_EQ(b.mensaje(), c.mensaje);
     const std::size_t cuantos = std::string_view(c.que) == "53" ? 1 : 2;

@@ -11,7 +11,7 @@ class QMimeData;
 namespace morvane {
 
 /// Takes firmware files that the user drops on a window. What is no single firmware file on this machine is refused
-/// while it is still being dragged.
+/// while it is still being dragged, and so is everything while a box is open.
 class recepcion_qt final : public QObject {
  public:
   /// `ventana` must outlive it. `al_recibir` gets the path as the host's bytes, as a handler of the window, once the
