@@ -1,6 +1,7 @@
 #include "barra_busqueda.h"
 
 #include <QEvent>
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -17,23 +18,28 @@ namespace {
 
 constexpr QRgb rojo = 0xFFA00000;
 constexpr int cifras_direccion = 6, limite_texto = 255;
+constexpr int margen = 2, hueco = 4;
 
-QHBoxLayout* en_fila(QWidget* donde, int margen) {
-  auto* fila = new QHBoxLayout(donde);
-  fila->setContentsMargins(margen, margen, margen, margen);
-  fila->setSpacing(4);
-  return fila;
+QWidget* en_fila(QWidget* padre) {
+  auto* forma = new QWidget(padre);
+  auto* fila = new QHBoxLayout(forma);
+  fila->setContentsMargins(0, 0, 0, 0);
+  fila->setSpacing(hueco);
+  return forma;
 }
 
-QLineEdit* campo(QWidget* padre, const char* rotulo, const QString& admitido) {
+QLineEdit* campo(QWidget* padre, const char* rotulo) {
   auto* texto = new QLineEdit(padre);
   auto* delante = new QLabel(QString::fromUtf8(rotulo), padre);
   delante->setBuddy(texto);
   texto->setAccessibleName(QString(delante->text()).remove(QLatin1Char('&')));
-  texto->setValidator(new QRegularExpressionValidator(QRegularExpression(admitido), texto));
   padre->layout()->addWidget(delante);
   padre->layout()->addWidget(texto);
   return texto;
+}
+
+QValidator* admitir(const QString& forma, QObject* padre) {
+  return new QRegularExpressionValidator(QRegularExpression(forma), padre);
 }
 
 QToolButton* boton(QWidget* padre, const char* ayuda) {
@@ -41,27 +47,32 @@ QToolButton* boton(QWidget* padre, const char* ayuda) {
   nuevo->setToolTip(QString::fromUtf8(ayuda));
   nuevo->setAccessibleName(nuevo->toolTip().section(QLatin1String(" ("), 0, 0));
   nuevo->setFocusPolicy(Qt::TabFocus);
-  padre->layout()->addWidget(nuevo);
   return nuevo;
 }
 
 }  // namespace
 
 barra_busqueda::barra_busqueda(lista_filas& lista, frm_buffer& vista)
-    : QWidget(lista.parentWidget()), lista_(lista), vista_(vista), busca_(vista.busca), mensaje_(new QLabel) {
+    : QWidget(lista.parentWidget()),
+      lista_(lista),
+      vista_(vista),
+      busca_(vista.busca),
+      rejilla_(new QGridLayout(this)),
+      mensaje_(new QLabel(this)) {
   hide();
   setObjectName(QStringLiteral("barra_busqueda"));
   setAutoFillBackground(true);
-  QHBoxLayout* fila = en_fila(this, 2);
-  fila->addWidget(de_direccion_ = hacer_direccion());
-  fila->addWidget(de_busqueda_ = hacer_busqueda(), 1);
-  fila->addWidget(mensaje_, 1);
+  rejilla_->setContentsMargins(margen, margen, margen, margen);
+  rejilla_->setSpacing(hueco);
+  rejilla_->addWidget(de_direccion_ = hacer_direccion(), 0, 0);
+  rejilla_->addWidget(de_busqueda_ = hacer_busqueda(), 0, 0);
+  rejilla_->setColumnStretch(1, 1);
   mensaje_->setObjectName(QStringLiteral("mensaje"));
   mensaje_->setTextFormat(Qt::PlainText);
   mensaje_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-  mensaje_->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("En 000000, vuelta al principio.")));
   auto* salida = boton(this, "Cerrar (Esc)");
   salida->setText(QStringLiteral("×"));
+  rejilla_->addWidget(salida, 0, 2);
   connect(salida, &QToolButton::clicked, this, [this] { cerrar(); });
   atajo(Qt::Key_Escape, this, [this] { cerrar(); });
   lista_.senalado = [this](std::size_t cual) {
@@ -78,18 +89,19 @@ void barra_busqueda::atajo(const QKeySequence& tecla, QWidget* donde, std::funct
 }
 
 QWidget* barra_busqueda::hacer_direccion() {
-  auto* forma = new QWidget(this);
-  en_fila(forma, 0);
-  direccion_ = campo(forma, "&Ir a la dirección:", QStringLiteral("(0[xX])?[0-9A-Fa-f]{0,%1}").arg(cifras_direccion));
+  QWidget* forma = en_fila(this);
+  direccion_ = campo(forma, "&Ir a la dirección:");
+  direccion_->setValidator(admitir(QStringLiteral("(0[xX])?[0-9A-Fa-f]{0,%1}").arg(cifras_direccion), forma));
   direccion_->setObjectName(QStringLiteral("direccion"));
   connect(direccion_, &QLineEdit::returnPressed, this, [this] { ir(); });
   return forma;
 }
 
 QWidget* barra_busqueda::hacer_busqueda() {
-  auto* forma = new QWidget(this);
-  en_fila(forma, 0);
-  que_ = campo(forma, "B&uscar:", QStringLiteral(".*"));
+  QWidget* forma = en_fila(this);
+  que_ = campo(forma, "B&uscar:");
+  solo_bytes_ = admitir(QStringLiteral("[0-9A-Fa-f ]*"), forma);
+  que_->setValidator(solo_bytes_);
   forma->layout()->addWidget(bytes_ = new QRadioButton(QStringLiteral("&Bytes"), forma));
   forma->layout()->addWidget(texto_ = new QRadioButton(QStringLiteral("&Texto"), forma));
   que_->setObjectName(QStringLiteral("que"));
@@ -99,6 +111,8 @@ QWidget* barra_busqueda::hacer_busqueda() {
   texto_->setToolTip(QStringLiteral("Mayúsculas y minúsculas valen lo mismo"));
   auto* atras = boton(forma, "Buscar anterior (Mayús+F3)");
   auto* adelante = boton(forma, "Buscar siguiente (F3)");
+  forma->layout()->addWidget(atras);
+  forma->layout()->addWidget(adelante);
   atras->setArrowType(Qt::UpArrow);
   adelante->setArrowType(Qt::DownArrow);
   que_->setMaxLength(limite_texto);
@@ -117,6 +131,7 @@ QWidget* barra_busqueda::hacer_busqueda() {
 void barra_busqueda::cambiar_clase(clase_busqueda nueva) {
   if (nueva == clase_) return;
   clase_ = nueva;
+  que_->setValidator(nueva == clase_busqueda::bytes ? solo_bytes_ : nullptr);
   const QString antes = que_->text();
   que_->setText(otro_);
   otro_ = antes;
@@ -145,10 +160,9 @@ void barra_busqueda::abrir(QWidget* forma) {
   de_direccion_->setVisible(forma == de_direccion_);
   de_busqueda_->setVisible(forma == de_busqueda_);
   mensaje_->clear();
-  lista_.reservar(sizeHint().height());
-  colocar();
   show();
   raise();
+  colocar();
 }
 
 void barra_busqueda::cerrar() {
@@ -168,25 +182,35 @@ bool barra_busqueda::eventFilter(QObject* quien, QEvent* suceso) {
   return QWidget::eventFilter(quien, suceso);
 }
 
+// Where there is no room for what the bar has to say beside its fields, that stands below them.
 void barra_busqueda::colocar() {
+  if (isHidden()) return;
   const QRect filas = lista_.viewport()->geometry().translated(lista_.pos());
-  setGeometry(filas.left(), filas.bottom() + 1, filas.width(), sizeHint().height());
+  const int dicho = fontMetrics().horizontalAdvance(QStringLiteral("En 000000, vuelta al principio "));
+  const bool debajo = de_busqueda_->isVisible() && sizeHint().width() + dicho > filas.width();
+  rejilla_->addWidget(mensaje_, debajo ? 1 : 0, debajo ? 0 : 1, 1, debajo ? 3 : 1);
+  const int alto = sizeHint().height();
+  lista_.reservar(alto);
+  setGeometry(filas.left(), lista_.y() + lista_.viewport()->geometry().bottom() + 1, filas.width(), alto);
 }
 
 void barra_busqueda::ir() {
   const bool bien = busca_.ir(direccion_->text().toStdString());
   decir(bien);
   if (!bien) return direccion_->selectAll();
-  const int fila = static_cast<int>(busca_.hallado()->dir / bytes_por_fila);
   cerrar();
-  ir_a_fila(*window(), vista_.lst_buf_salida, fila);
+  ir_a_fila(*window(), vista_.lst_buf_salida, fila_hallada());
+}
+
+int barra_busqueda::fila_hallada() const {
+  return static_cast<int>(busca_.hallado()->dir / bytes_por_fila);
 }
 
 void barra_busqueda::buscar(sentido hacia) {
   const int actual = lista_.currentIndex().row();
   const bool bien =
       busca_.buscar(que_->text().toStdString(), clase_, hacia, static_cast<std::size_t>(std::max(0, actual)));
-  if (bien) lista_.setCurrentIndex(lista_.model()->index(static_cast<int>(busca_.hallado()->dir / bytes_por_fila), 0));
+  if (bien) lista_.elegir(fila_hallada());
   decir(bien);
 }
 

@@ -5,9 +5,11 @@
 
 #include "shell/frm_buffer.h"
 
+class QGridLayout;
 class QLabel;
 class QLineEdit;
 class QRadioButton;
+class QValidator;
 
 namespace morvane {
 
@@ -41,13 +43,17 @@ class barra_busqueda final : public QWidget {
   void olvidar();
   void ir();
   void buscar(sentido hacia);
+  int fila_hallada() const;
   void cambiar_clase(clase_busqueda nueva);
   void decir(bool bien);
 
   lista_filas& lista_;
   frm_buffer& vista_;
   buscador& busca_;
+  QGridLayout* rejilla_;
   QLineEdit *direccion_, *que_;
+  /// Of `que_` while bytes are looked for.
+  QValidator* solo_bytes_;
   QRadioButton *bytes_, *texto_;
   QLabel* mensaje_;
   QWidget *de_direccion_, *de_busqueda_;

@@ -40,7 +40,7 @@ void poner_reloj(QLabel* panel) {
 /// would break what is shorter as well.
 void ayudar(QLabel& panel, const QString& texto) {
   constexpr qsizetype renglon = 100;
-  const auto literal = QStringLiteral("<span style='white-space:%1'>%2</span>");
+  const auto literal = QStringLiteral("<p style='white-space:%1'>%2</p>");
   const auto corte = texto.size() > renglon ? QStringLiteral("pre-wrap") : QStringLiteral("pre");
   panel.setToolTip(texto.isEmpty() ? texto : literal.arg(corte, texto.toHtmlEscaped()));
   panel.setAccessibleDescription(texto);

@@ -56,6 +56,10 @@ void lista_filas::poner(std::shared_ptr<const filas> nuevas) {
   modelo_->poner(std::move(nuevas));
 }
 
+void lista_filas::elegir(int fila) {
+  selectionModel()->setCurrentIndex(modelo_->index(fila), QItemSelectionModel::ClearAndSelect);
+}
+
 QString lista_filas::copia_elegidas() const {
   std::vector<int> elegidas;
   const QItemSelection tramos = selectionModel()->selection();
@@ -89,9 +93,8 @@ lista_filas* lista_de(QWidget& ventana, const ListBox& lista) {
 void ir_a_fila(QWidget& ventana, const ListBox& lista, int fila) {
   lista_filas* vista = lista_de(ventana, lista);
   if (vista == nullptr || vista->model()->rowCount() == 0) return;
-  const QModelIndex cual = vista->model()->index(std::min(fila, vista->model()->rowCount() - 1), 0);
-  vista->setCurrentIndex(cual);
-  vista->scrollTo(cual, QAbstractItemView::PositionAtTop);
+  vista->elegir(std::min(fila, vista->model()->rowCount() - 1));
+  vista->scrollTo(vista->currentIndex(), QAbstractItemView::PositionAtTop);
   vista->setFocus();
 }
 

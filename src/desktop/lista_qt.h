@@ -23,6 +23,9 @@ class lista_filas final : public QListView {
   QString copia_elegidas() const;
   QString copia_todas() const;
 
+  /// Makes row `fila` the current one, and the only one that is chosen, whatever keys are held down meanwhile.
+  void elegir(int fila);
+
   /// Keeps so many pixels along the lower edge free of rows, for what stands in front of them there.
   void reservar(int alto) { setViewportMargins(0, 0, 0, alto); }
 
