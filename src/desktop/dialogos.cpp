@@ -156,6 +156,7 @@ dialogo_abrir::dialogo_abrir(const CommonDialog& descripcion, QWidget* duena)
   setOption(QFileDialog::DontUseNativeDialog);
   setFileMode(QFileDialog::ExistingFile);
   setNameFilters(filtros_de(descripcion.Filter));
+  if (!descripcion.InitDir.empty()) setDirectory(QFile::decodeName(descripcion.InitDir.c_str()));
   setLabelText(QFileDialog::LookIn, QStringLiteral("Buscar en:"));
   setLabelText(QFileDialog::FileName, QStringLiteral("&Nombre de archivo:"));
   setLabelText(QFileDialog::FileType, QStringLiteral("Archivos de tipo:"));

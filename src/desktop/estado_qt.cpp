@@ -34,13 +34,26 @@ void poner_reloj(QLabel* panel) {
   dar_la_hora(panel, pulso);
 }
 
+/// A tool tip that is shown as it is written, whatever stands in it. Only what is too long for a line is broken; Qt
+/// would break what is shorter as well.
+void ayudar(QLabel& panel, const QString& texto) {
+  constexpr qsizetype renglon = 100;
+  const auto literal = QStringLiteral("<p style='white-space:%1'>%2</p>");
+  const auto corte = texto.size() > renglon ? QStringLiteral("pre-wrap") : QStringLiteral("pre");
+  panel.setToolTip(texto.isEmpty() ? texto : literal.arg(corte, texto.toHtmlEscaped()));
+  panel.setAccessibleDescription(texto);
+}
+
 void llenar(QLabel* destino, Panel& panel, taller& t) {
   if (panel.Style == Panel::estilo::hora) {
     destino->setAlignment(Qt::AlignCenter);
     poner_reloj(destino);
     return;
   }
-  t.al_cambiar([destino, &panel] { destino->setText(qt(panel.Text).replace(QLatin1Char('\n'), QLatin1Char(' '))); });
+  t.al_cambiar([destino, &panel] {
+    destino->setText(qt(panel.Text).replace(QLatin1Char('\n'), QLatin1Char(' ')));
+    ayudar(*destino, qt(panel.ToolTipText));
+  });
   if (panel.encima == nullptr) return;
   auto* sitio = new QVBoxLayout(destino);
   sitio->setContentsMargins(1, 1, 1, 1);

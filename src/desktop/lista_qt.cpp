@@ -1,19 +1,15 @@
 #include "lista_qt.h"
 
 #include <QAbstractListModel>
-#include <QApplication>
-#include <QListView>
-#include <QPainter>
-#include <QStyledItemDelegate>
+#include <QStringList>
 #include <algorithm>
 #include <limits>
 
+#include "desktop/pintor_filas.h"
 #include "taller.h"
 
 namespace morvane {
-namespace {
 
-/// Rows whose texts are made when the list shows them.
 class modelo_filas final : public QAbstractListModel {
  public:
   using QAbstractListModel::QAbstractListModel;
@@ -27,84 +23,93 @@ class modelo_filas final : public QAbstractListModel {
     endResetModel();
   }
 
-  int rowCount(const QModelIndex& superior) const override { return superior.isValid() ? 0 : cuantas_; }
+  int rowCount(const QModelIndex& superior = {}) const override { return superior.isValid() ? 0 : cuantas_; }
 
   /// The list asks for every row before it shows the first.
-  QModelIndex index(int fila, int columna, const QModelIndex& superior) const override {
+  QModelIndex index(int fila, int columna = 0, const QModelIndex& superior = {}) const override {
     const bool hay = fila >= 0 && fila < cuantas_ && columna == 0 && !superior.isValid();
     return hay ? createIndex(fila, columna) : QModelIndex();
   }
 
   QVariant data(const QModelIndex& indice, int papel) const override {
     if (papel != Qt::DisplayRole || !indice.isValid()) return {};
-    return qt(filas_->texto(static_cast<std::size_t>(indice.row())));
+    return texto(indice.row());
   }
+
+  /// Of a row that exists.
+  QString texto(int fila) const { return qt(filas_->texto(static_cast<std::size_t>(fila))); }
+  std::vector<parte_realzada> realces(int fila) const { return filas_->realces(static_cast<std::size_t>(fila)); }
 
  private:
   std::shared_ptr<const filas> filas_;
   int cuantas_ = 0;
 };
 
-/// Styles put margins of their own beside the text of an entry; here it begins where the headings have theirs.
-class pintor_filas final : public QStyledItemDelegate {
- public:
-  pintor_filas(QListView* lista, int margen)
-      : QStyledItemDelegate(lista), margen_(std::max(0, margen - lista->frameWidth())) {}
-
-  void paint(QPainter* pintor, const QStyleOptionViewItem& opcion, const QModelIndex& indice) const override {
-    QStyleOptionViewItem fondo = opcion;
-    initStyleOption(&fondo, indice);
-    const QString texto = std::exchange(fondo.text, {});
-    const QWidget* lista = fondo.widget;
-    lista->style()->drawControl(QStyle::CE_ItemViewItem, &fondo, pintor, lista);
-    const bool elegida = fondo.state.testFlag(QStyle::State_Selected);
-    const auto grupo = fondo.state.testFlag(QStyle::State_Active) ? QPalette::Active : QPalette::Inactive;
-    pintor->setFont(fondo.font);
-    pintor->setPen(fondo.palette.color(grupo, elegida ? QPalette::HighlightedText : QPalette::Text));
-    pintor->drawText(fondo.rect.topLeft() + QPoint(margen_, fondo.fontMetrics.ascent()), texto);
-  }
-
-  QSize sizeHint(const QStyleOptionViewItem& opcion, const QModelIndex& indice) const override {
-    const QString texto = indice.data().toString();
-    return {margen_ + opcion.fontMetrics.horizontalAdvance(texto), opcion.fontMetrics.height()};
-  }
-
- private:
-  const int margen_;
-};
-
-/// All rows are as high and as wide as the first one, so that nothing has to be asked of the others beforehand.
-QListView* vista_de_filas(QWidget& padre) {
-  auto* vista = new QListView(&padre);
-  vista->setUniformItemSizes(true);
-  vista->setWordWrap(false);
-  vista->setTextElideMode(Qt::ElideNone);
-  vista->setEditTriggers(QAbstractItemView::NoEditTriggers);
-  vista->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-  vista->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
-  return vista;
+// All rows are as high and as wide as the first one, so that nothing has to be asked of the others beforehand.
+lista_filas::lista_filas(QWidget& padre, int margen) : QListView(&padre), modelo_(new modelo_filas(this)) {
+  setUniformItemSizes(true);
+  setWordWrap(false);
+  setTextElideMode(Qt::ElideNone);
+  setEditTriggers(QAbstractItemView::NoEditTriggers);
+  setSelectionMode(QAbstractItemView::ExtendedSelection);
+  setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+  setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+  setItemDelegate(new pintor_filas(this, margen));
+  setModel(modelo_);
 }
 
-}  // namespace
+void lista_filas::poner(std::shared_ptr<const filas> nuevas) {
+  modelo_->poner(std::move(nuevas));
+}
+
+void lista_filas::elegir(int fila) {
+  selectionModel()->setCurrentIndex(modelo_->index(fila), QItemSelectionModel::ClearAndSelect);
+}
+
+QString lista_filas::copia_elegidas() const {
+  std::vector<int> elegidas;
+  const QItemSelection tramos = selectionModel()->selection();
+  for (const QItemSelectionRange& tramo : tramos) {
+    for (int fila = tramo.top(); fila <= tramo.bottom(); ++fila) elegidas.push_back(fila);
+  }
+  std::ranges::sort(elegidas);
+  QStringList textos;
+  for (const int fila : elegidas) textos << modelo_->texto(fila);
+  return textos.join(QLatin1Char('\n'));
+}
+
+QString lista_filas::copia_todas() const {
+  QStringList textos;
+  for (int fila = 0; fila < modelo_->rowCount(); ++fila) textos << modelo_->texto(fila);
+  return textos.join(QLatin1Char('\n'));
+}
+
+std::vector<parte_realzada> lista_filas::partes(int fila) const {
+  std::vector<parte_realzada> todas = modelo_->realces(fila);
+  if (!senalado) return todas;
+  const std::vector<parte_realzada> encima = senalado(static_cast<std::size_t>(fila));
+  todas.insert(todas.end(), encima.begin(), encima.end());
+  return todas;
+}
+
+lista_filas* lista_de(QWidget& ventana, const ListBox& lista) {
+  return dynamic_cast<lista_filas*>(ventana.findChild<QListView*>(qt(lista.Name)));
+}
 
 void ir_a_fila(QWidget& ventana, const ListBox& lista, int fila) {
-  auto* vista = ventana.findChild<QListView*>(qt(lista.Name));
+  lista_filas* vista = lista_de(ventana, lista);
   if (vista == nullptr || vista->model()->rowCount() == 0) return;
-  const QModelIndex cual = vista->model()->index(std::min(fila, vista->model()->rowCount() - 1), 0);
-  vista->setCurrentIndex(cual);
-  vista->scrollTo(cual, QAbstractItemView::PositionAtTop);
+  vista->elegir(std::min(fila, vista->model()->rowCount() - 1));
+  vista->scrollTo(vista->currentIndex(), QAbstractItemView::PositionAtTop);
   vista->setFocus();
 }
 
 void hacer(QWidget& padre, ListBox& origen, taller& t) {
-  auto* destino = vista_de_filas(padre);
-  auto* modelo = new modelo_filas(destino);
+  auto* destino = new lista_filas(padre, t.margen());
   destino->setFont(t.letra_qt(origen.Font, padre.font()));
-  destino->setItemDelegate(new pintor_filas(destino, t.margen()));
-  destino->setModel(modelo);
   destino->setAccessibleName(nombre_accesible(t.titulo, {}, origen.Name));
   mantener(destino, origen, t);
-  t.al_cambiar([modelo, &origen] { modelo->poner(origen.List); });
+  t.al_cambiar([destino, &origen] { destino->poner(origen.List); });
 }
 
 }  // namespace morvane

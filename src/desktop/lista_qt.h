@@ -1,10 +1,44 @@
 #pragma once
 
+#include <QListView>
+#include <functional>
+#include <memory>
+#include <vector>
+
 #include "platform/controles.h"
 
-class QWidget;
-
 namespace morvane {
+
+class modelo_filas;
+
+/// A list of rows whose texts are made when it shows them. The user may choose several at a time.
+class lista_filas final : public QListView {
+ public:
+  /// `margen`: pixels from the left edge to the text, where the headings have theirs.
+  lista_filas(QWidget& padre, int margen);
+
+  void poner(std::shared_ptr<const filas> nuevas);
+
+  /// The chosen rows, or all of them, in their order, one a line.
+  QString copia_elegidas() const;
+  QString copia_todas() const;
+
+  /// Makes row `fila` the current one, and the only one that is chosen, whatever keys are held down meanwhile.
+  void elegir(int fila);
+
+  /// Keeps so many pixels along the lower edge free of rows, for what stands in front of them there.
+  void reservar(int alto) { setViewportMargins(0, 0, 0, alto); }
+
+  /// What of a row stands out, what `senalado` adds to it included.
+  std::vector<parte_realzada> partes(int fila) const;
+  std::function<std::vector<parte_realzada>(std::size_t fila)> senalado;
+
+ private:
+  modelo_filas* modelo_;
+};
+
+/// The list that shows `lista` in a window, or null.
+lista_filas* lista_de(QWidget& ventana, const ListBox& lista);
 
 /// Brings row `fila`, from 0, of the list that shows `lista` in `ventana` to the top and chooses it; the last row where
 /// there are fewer. Nothing happens to an empty list.

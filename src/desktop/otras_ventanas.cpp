@@ -31,6 +31,7 @@ void otras_ventanas::poner_al_dia(una& cual) {
       forma->Unload();
       return true;
     };
+    if (al_hacer) al_hacer(*forma, *cual.ventana);
   }
   cual.ventana->sincronizar();
   if (forma->Visible && cual.ventana->isHidden() && !forma->fija) cual.ventana->resize(cual.inicial);

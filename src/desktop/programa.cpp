@@ -6,9 +6,12 @@
 #include <cstdio>
 #include <exception>
 
+#include "desktop/recepcion_qt.h"
 #include "desktop/seguimiento.h"
+#include "desktop/vistas_qt.h"
 #include "imagenes.h"
 #include "lista_qt.h"
+#include "shell/proyecto.h"
 #include "textos_es.h"
 
 namespace morvane {
@@ -41,11 +44,14 @@ programa::programa(const std::filesystem::path& directorio)
       principal_(std::make_unique<frm_principal>(plat_, ficheros_, linea_, v_)),
       ventana_(std::make_unique<ventana_qt>(principal_->ventana, [this] { despues_de_orden(); })),
       seguimiento_(std::make_unique<seguimiento>(*principal_, plat_, *ventana_)),
+      recepcion_(std::make_unique<recepcion_qt>(*ventana_,
+                                                [this](const std::string& ruta) { abrir_soltado(*principal_, ruta); })),
       otras_(
           principal_->otras_ventanas(), [this] { despues_de_orden(); },
           [this](const std::string& motivo) { avisar_fallo(motivo); }) {
   fin_.setSingleShot(true);
   QObject::connect(&fin_, &QTimer::timeout, [] { QCoreApplication::exit(0); });
+  otras_.al_hacer = [this](const Form& forma, ventana_qt& ventana) { completar_vista(forma, ventana); };
   plat_.sincronizar = [this] { sincronizar(); };
   linea_.al_fallar = [](const std::string& motivo) { std::fprintf(stderr, "morvane: %s\n", motivo.c_str()); };
   ventana_->al_empezar = [this] { seguimiento_->al_empezar(); };
@@ -67,6 +73,14 @@ void programa::abrir_volcado(std::int32_t dir) {
   ventana_qt* ventana = otras_.ventana_de(volcado);
   if (ventana != nullptr)
     ir_a_fila(*ventana, principal_->buffer_out.lst_buf_salida, dir / static_cast<std::int32_t>(bytes_por_fila));
+}
+
+void programa::completar_vista(const Form& forma, ventana_qt& ventana) {
+  frm_principal& f = *principal_;
+  for (frm_buffer* vista : {&f.buffer_out, &f.buffer_in}) {
+    if (&vista->ventana == &forma) completar(ventana, *vista);
+  }
+  if (&f.buffer_comp.ventana == &forma) completar(ventana, f.buffer_comp);
 }
 
 void programa::avisar_fallo(const std::string& motivo) {

@@ -61,7 +61,6 @@ void ventana_qt::poner_menus(taller& t) {
     menuBar()->setAccessibleName(QStringLiteral("Menú"));
     hacer_menus(*menuBar(), forma_.menus, t);
   }
-  if (forma_.contextual.empty()) return;
   contextual_ = new QMenu(this);
   contextual_->setWindowTitle(QStringLiteral("Menú contextual"));
   hacer_lista(*contextual_, forma_.contextual, t);
@@ -131,7 +130,7 @@ void ventana_qt::closeEvent(QCloseEvent* suceso) {
 // Asked for by the keyboard it comes up at what has the focus, which may have been scrolled out of sight.
 void ventana_qt::contextMenuEvent(QContextMenuEvent* suceso) {
   suceso->accept();
-  if (contextual_ == nullptr || contextual_->isEmpty()) return;
+  if (contextual_->isEmpty()) return;
   const QPoint donde = mapFromGlobal(suceso->globalPos());
   contextual_->popup(mapToGlobal(rect().contains(donde) ? donde : rect().center()));
 }

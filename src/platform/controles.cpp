@@ -40,7 +40,8 @@ void Toolbar::anadir(std::string imagen, std::string ayuda) {
   Buttons.push_back(std::make_unique<Button>(cambios_, std::move(imagen), std::move(ayuda)));
 }
 
-Panel::Panel(contador_cambios& cambios, estilo clase, int ancho) : Style(clase), Width(ancho), Text(cambios) {}
+Panel::Panel(contador_cambios& cambios, estilo clase, int ancho)
+    : Style(clase), Width(ancho), Text(cambios), ToolTipText(cambios) {}
 
 StatusBar::StatusBar(contador_cambios& cambios, std::string nombre, std::string letra)
     : control(cambios, std::move(nombre)), FontName(std::move(letra)), cambios_(cambios) {}

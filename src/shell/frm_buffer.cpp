@@ -9,6 +9,10 @@ namespace {
 const letra consola{"Lucida Console", 9.75};
 constexpr color cian = 0x00FFFF, naranja = 0xFFC080, crema = 0xFFE0C0;
 
+std::string cuenta_de(std::size_t diferencias) {
+  return std::to_string(diferencias) + (diferencias == 1 ? " diferencia" : " diferencias");
+}
+
 void vestir(Label& rotulo, color fondo) {
   rotulo.Font = consola;
   rotulo.BackColor = fondo;
@@ -17,7 +21,7 @@ void vestir(Label& rotulo, color fondo) {
 }  // namespace
 
 frm_buffer::frm_buffer(std::string nombre, std::string texto, int alto,
-                       std::function<std::shared_ptr<const filas>()> fuente)
+                       std::function<std::shared_ptr<const volcado>()> fuente)
     : ventana(std::move(nombre), std::move(texto), 9450, alto),
       Label3(ventana.cambios, "Label3", "Dirección", {120, 120, 855, 255}),
       Label2(ventana.cambios, "Label2", " 0  1  2  3  4  5  6  7  8  9  A  B  C  D  E  F", {960, 120, 5895, 255}),
@@ -36,7 +40,7 @@ frm_buffer::frm_buffer(std::string nombre, std::string texto, int alto,
     llenar_lista();
     lst_buf_salida.Visible = true;
   };
-  ventana.AlDescargar = [this] { lst_buf_salida.List = nullptr; };
+  ventana.AlDescargar = [this] { poner(nullptr); };
   ventana.Resize = [this](int ancho, int alto_nuevo) {
     lugar sitio = lst_buf_salida.sitio;
     sitio.Width = std::abs(ancho - 300);
@@ -46,7 +50,12 @@ frm_buffer::frm_buffer(std::string nombre, std::string texto, int alto,
 }
 
 void frm_buffer::llenar_lista() {
-  lst_buf_salida.List = fuente_();
+  poner(fuente_());
+}
+
+void frm_buffer::poner(std::shared_ptr<const volcado> nuevas) {
+  busca.mirar(nuevas);
+  lst_buf_salida.List = std::move(nuevas);
 }
 
 frm_buffer_comp::frm_buffer_comp(plataforma& plat, const Variables_grab& v)
@@ -54,13 +63,14 @@ frm_buffer_comp::frm_buffer_comp(plataforma& plat, const Variables_grab& v)
       Label3(ventana.cambios, "Label3", "Dirección", {360, 240, 1095, 255}),
       Label2(ventana.cambios, "Label2", "In   Out", {1440, 240, 2655, 255}),
       lst_compara(ventana.cambios, "lst_compara", {360, 480, 3735, 5520}, consola),
+      lbl_cuenta(ventana.cambios, "lbl_cuenta", "", {360, 6045, 3735, 285}),
       plat_(plat),
       v_(v) {
   vestir(Label3, cian);
   vestir(Label2, naranja);
   lst_compara.Visible = false;
   ventana.BackColor = 0xE0E0E0;
-  ventana.Controls = {&Label3, &Label2, &lst_compara};
+  ventana.Controls = {&Label3, &Label2, &lst_compara, &lbl_cuenta};
   ventana.Load = [this] {
     comparar_buffers();
     lst_compara.Visible = true;
@@ -69,7 +79,9 @@ frm_buffer_comp::frm_buffer_comp(plataforma& plat, const Variables_grab& v)
 }
 
 void frm_buffer_comp::comparar_buffers() {
-  lst_compara.List = filas_de_comparacion(v_, v_.dir_max);
+  auto diferencias = filas_de_comparacion(v_, v_.dir_max);
+  lbl_cuenta.Caption = cuenta_de(diferencias->cuantas());
+  lst_compara.List = std::move(diferencias);
   plat_.MsgBox({"Atención", "Ha finalizado la comparación de los buffer de entrada y salida", botones::Aceptar,
                 icono::informacion});
 }

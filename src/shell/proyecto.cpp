@@ -1,6 +1,7 @@
 #include "shell/proyecto.h"
 
 #include <filesystem>
+#include <functional>
 
 #include "image/cargar_bin.h"
 #include "image/cargar_s19.h"
@@ -36,6 +37,26 @@ respuesta_caja desea_el_mismo(frm_principal& f) {
 void olvidar_proyecto(frm_principal& f) {
   f.v.dir_max = 0;
   f.estado.panel(1).Text = "";
+  f.estado.panel(1).ToolTipText = "";
+}
+
+/// `elegir` gives the path of the file, or an empty text, when the user has not kept to the one that is loaded.
+void abrir(frm_principal& f, const std::function<std::string()>& elegir) {
+  if (rechazada_por_orden(f)) return;
+  const orden_en_curso orden(f);
+  const respuesta_caja respuesta = desea_el_mismo(f);
+  if (respuesta == vbYes) {
+    actualizar_historial(f, f.v.ruta_archivo);
+    return cargar_proyecto(f, extension_de(f.v.ruta_archivo));
+  }
+  if (respuesta != vbNo) return;
+
+  const directorio_actual restaurar;
+  f.v.ruta_archivo = elegir();
+  if (sin_blancos(f.v.ruta_archivo).empty()) return olvidar_proyecto(f);
+  actualizar_historial(f, f.v.ruta_archivo);
+  guardar_ajustes(f.link);
+  cargar_proyecto(f, extension_de(f.v.ruta_archivo));
 }
 
 }  // namespace
@@ -53,26 +74,36 @@ std::string extension_de(std::string_view ruta) {
   return mayusculas(sin_blancos(largo < 3 ? ruta : trozo(ruta, largo - 2, 3)));
 }
 
-void abrir_proyecto(frm_principal& f) {
-  if (rechazada_por_orden(f)) return;
-  const orden_en_curso orden(f);
-  const respuesta_caja respuesta = desea_el_mismo(f);
-  if (respuesta == vbYes) {
-    actualizar_historial(f, f.v.ruta_archivo);
-    return cargar_proyecto(f, extension_de(f.v.ruta_archivo));
-  }
-  if (respuesta != vbNo) return;
+bool es_firmware(std::string_view ruta) {
+  const std::string extension = extension_de(ruta);
+  return extension == "BIN" || extension == "S19";
+}
 
-  const directorio_actual restaurar;
-  f.v.ruta_archivo = f.plat.ShowOpen(f.cmd_buscar);
-  if (sin_blancos(f.v.ruta_archivo).empty()) return olvidar_proyecto(f);
-  actualizar_historial(f, f.v.ruta_archivo);
-  guardar_ajustes(f.link);
-  cargar_proyecto(f, extension_de(f.v.ruta_archivo));
+std::string carpeta_de_partida(const frm_principal& f) {
+  std::error_code error;
+  const std::filesystem::path ultima = std::filesystem::path(f.ultimo_archivo).parent_path();
+  if (std::filesystem::is_directory(ultima, error)) return ultima;
+  for (std::size_t i = f.menu.men_dir.size(); i > 0; --i) {
+    const std::filesystem::path una = f.historial.at(i);
+    if (std::filesystem::is_regular_file(una, error)) return una.parent_path();
+  }
+  return {};
+}
+
+void abrir_proyecto(frm_principal& f) {
+  abrir(f, [&f] {
+    f.cmd_buscar.InitDir = carpeta_de_partida(f);
+    return f.plat.ShowOpen(f.cmd_buscar);
+  });
+}
+
+void abrir_soltado(frm_principal& f, const std::string& ruta) {
+  abrir(f, [&ruta] { return ruta; });
 }
 
 void cargar_proyecto(frm_principal& f, std::string_view extension) {
   f.cargando = true;
+  f.ultimo_archivo = f.v.ruta_archivo;
   limpiar_buffer_salida(f.v);
   f.progreso.mapa.nueva_imagen(f.v.buffer_salida);
   mostrar_ruta(f, f.v.ruta_archivo);
@@ -98,6 +129,7 @@ std::string ruta_abreviada(std::string_view ruta, std::size_t inicio, std::size_
 void mostrar_ruta(frm_principal& f, std::string_view ruta) {
   constexpr std::size_t corte = 42, cola = 45, visible = 43;
   f.estado.panel(1).Text = ruta_abreviada(ruta, inicio_de_cola(longitud(ruta), corte, visible), cola);
+  f.estado.panel(1).ToolTipText = std::string(ruta);
 }
 
 }  // namespace morvane

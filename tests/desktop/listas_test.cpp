@@ -11,12 +11,14 @@ namespace {
 using namespace morvane;
 
 /// 73 characters a row, with a mark under the first hexadecimal heading or, in odd rows, under the first character.
-struct marcas final : filas {
+struct marcas final : volcado {
+  marcas() : volcado({}) {}
   std::size_t cuantas() const override { return 262144; }
   std::string texto(std::size_t indice) const override {
     ++pedidas;
     return std::string(indice % 2 == 0 ? 8 : 57, ' ') + "0" + std::string(indice % 2 == 0 ? 64 : 15, '.');
   }
+  std::vector<parte_realzada> realces(std::size_t /*indice*/) const override { return {}; }
   mutable int pedidas = 0;
 };
 

@@ -112,12 +112,14 @@ TEST_F(plataforma_qt_test, the_open_dialog_gives_the_path_in_either_case_of_the_
   QTemporaryDir carpeta;
   QFile fichero(carpeta.filePath("Señal.S19"));
   ASSERT_TRUE(fichero.open(QIODevice::WriteOnly));
-  const CommonDialog dialogo{"cmd_buscar", "S-Record (*.s19)|*.s19|Binario (*.bin)|*.bin"};
+  const CommonDialog dialogo{"cmd_buscar", "S-Record (*.s19)|*.s19|Binario (*.bin)|*.bin",
+                             carpeta.path().toStdString()};
   QTimer::singleShot(0, &app, [&] {
     auto* ventana = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
     ASSERT_NE(ventana, nullptr);
     EXPECT_EQ(ventana->windowTitle(), "Abrir");
     EXPECT_EQ(ventana->nameFilters(), (QStringList{"S-Record (*.s19)", "Binario (*.bin)"}));
+    EXPECT_EQ(ventana->directory(), QDir(carpeta.path()));
     ventana->findChild<QLineEdit*>()->setText(fichero.fileName());
     pulsar(Qt::Key_Return, "\r");
   });

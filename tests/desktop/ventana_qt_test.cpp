@@ -42,6 +42,7 @@ TEST_F(ventana_qt_test, changed_properties_show_after_a_synchronisation) {
   f.rango.fra_rango.Visible = false;
   f.rango.txt_desde.Text = "00FF";
   f.estado.panel(1).Text = "<b>a&b</b>";
+  f.estado.panel(1).ToolTipText = "<b>a&b</b>";
   EXPECT_EQ(hijo<QProgressBar>("Progress").value(), 0);
   v.sincronizar();
   EXPECT_EQ(hijo<QProgressBar>("Progress").value(), 7);
@@ -49,6 +50,7 @@ TEST_F(ventana_qt_test, changed_properties_show_after_a_synchronisation) {
   EXPECT_TRUE(!hijo<QGroupBox>("fra_rango").isVisible() && hijo<QLineEdit>("txt_desde").text() == "00FF");
   const auto& panel = hijo<QLabel>("StatusBar_1");
   EXPECT_TRUE(panel.text() == "<b>a&b</b>" && panel.textFormat() == Qt::PlainText);
+  EXPECT_EQ(QTextDocumentFragment::fromHtml(panel.toolTip()).toPlainText(), "<b>a&b</b>");
 }
 
 TEST_F(ventana_qt_test, only_the_first_ampersand_of_a_menu_caption_marks_a_key) {

@@ -64,8 +64,82 @@ TEST_F(vistas, the_comparison_speaks_before_it_shows) {
                                 botones::Aceptar, icono::informacion}}));
   EXPECT_EQ(filas_de(f.buffer_comp.lst_compara), "   1F3     A   FF\n");
   EXPECT_TRUE(!visible && f.buffer_comp.ventana.Visible);
+  EXPECT_EQ(f.buffer_comp.lbl_cuenta.Caption.valor(), "1 diferencia");
   f.buffer_out.men_comparar.Click();
   EXPECT_EQ(plat.cajas.size(), 1u) << "an open view only comes to the front";
+}
+
+TEST_F(vistas, the_comparison_counts_its_rows) {
+  const std::pair<std::int32_t, const char*> casos[] = {{-1, "0 diferencias"}, {0x0F, "16 diferencias"}};
+  for (const auto& [tope, cuenta] : casos) {
+    v.dir_max = tope;
+    f.men_comparar.Click();
+    EXPECT_EQ(f.buffer_comp.lbl_cuenta.Caption.valor(), cuenta);
+    f.buffer_comp.ventana.Unload();
+  }
+}
+
+TEST_F(vistas, a_dump_leads_to_addresses_within_it) {
+  buscador& b = f.buffer_out.busca;
+  EXPECT_FALSE(b.ir("0"));
+  EXPECT_EQ(b.mensaje(), "El buffer está vacío");
+  v.dir_max = 0x2A;
+  f.menu.men_ver_B_S.Click();
+  const struct {
+    const char* escrito;
+    std::optional<trecho> hallado;
+    const char* mensaje;
+  } casos[] = {
+      {"1f", trecho{0x1F, 1}, ""}, {"0x00001F", trecho{0x1F, 1}, ""}, {"20", {}, "La última dirección es 00001F"},
+      {"0", trecho{0, 1}, ""},     {"", {}, "Escriba una dirección"}, {"0x", {}, "Escriba una dirección"}};
+  for (const auto& c : casos) {
+    EXPECT_EQ(b.ir(c.escrito), c.hallado.has_value());
+    EXPECT_EQ(b.hallado(), c.hallado) << c.escrito;
+    EXPECT_EQ(b.mensaje(), c.mensaje);
+  }
+  b.ir("0");
+  f.buffer_out.ventana.Unload();
+  EXPECT_FALSE(b.hallado()) << "a view that is closed forgets what was found in it";
+}
+
+TEST_F(vistas, a_search_goes_from_place_to_place_and_begins_anew_at_another_row) {
+  for (const std::size_t lugar : {0x08, 0x0C, 0x28}) {
+    v.buffer_salida[lugar] = 'S';
+    v.buffer_salida[lugar + 1] = 'i';
+  }
+  v.dir_max = 0x3F;
+  f.menu.men_ver_B_S.Click();
+  v.buffer_salida[0x10] = 'S';
+  const auto adelante = sentido::adelante, atras = sentido::atras;
+  const auto bytes = clase_busqueda::bytes, texto = clase_busqueda::texto;
+  const struct {
+    const char* que;
+    clase_busqueda como;
+    sentido hacia;
+    std::size_t fila, dir;
+    const char* mensaje;
+  } casos[] = {{"53 69", bytes, adelante, 0, 0x08, "En 000008"},
+               {"53 69", bytes, adelante, 0, 0x0C, "En 00000C"},
+               {"53 69", bytes, adelante, 0, 0x28, "En 000028"},
+               {"53 69", bytes, adelante, 2, 0x08, "En 000008, vuelta al principio"},
+               {"53 69", bytes, atras, 0, 0x28, "En 000028, vuelta al final"},
+               {"53 69", bytes, atras, 2, 0x0C, "En 00000C"},
+               {"53 69", bytes, adelante, 1, 0x28, "En 000028"},
+               {"sI", texto, adelante, 2, 0x28, "En 000028"},
+               {"sI", texto, adelante, 3, 0x08, "En 000008, vuelta al principio"},
+               {"53", bytes, adelante, 1, 0x28, "En 000028"},
+               {"53 6", bytes, adelante, 0, 0, "Dos cifras de 0 a F por byte"},
+               {"no", texto, atras, 0, 0, "No se ha encontrado"},
+               {"", texto, adelante, 0, 0, "Escriba qué buscar"},
+               {" ", bytes, adelante, 0, 0, "Escriba qué buscar"}};
+  buscador& b = f.buffer_out.busca;
+  for (const auto& c : casos) {
+    const bool bien = std::string_view(c.mensaje).starts_with("En ");
+    EXPECT_EQ(b.buscar(c.que, c.como, c.hacia, c.fila), bien);
+    EXPECT_EQ(b.mensaje(), c.mensaje);
+    const std::size_t cuantos = std::string_view(c.que) == "53" ? 1 : 2;
+    EXPECT_EQ(b.hallado(), bien ? std::optional(trecho{c.dir, cuantos}) : std::nullopt) << c.mensaje;
+  }
 }
 
 TEST_F(vistas, about_names_program_and_version) {

@@ -29,6 +29,9 @@ class otras_ventanas {
   /// Takes all of them off the screen.
   void ocultar();
 
+  /// Called with each window that was made, before it is shown for the first time.
+  std::function<void(const Form& forma, ventana_qt& ventana)> al_hacer;
+
  private:
   struct una {
     Form* forma;

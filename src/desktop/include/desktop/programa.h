@@ -14,6 +14,7 @@
 namespace morvane {
 
 class seguimiento;
+class recepcion_qt;
 
 /// Names the application, gives it its icon and Qt's own texts in Spanish, and leaves its end to `programa`. To be
 /// called once, right after the QApplication was made.
@@ -44,6 +45,7 @@ class programa {
   bool ocupado() const { return empezando_ || ventana_->ocupada() || otras_.ocupadas(); }
   void sincronizar();
   void abrir_volcado(std::int32_t dir);
+  void completar_vista(const Form& forma, ventana_qt& ventana);
   void avisar_fallo(const std::string& motivo);
   bool puede_cerrarse();
   void despues_de_orden();
@@ -56,6 +58,7 @@ class programa {
   std::unique_ptr<frm_principal> principal_;
   std::unique_ptr<ventana_qt> ventana_;
   std::unique_ptr<seguimiento> seguimiento_;
+  std::unique_ptr<recepcion_qt> recepcion_;
   otras_ventanas otras_;
   QTimer fin_;
   bool empezando_ = false;

@@ -35,6 +35,9 @@ class ventana_qt final : public QMainWindow {
   /// True while a handler of this window is running, also when it is suspended under a nested one.
   bool ocupada() const { return manejando_ > 0; }
 
+  /// The context menu of the window's surface; it may be empty.
+  QMenu& contextual() { return *contextual_; }
+
   /// Called when a handler begins.
   std::function<void()> al_empezar;
   /// Asked before the window closes; the window stays when it gives False.
@@ -61,7 +64,6 @@ class ventana_qt final : public QMainWindow {
   int manejando_ = 0;
   unsigned long vistos_ = 0;
   std::vector<std::function<void()>> actualizaciones_;
-  /// Null where the window has none.
   QMenu* contextual_ = nullptr;
   /// What `Resize` was told last.
   QSize tamano_;

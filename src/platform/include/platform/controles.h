@@ -68,6 +68,16 @@ struct Line : control {
   const color BorderColor;
 };
 
+/// How part of a row stands out from the rest: stepping back, as a difference, as what was looked for.
+enum class realce { tenue, distinto, hallado };
+
+/// `cuantos` characters of a row from position `desde`, counted from 0.
+struct parte_realzada {
+  std::size_t desde, cuantos;
+  realce como;
+  bool operator==(const parte_realzada&) const = default;
+};
+
 /// The rows of a list, each made when it is asked for. They never change: other contents are other rows.
 class filas {
  public:
@@ -75,6 +85,8 @@ class filas {
   virtual std::size_t cuantas() const = 0;
   /// The text of row `indice`, below `cuantas()`.
   virtual std::string texto(std::size_t indice) const = 0;
+  /// What of that text stands out, from left to right.
+  virtual std::vector<parte_realzada> realces(std::size_t /*indice*/) const { return {}; }
 };
 
 struct ListBox : control {
@@ -148,6 +160,7 @@ struct Panel {
   const int Width;
   /// A panel of the style `hora` shows the time of day by itself, whatever stands here.
   propiedad<std::string> Text;
+  propiedad<std::string> ToolTipText;
   /// Shown at the panel's place, or null.
   ProgressBar* encima = nullptr;
 };
@@ -230,6 +243,8 @@ struct Form {
 struct CommonDialog {
   std::string Name;
   std::string Filter;
+  /// The folder that it begins in, as a path of the host, or empty to leave that to the desktop.
+  std::string InitDir{};
 };
 
 }  // namespace morvane

@@ -76,6 +76,8 @@ struct frm_principal {
   std::array<std::string, 13> historial;
   /// MENU.TXT as this program has read or written it last.
   std::string historial_leido;
+  /// The last file that was opened, in whatever way; empty before the first one.
+  std::string ultimo_archivo;
 
   /// The port to whose chip the map belongs.
   std::string puerto_del_mapa;

@@ -7,8 +7,19 @@
 
 namespace morvane {
 
-/// Lets the user choose a firmware file and loads it. Refused with a box while a command or a load runs.
+/// Lets the user choose a firmware file, beginning in the folder of the last one, and loads it. Refused with a box while a command or a load runs.
 void abrir_proyecto(frm_principal& f);
+
+/// The same where the user has chosen `ruta`, in the host's form, already and needs no dialog: all else, the question
+/// whether to load the same file again included, is as there.
+void abrir_soltado(frm_principal& f, const std::string& ruta);
+
+/// True for a path with the extension of a kind of file that can be loaded.
+bool es_firmware(std::string_view ruta);
+
+/// The folder, in the host's form, of the last file that was opened, or else of the newest one of the history that is
+/// still there. Empty if there is none.
+std::string carpeta_de_partida(const frm_principal& f);
 
 /// Wipes the image, shows the path and loads `ruta_archivo` with the loader of its extension, which comes in upper
 /// case. With an unknown extension nothing more happens.

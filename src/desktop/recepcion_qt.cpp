@@ -1,0 +1,68 @@
+#include "desktop/recepcion_qt.h"
+
+#include <QApplication>
+#include <QDropEvent>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QTimer>
+#include <QUrl>
+#include <filesystem>
+
+#include "shell/proyecto.h"
+
+namespace morvane {
+namespace {
+
+/// What is offered only to be moved here is not taken: the program that it comes from would delete it.
+bool sin_mover(QDropEvent& suceso) {
+  for (const Qt::DropAction como : {Qt::CopyAction, Qt::LinkAction}) {
+    if (!suceso.possibleActions().testFlag(como)) continue;
+    suceso.setDropAction(como);
+    return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+std::string firmware_ofrecido(const QMimeData& oferta) {
+  const QList<QUrl> lugares = oferta.urls();
+  if (lugares.size() != 1 || !lugares.first().isLocalFile()) return {};
+  const QString maquina = lugares.first().host();
+  if (!maquina.isEmpty() && maquina != QLatin1String("localhost")) return {};
+  // Not toLocalFile, which changes names that are no UTF-8.
+  const QByteArray codificada = lugares.first().path(QUrl::FullyEncoded).toLatin1();
+  std::string ruta = QByteArray::fromPercentEncoding(codificada).toStdString();
+  std::error_code error;
+  return es_firmware(ruta) && std::filesystem::is_regular_file(ruta, error) ? ruta : std::string();
+}
+
+recepcion_qt::recepcion_qt(ventana_qt& ventana, std::function<void(const std::string& ruta)> al_recibir)
+    : ventana_(ventana), al_recibir_(std::move(al_recibir)) {
+  ventana.setAcceptDrops(true);
+  // They would take the path for a text.
+  const auto campos = ventana.findChildren<QLineEdit*>();
+  for (QLineEdit* campo : campos) campo->setAcceptDrops(false);
+  ventana.installEventFilter(this);
+}
+
+bool recepcion_qt::eventFilter(QObject* quien, QEvent* suceso) {
+  const QEvent::Type tipo = suceso->type();
+  if (tipo != QEvent::DragEnter && tipo != QEvent::DragMove && tipo != QEvent::Drop) {
+    return QObject::eventFilter(quien, suceso);
+  }
+  auto& oferta = static_cast<QDropEvent&>(*suceso);
+  const std::string ruta = firmware_ofrecido(*oferta.mimeData());
+  const bool libre = QApplication::activeModalWidget() == nullptr;
+  oferta.setAccepted(libre && !ruta.empty() && sin_mover(oferta));
+  if (tipo == QEvent::Drop && oferta.isAccepted()) QTimer::singleShot(0, this, [this, ruta] { recibir(ruta); });
+  return true;
+}
+
+void recepcion_qt::recibir(const std::string& ruta) {
+  if (!ventana_.isVisible()) return;
+  ventana_.activateWindow();
+  ventana_.atender([this, &ruta] { al_recibir_(ruta); });
+}
+
+}  // namespace morvane

@@ -1,0 +1,72 @@
+#include "shell/buscador.h"
+
+#include "platform/texto.h"
+
+namespace morvane {
+
+namespace {
+
+std::string direccion(std::size_t dir) {
+  return hex(static_cast<std::uint32_t>(dir), 6);
+}
+
+std::optional<patron> patron_de(std::string_view que, clase_busqueda como) {
+  if (como == clase_busqueda::texto) return patron_de_texto(que);
+  return patron_de_bytes(que);
+}
+
+std::string lo_hallado(const hallazgo& h, sentido hacia) {
+  const std::string donde = "En " + direccion(h.dir);
+  if (!h.vuelta) return donde;
+  return donde + (hacia == sentido::adelante ? ", vuelta al principio" : ", vuelta al final");
+}
+
+}  // namespace
+
+void buscador::mirar(std::shared_ptr<const volcado> donde) {
+  donde_ = std::move(donde);
+  hallado_.reset();
+  ultimo_.reset();
+  mensaje_.clear();
+}
+
+bool buscador::fallar(std::string motivo) {
+  hallado_.reset();
+  ultimo_.reset();
+  mensaje_ = std::move(motivo);
+  return false;
+}
+
+bool buscador::ir(std::string_view texto) {
+  if (!donde_ || donde_->bytes().empty()) return fallar("El buffer está vacío");
+  if (texto.starts_with("0x") || texto.starts_with("0X")) texto.remove_prefix(2);
+  if (texto.empty()) return fallar("Escriba una dirección");
+  const std::size_t dir = valor_hex(texto);
+  const std::size_t ultima = donde_->bytes().size() - 1;
+  if (dir > ultima) return fallar("La última dirección es " + direccion(ultima));
+  hallado_ = trecho{dir, 1};
+  ultimo_.reset();
+  mensaje_.clear();
+  return true;
+}
+
+bool buscador::buscar(std::string_view que, clase_busqueda como, sentido hacia, std::size_t fila) {
+  const auto bytes = patron_de(que, como);
+  if (!bytes) return fallar("Dos cifras de 0 a F por byte");
+  if (bytes->bytes.empty()) return fallar("Escriba qué buscar");
+  if (!donde_) return fallar("El buffer está vacío");
+  pedido este{std::string(que), como};
+  const auto donde = morvane::buscar(donde_->bytes(), *bytes, partida(hacia, fila, ultimo_ == este), hacia);
+  if (!donde) return fallar("No se ha encontrado");
+  hallado_ = trecho{donde->dir, bytes->bytes.size()};
+  ultimo_ = std::move(este);
+  mensaje_ = lo_hallado(*donde, hacia);
+  return true;
+}
+
+std::size_t buscador::partida(sentido hacia, std::size_t fila, bool continua) const {
+  if (!continua || !hallado_ || hallado_->dir / bytes_por_fila != fila) return fila * bytes_por_fila;
+  return hallado_->dir + (hacia == sentido::adelante ? 1 : 0);
+}
+
+}  // namespace morvane
