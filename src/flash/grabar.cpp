@@ -14,8 +14,6 @@ namespace morvane {
 namespace {
 
 constexpr std::int32_t bytes_por_grupo = 4;
-/// Characters that come for a group: two replies without data.
-constexpr std::uint64_t respuestas_de_grupo = 10;
 constexpr const char* carpeta_diario = "C:\\Datos\\TORVAX-m68k\\";
 constexpr const char* nombre_diario = "memoria.txt";
 
@@ -47,17 +45,12 @@ class bucle_de_grabado {
     const labor_en_curso labor(a_, e_.plat, marcha::labor::grabar, v_.dir_max + 1 - dir);
     a_.mapa.empezar_escritura(dir);
     poner_direccion(dir);
-    const std::uint64_t antes = e_.control_serie.recibidos();
-    std::uint64_t esperados = 0;
     while (dir <= v_.dir_max && !a_.cancelar && puede_seguir(e_)) {
       a_.mapa.escribir(dir);
       grupo(dir, diario);
       dir += bytes_por_grupo;
-      esperados += respuestas_de_grupo;
       a_.ritmo.hechos += bytes_por_grupo;
     }
-    // Noise was taken for replies, so the true ones are still on their way.
-    if (e_.control_serie.recibidos() - antes != esperados) e_.linea_inquieta = true;
     a_.mapa.fin_de_escritura(dir, e_.corte.interrumpida);
   }
 

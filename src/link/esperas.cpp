@@ -49,22 +49,23 @@ void pasada(enlace& e) {
 }
 
 /// Takes all that still comes until `esperadas` replies have come since the wait began, or the line has been quiet for
-/// `calma`.
+/// `calma`. A line that does not come to rest breaks the operation off.
 void recoger(enlace& e, int esperadas, milisegundos calma) {
   reloj quietud(e.plat, calma);
   reloj limite(e.plat, charla);
   quietud.arrancar();
   limite.arrancar();
-  for (std::uint64_t vistos = e.control_serie.recibidos(); !quietud.vencido() && !limite.vencido();) {
-    if (e.respuestas_espera >= esperadas || e.corte.interrumpida || e.peticiones_cierre > 0) return;
+  for (std::uint64_t vistos = e.control_serie.recibidos(); !quietud.vencido();) {
+    if (e.respuestas_espera >= esperadas || !puede_seguir(e)) return;
+    if (limite.vencido()) return interrumpir(e);
     pasada(e);
     if (vistos != e.control_serie.recibidos()) quietud.arrancar();
     vistos = e.control_serie.recibidos();
   }
 }
 
-/// After a repeated "A", and in the first bracket after one that was given up, more replies may be under way than the
-/// one that has come. Takes them too, so that none is read as the reply to a later command.
+/// After a repeated "A", and in the first bracket on a line that was left restless, more replies may be under way than
+/// the one that has come. Takes them too, so that none is read as the reply to a later command.
 void asentar_linea(enlace& e) {
   const bool nuevo_comienzo = e.linea_inquieta && e.ultimo_comando == 'A';
   if (nuevo_comienzo) recoger(e, std::numeric_limits<int>::max(), reposo);
@@ -73,7 +74,7 @@ void asentar_linea(enlace& e) {
     const auto tardanza = std::chrono::ceil<milisegundos>(e.plat.ahora() - e.inicio_espera);
     recoger(e, e.repetidas + 1, std::clamp(tardanza, silencio_normal, charla));
   }
-  if (nuevo_comienzo) e.linea_inquieta = false;
+  if (nuevo_comienzo && puede_seguir(e)) e.linea_inquieta = false;
 }
 
 void reabrir_chip(enlace& e) {

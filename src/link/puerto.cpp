@@ -39,7 +39,7 @@ bool abrir_puerto(enlace& e) {
 
 void cerrar_puerto(enlace& e) {
   e.spera_resp.Enabled(false);
-  if (e.corte.interrumpida || e.corte.sin_respuesta || e.tiempo_agotado) e.linea_inquieta = true;
+  if (e.corte.sin_respuesta || e.tiempo_agotado) e.linea_inquieta = true;
   if (e.control_serie.PortOpen()) e.control_serie.PortOpen(false);
 }
 

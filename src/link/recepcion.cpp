@@ -104,18 +104,12 @@ void recibir_caracter(enlace& e) {
   }
 }
 
-}  // namespace
-
-void serial_OnComm(enlace& e) {
-  if (e.control_serie.CommEvent() != MSComm::comEvReceive) return;
-  poner(e.entrada_serie, e.control_serie.Input());
-  if (e.corte.interrumpida) return;
-  e.datos_listos = true;
+/// A reply of a fixed length that is none is noise, and the true one is still to come.
+void recibir_fija(enlace& e, int largo) {
   const std::string_view entrada = e.entrada_serie;
-  switch (e.control_serie.RThreshold()) {
-    case 1:
-      recibir_caracter(e);
-      break;
+  const bool trama = static_cast<int>(entrada.size()) == largo && entrada.front() == STX && entrada.back() == ETX;
+  if (!trama) e.linea_inquieta = true;
+  switch (largo) {
     case 5:
       e.respuesta = entrada.substr(1, 3);
       break;
@@ -129,6 +123,18 @@ void serial_OnComm(enlace& e) {
     default:
       break;
   }
+}
+
+}  // namespace
+
+void serial_OnComm(enlace& e) {
+  if (e.control_serie.CommEvent() != MSComm::comEvReceive) return;
+  poner(e.entrada_serie, e.control_serie.Input());
+  if (e.corte.interrumpida) return;
+  e.datos_listos = true;
+  const int largo = e.control_serie.RThreshold();
+  if (largo == 1) return recibir_caracter(e);
+  recibir_fija(e, largo);
 }
 
 bool mostrar_error_chip(enlace& e, char codigo) {

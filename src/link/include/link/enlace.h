@@ -85,8 +85,8 @@ struct enlace {
   int repetidas = 0, respuestas_espera = 0;
   /// When the running wait began.
   instante inicio_espera{0};
-  /// An operation was given up, so replies to it may still come. Up until an "A" has been answered and the line has
-  /// come to rest after it.
+  /// Replies to what was sent before may still come: it was given up, or noise was taken for replies to it. Up until an
+  /// "A" has been answered and the line has come to rest after it.
   bool linea_inquieta = false;
   /// Characters that had been received when the last command went out.
   std::uint64_t recibidos_al_enviar = 0;
@@ -103,9 +103,10 @@ inline bool puede_seguir(const enlace& e) {
   return !e.corte.interrumpida && e.peticiones_cierre == 0;
 }
 
-/// Breaks the running operation off.
+/// Breaks the running operation off. Replies to it may still be under way.
 inline void interrumpir(enlace& e) {
   e.corte.interrumpida = true;
+  e.linea_inquieta = true;
 }
 
 /// Ends the program at once; unsent output is dropped first.
