@@ -136,6 +136,7 @@ bool iguales(const Variables_grab& v, std::string_view respuesta, std::int32_t b
 
 bool difieren(enlace& e, avance& a) {
   preguntar(e, {"Error en verificación", "Los datos no coinciden"});
+  if (!e.respuesta_lista) e.adelantadas = 1;
   a.Progress.Value = 0;
   return false;
 }

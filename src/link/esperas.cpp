@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <atomic>
 #include <limits>
+#include <utility>
 
 #include "link/tramas.h"
 
@@ -64,15 +65,17 @@ void recoger(enlace& e, int esperadas, milisegundos calma) {
   }
 }
 
-/// After a repeated "A", and in the first bracket on a line that was left restless, more replies may be under way than
-/// the one that has come. Takes them too, so that none is read as the reply to a later command.
+/// After a repeated "A", after a command that did not wait for the reply to the one before, and in the first bracket on a
+/// line that was left restless, more replies may be under way than the one that has come. Takes them too, so that none
+/// is read as the reply to a later command.
 void asentar_linea(enlace& e) {
   const bool nuevo_comienzo = e.linea_inquieta && e.ultimo_comando == 'A';
   if (nuevo_comienzo) recoger(e, std::numeric_limits<int>::max(), reposo);
-  if (e.repetidas > 0) {
+  const int otras = e.repetidas + std::exchange(e.adelantadas, 0);
+  if (otras > 0) {
     // A board that took so long for the first answer takes no longer for the others.
     const auto tardanza = std::chrono::ceil<milisegundos>(e.plat.ahora() - e.inicio_espera);
-    recoger(e, e.repetidas + 1, std::clamp(tardanza, silencio_normal, charla));
+    recoger(e, otras + 1, std::clamp(tardanza, silencio_normal, charla));
   }
   if (nuevo_comienzo && puede_seguir(e)) e.linea_inquieta = false;
 }
@@ -159,7 +162,7 @@ void esperar(enlace& e, bandera b, Pausa pausa) {
     v.pasar();
     if (e.tiempo_agotado) break;
   }
-  if (!v.fin()) e.corte.sin_respuesta = true;
+  if (!v.fin()) e.corte.sin_respuesta = e.linea_inquieta = true;
   // What a RESET has armed has been answered.
   if (v.fin() && e.vigiladas == 0) e.spera_resp.Enabled(false);
   if (v.fin()) asentar_linea(e);
@@ -189,6 +192,7 @@ void esperar_con_vigilancia(enlace& e) {
   while (!v.fin() && !e.tiempo_agotado);
   --e.vigiladas;
   e.spera_resp.Enabled(false);
+  if (!v.fin()) e.linea_inquieta = true;
   if (v.fin()) asentar_linea(e);
 }
 

@@ -34,12 +34,12 @@ bool abrir_puerto(enlace& e) {
   }
   if (!serial.PortOpen(true)) return negar(e, "Atención", "El puerto ya ha sido utilizado por otra aplicación");
   e.corte = {};
+  e.adelantadas = 0;
   return true;
 }
 
 void cerrar_puerto(enlace& e) {
   e.spera_resp.Enabled(false);
-  if (e.corte.sin_respuesta || e.tiempo_agotado) e.linea_inquieta = true;
   if (e.control_serie.PortOpen()) e.control_serie.PortOpen(false);
 }
 

@@ -83,6 +83,8 @@ struct enlace {
   int vigiladas = 0;
   /// Times that the running wait has sent "A" again, and good frames that have come since it began.
   int repetidas = 0, respuestas_espera = 0;
+  /// Commands whose replies the next wait takes before its own one, because nothing has waited for them.
+  int adelantadas = 0;
   /// When the running wait began.
   instante inicio_espera{0};
   /// Replies to what was sent before may still come: it was given up, or noise was taken for replies to it. Up until an
