@@ -12,7 +12,7 @@ struct linea_inquieta : banco_enlace<guion> {
   std::string segunda_respuesta() {
     enviar_comando(e, "A");
     esperar_con_vigilancia(e);
-    lejos.contestar(marco("055"));
+    lejos.contestar(marco("055"), 800ms);
     enviar_comando(e, "c");
     esperar_respuesta(e);
     return e.respuesta;
