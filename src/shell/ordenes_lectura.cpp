@@ -83,13 +83,15 @@ void btn_leer_Click(frm_principal& f) {
   if (vacia(f.rango.txt_desde) || vacia(f.rango.txt_hasta) || rechazada_por_carga(f)) return;
   const std::int64_t desde = corregir_desde(f.rango.txt_desde);
   const std::int64_t hasta = corregir_hasta(f.rango.txt_hasta);
+  // The box may change while the chip is opened.
+  const std::int64_t fin = valor_de(f.rango.txt_hasta);
   const orden_en_curso orden(f);
   enlace& e = f.link;
   f.progreso.cancelar = false;
   if (!abrir_puerto(e)) return;
   abrir_chip(e);
   if (!e.tiempo_agotado && puede_seguir(e)) {
-    f.v.dir_fin_lectura = static_cast<std::int32_t>(valor_de(f.rango.txt_hasta));
+    f.v.dir_fin_lectura = static_cast<std::int32_t>(fin);
     leer_flash(e, f.v, f.progreso, static_cast<std::int32_t>(desde), static_cast<std::int32_t>(hasta));
     f.rango.fra_rango.Visible = e.corte.interrumpida;
   }
