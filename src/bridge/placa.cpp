@@ -43,6 +43,10 @@ std::optional<instante> placa::proximo() const {
   return std::min(hacia_placa_.front().llega, hacia_pc_.front().llega);
 }
 
+std::optional<instante> placa::ultimo() const {
+  return hacia_pc_.empty() ? std::nullopt : std::optional(hacia_pc_.back().llega);
+}
+
 std::string placa::sale(instante ahora, std::size_t cuantos) {
   avanzar(ahora);
   std::string datos;

@@ -53,7 +53,7 @@ void pasada(enlace& e) {
 /// `calma`. A line that does not come to rest breaks the operation off.
 void recoger(enlace& e, int esperadas, milisegundos calma) {
   reloj quietud(e.plat, calma);
-  reloj limite(e.plat, charla);
+  reloj limite(e.plat, charla + calma);
   quietud.arrancar();
   limite.arrancar();
   for (std::uint64_t vistos = e.control_serie.recibidos(); !quietud.vencido();) {
@@ -65,14 +65,17 @@ void recoger(enlace& e, int esperadas, milisegundos calma) {
   }
 }
 
-/// After a repeated "A", after a command that did not wait for the reply to the one before, and in the first bracket on a
-/// line that was left restless, more replies may be under way than the one that has come. Takes them too, so that none
-/// is read as the reply to a later command.
+/// After a repeated "A", after a command that did not wait for the reply to the one before, and in the first bracket on
+/// a line that was left restless, more replies may be under way than the one that has come. Takes them too, so that
+/// none is read as the reply to a later command.
 void asentar_linea(enlace& e) {
   const bool nuevo_comienzo = e.linea_inquieta && e.ultimo_comando == 'A';
-  if (nuevo_comienzo) recoger(e, std::numeric_limits<int>::max(), reposo);
   const int otras = e.repetidas + std::exchange(e.adelantadas, 0);
-  if (otras > 0) {
+  if (!nuevo_comienzo && otras == 0) return;
+  if (nuevo_comienzo) {
+    // Older ones may come too, so that counting does not tell which is which.
+    recoger(e, std::numeric_limits<int>::max(), otras == 0 ? reposo : charla);
+  } else {
     // A board that took so long for the first answer takes no longer for the others.
     const auto tardanza = std::chrono::ceil<milisegundos>(e.plat.ahora() - e.inicio_espera);
     recoger(e, otras + 1, std::clamp(tardanza, silencio_normal, charla));

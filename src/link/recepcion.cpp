@@ -72,6 +72,8 @@ void recibir_trama(enlace& e) {
     interrumpir(e);
     return;
   }
+  // The text of an older reply once more, or run into it: whatever it is, it does not answer this command.
+  if (!e.trama_empezada) interrumpir(e);
   e.respuesta_lista = true;
   ++e.respuestas_espera;
   e.codigo_respuesta = e.respuesta.front();
@@ -97,6 +99,7 @@ void recibir_caracter(enlace& e) {
   const char c = e.entrada_serie.front();
   if (c == STX) {
     e.respuesta.clear();
+    e.trama_empezada = true;
   } else if (c == ETX) {
     recibir_trama(e);
   } else if (e.respuesta.size() < maximo_respuesta) {

@@ -21,6 +21,7 @@ void enviar(enlace& e, std::string_view comando, fichero* diario) {
   e.respuesta_lista = false;
   e.datos_listos = false;
   e.estado_reciente = false;
+  e.trama_empezada = false;
   if (!puede_salir(e, comando)) return;
   e.ultimo_comando = comando.front();
   e.trama.assign(1, STX);

@@ -82,7 +82,7 @@ class linea_mala final : public morvane::extremo {
 
   /// True if something is still to come later than `cuando`.
   bool debe_algo_tras(instante cuando) const {
-    const auto suyo = lejos.proximo();
+    const auto suyo = lejos.placa.ultimo();
     return (suyo && *suyo > cuando) || (!cola_.empty() && cola_.back().cuando > cuando);
   }
 

@@ -99,6 +99,8 @@ gesto mundo::un_gesto() {
 circunstancias mundo::sortear() {
   circunstancias c;
   plat_.pasar(std::chrono::milliseconds(50 + azar_.hasta(3'000)));
+  // The board takes what has come to it before it goes wrong in another way.
+  lejos_.entregar(0, plat_.ahora());
   if (azar_.una_de(3)) {
     // What the operation before has left under way may still come.
     const bool pendiente = lejos_.proximo().has_value();

@@ -57,6 +57,28 @@ TEST_F(linea_inquieta, replies_to_what_was_broken_off_given_up_or_drowned_in_noi
   }
 }
 
+TEST_F(linea_inquieta, strays_are_not_counted_as_the_late_answers_of_a_repeated_opening) {
+  reabrir();
+  interrumpir(e);
+  reabrir();
+  lejos.poner(marco("0") + marco("0"), 1100ms);
+  lejos.contestar(marco("0"), 7s);
+  lejos.contestar(marco("0"), 7s);
+  plat.responder(vbYes);
+  EXPECT_EQ(segunda_respuesta(), "055" + suma_comprobacion("055"));
+}
+
+TEST_F(linea_inquieta, an_etx_alone_repeats_a_text_but_answers_nothing) {
+  reabrir();
+  lejos.contestar(marco("055"));
+  enviar_comando(e, "c");
+  esperar_respuesta(e);
+  lejos.contestar("\x03");
+  enviar_comando(e, "i");
+  esperar_respuesta(e);
+  EXPECT_TRUE(e.respuesta_lista && e.corte.interrumpida);
+}
+
 TEST_F(linea_inquieta, a_line_that_never_comes_to_rest_breaks_the_bracket_off) {
   reabrir();
   interrumpir(e);

@@ -51,6 +51,8 @@ class placa {
   void entra(std::string_view datos, instante ahora);
   /// When the next character arrives at either end, if any is under way.
   std::optional<instante> proximo() const;
+  /// When the last character that is under way to the far end arrives there, if any is.
+  std::optional<instante> ultimo() const;
   /// Takes at most `cuantos` of the characters that have arrived at the far end by `ahora`.
   std::string sale(instante ahora, std::size_t cuantos = SIZE_MAX);
   /// How many characters `entra` takes just now without losing one.

@@ -55,6 +55,8 @@ struct enlace {
   bool respuesta_lista = false;
   /// Something has been received since the last send.
   bool datos_listos = false;
+  /// An STX has come since the last send.
+  bool trama_empezada = false;
   /// The user has abandoned a wait. Cleared by the start of `esperar_con_vigilancia` alone.
   bool tiempo_agotado = false;
 
