@@ -74,6 +74,7 @@ constexpr std::array tabla{
            }},
     opcion{"--flash", "FICHERO", "conserva en él la flash del chip (262144 bytes)", ruta<&opciones::flash>},
     opcion{"--traza", "FICHERO", "anota en él cada trama con su tiempo", ruta<&opciones::traza>},
+    opcion{"--ligada", "", "termina cuando se cierra su entrada estándar", marca<&opciones::ligada>},
     opcion{"--protegida", "", "el chip empieza con la flash protegida", marca<&opciones::protegida>},
     opcion{"--sondeos-borrado", "N", "lecturas de estado que dura un borrado (3)",
            [](opciones& o, std::string_view t) { return numero(o.sondeos_de_borrado, t, 0, 1'000'000); }},

@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QStringList>
+#include <QTextEdit>
 #include <span>
 
 #include "desktop/plataforma_qt.h"
@@ -100,11 +101,12 @@ void nombrar_partes(QMessageBox& caja) {
   for (auto* respuestas : caja.findChildren<QDialogButtonBox*>()) {
     respuestas->setAccessibleName(QStringLiteral("Respuestas"));
   }
+  for (auto* explicacion : caja.findChildren<QTextEdit*>()) explicacion->setAccessibleName(QStringLiteral("Causa"));
 }
 
 }  // namespace
 
-ventana_caja::ventana_caja(const caja& mensaje, QWidget* duena) : QMessageBox(duena) {
+ventana_caja::ventana_caja(const caja& mensaje, const std::string& explicacion, QWidget* duena) : QMessageBox(duena) {
   setWindowTitle(QString::fromStdString(mensaje.titulo.empty() ? titulo_aplicacion : mensaje.titulo));
   setTextFormat(Qt::PlainText);
   setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
@@ -112,8 +114,9 @@ ventana_caja::ventana_caja(const caja& mensaje, QWidget* duena) : QMessageBox(du
   setIcon(dibujo_de(mensaje.dibujo));
   const auto juego = juego_de(mensaje.teclas);
   for (const respuesta_caja una : juego) anadir(una);
-  nombrar_partes(*this);
   if (juego.size() == 1) escape_ = buttons().first();
+  if (!explicacion.empty()) setDetailedText(QString::fromStdString(explicacion));
+  nombrar_partes(*this);
 }
 
 void ventana_caja::anadir(respuesta_caja valor) {
@@ -134,7 +137,8 @@ void ventana_caja::keyPressEvent(QKeyEvent* tecla) {
 }
 
 QString ventana_caja::todo() const {
-  return windowTitle() + QLatin1String("\n\n") + text();
+  const QString explicacion = detailedText().isEmpty() ? QString() : QLatin1String("\n\n") + detailedText();
+  return windowTitle() + QLatin1String("\n\n") + text() + explicacion;
 }
 
 QAbstractButton* ventana_caja::con_inicial(const QString& letra) const {

@@ -11,10 +11,11 @@ namespace morvane {
 
 /// One message box. The initial of a caption presses its button; Escape presses Cancel, or the button of a box that has
 /// only one, and nothing else; closing the window in another way answers nothing. Its text can be marked, and is copied
-/// whole where no part is.
+/// whole where no part is. What explains it further appears when it is asked for by another button.
 class ventana_caja final : public QMessageBox {
  public:
-  ventana_caja(const caja& mensaje, QWidget* duena);
+  /// Without an explanation `explicacion` is empty.
+  ventana_caja(const caja& mensaje, const std::string& explicacion, QWidget* duena);
 
   respuesta_caja respuesta() const { return respuesta_; }
 
@@ -24,7 +25,7 @@ class ventana_caja final : public QMessageBox {
 
  private:
   void anadir(respuesta_caja valor);
-  /// Title and text.
+  /// Title, text and explanation.
   QString todo() const;
   QAbstractButton* con_inicial(const QString& letra) const;
 

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
 
 #include "dialogos.h"
 
@@ -46,12 +47,13 @@ void plataforma_qt::esperar_a(QDialog& dialogo) {
 }
 
 respuesta_caja plataforma_qt::mostrar(const caja& mensaje) {
+  const std::string explicacion = std::exchange(explicacion_, {});
   if (sincronizar) sincronizar();
   if (desatendida_) {
     std::fprintf(stderr, "%s: %s\n", mensaje.titulo.c_str(), mensaje.texto.c_str());
     return vbNinguna;
   }
-  ventana_caja ventana(mensaje, duena);
+  ventana_caja ventana(mensaje, explicacion, duena);
   esperar_a(ventana);
   return ventana.respuesta();
 }

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <exception>
 
+#include "desktop/puertos_qt.h"
 #include "desktop/recepcion_qt.h"
 #include "desktop/seguimiento.h"
 #include "desktop/vistas_qt.h"
@@ -39,13 +40,15 @@ void preparar_aplicacion() {
 }
 
 programa::programa(const std::filesystem::path& directorio)
-    : ficheros_(directorio),
+    : directorio_(directorio),
+      ficheros_(directorio),
       linea_(directorio),
       principal_(std::make_unique<frm_principal>(plat_, ficheros_, linea_, v_)),
       ventana_(std::make_unique<ventana_qt>(principal_->ventana, [this] { despues_de_orden(); })),
       seguimiento_(std::make_unique<seguimiento>(*principal_, plat_, *ventana_)),
       recepcion_(std::make_unique<recepcion_qt>(*ventana_,
                                                 [this](const std::string& ruta) { abrir_soltado(*principal_, ruta); })),
+      placa_(directorio),
       otras_(
           principal_->otras_ventanas(), [this] { despues_de_orden(); },
           [this](const std::string& motivo) { avisar_fallo(motivo); }) {
@@ -53,7 +56,10 @@ programa::programa(const std::filesystem::path& directorio)
   QObject::connect(&fin_, &QTimer::timeout, [] { QCoreApplication::exit(0); });
   otras_.al_hacer = [this](const Form& forma, ventana_qt& ventana) { completar_vista(forma, ventana); };
   plat_.sincronizar = [this] { sincronizar(); };
-  linea_.al_fallar = [](const std::string& motivo) { std::fprintf(stderr, "morvane: %s\n", motivo.c_str()); };
+  linea_.al_fallar = [this](const std::string& motivo) {
+    std::fprintf(stderr, "morvane: %s\n", motivo.c_str());
+    plat_.explicar(motivo);
+  };
   ventana_->al_empezar = [this] { seguimiento_->al_empezar(); };
   seguimiento_->mapa().al_abrir = [this](std::int32_t dir) { abrir_volcado(dir); };
   ventana_->puede_cerrarse = [this] { return puede_cerrarse(); };
@@ -81,6 +87,7 @@ void programa::completar_vista(const Form& forma, ventana_qt& ventana) {
     if (&vista->ventana == &forma) completar(ventana, *vista);
   }
   if (&f.buffer_comp.ventana == &forma) completar(ventana, f.buffer_comp);
+  if (&f.cfg_pto_serial.ventana == &forma) new puertos_qt(ventana, f.cfg_pto_serial, directorio_, placa_, plat_);
 }
 
 void programa::avisar_fallo(const std::string& motivo) {
@@ -89,6 +96,7 @@ void programa::avisar_fallo(const std::string& motivo) {
 
 void programa::empezar() {
   empezando_ = true;
+  placa_.reanudar();
   try {
     Form_Load(*principal_);
   } catch (const std::exception& fallo) {

@@ -13,7 +13,8 @@ struct par {
 
 constexpr std::array contextos{std::string_view("QFileDialog"),    std::string_view("QFileSystemModel"),
                                std::string_view("QLineEdit"),      std::string_view("QWidgetTextControl"),
-                               std::string_view("QPlatformTheme"), std::string_view("QAbstractFileIconProvider")};
+                               std::string_view("QPlatformTheme"), std::string_view("QAbstractFileIconProvider"),
+                               std::string_view("QMessageBox")};
 
 constexpr par pares[] = {
     {"&Open", "&Abrir"},
@@ -50,6 +51,8 @@ constexpr par pares[] = {
     {"%1\nDirectory not found.\nPlease verify the correct directory name was given.",
      "%1\nNo existe esta carpeta.\nCompruebe su nombre."},
     {"OK", "Aceptar"},
+    {"Show Details...", "Mostrar los detalles..."},
+    {"Hide Details...", "Ocultar los detalles..."},
     {"Cancel", "Cancelar"},
     {"&Yes", "Sí"},
     {"&No", "No"},

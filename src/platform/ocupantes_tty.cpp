@@ -70,14 +70,23 @@ std::string describir(const std::string& pid) {
 
 }  // namespace
 
-std::string ocupantes(const fs::path& ruta) {
+std::vector<std::string> programas_con(const fs::path& ruta) {
+  std::vector<std::string> pids = quienes_lo_tienen(ruta), todos;
   const std::string dueno = dueno_del_cerrojo(ruta);
-  if (std::string uno = describir(dueno); !uno.empty()) return uno;
-  std::string todos;
-  for (const std::string& pid : quienes_lo_tienen(ruta)) {
-    const std::string uno = describir(pid);
-    if (!uno.empty()) todos += (todos.empty() ? "" : ", ") + uno;
+  if (!dueno.empty() && dueno != std::to_string(::getpid())) {
+    std::erase(pids, dueno);
+    pids.insert(pids.begin(), dueno);
   }
+  for (const std::string& pid : pids) {
+    if (std::string uno = describir(pid); !uno.empty()) todos.push_back(std::move(uno));
+  }
+  return todos;
+}
+
+std::string ocupantes(const fs::path& ruta) {
+  if (std::string dueno = describir(dueno_del_cerrojo(ruta)); !dueno.empty()) return dueno;
+  std::string todos;
+  for (const std::string& uno : programas_con(ruta)) todos += (todos.empty() ? "" : ", ") + uno;
   return todos;
 }
 

@@ -27,10 +27,6 @@ fs::path dispositivo_propio(int numero) {
   return {};
 }
 
-fs::path enlace_de(const fs::path& directorio, int numero) {
-  return directorio / "puertos" / ("COM" + std::to_string(numero));
-}
-
 bool hay_enlace(const fs::path& enlace) {
   std::error_code error;
   return fs::exists(fs::symlink_status(enlace, error));
@@ -51,6 +47,10 @@ std::string explicar_permiso(const fs::path& ruta) {
 }
 
 }  // namespace
+
+fs::path enlace_de(const fs::path& directorio, int numero) {
+  return directorio / "puertos" / ("COM" + std::to_string(numero));
+}
 
 fs::path destino_puerto(const fs::path& directorio, int numero) {
   if (numero < 0 || numero > 9) return {};

@@ -8,6 +8,9 @@ namespace morvane {
 /// What port `numero` leads to, links resolved; empty if to nothing. `directorio` is the program's directory.
 std::filesystem::path destino_puerto(const std::filesystem::path& directorio, int numero);
 
+/// The link that decides where port `numero` leads, if it is there.
+std::filesystem::path enlace_de(const std::filesystem::path& directorio, int numero);
+
 /// True if `ruta` is a character device. Opens nothing.
 bool es_dispositivo(const std::filesystem::path& ruta);
 

@@ -1,6 +1,7 @@
 #include "sesion.h"
 
 #include <poll.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -75,17 +76,24 @@ instante sesion::proximo_plazo() const {
   return por_guardar ? ultimo_cambio_ + asentada : nunca;
 }
 
+bool sesion::sigue_ligada() {
+  std::array<char, 256> sin_uso;
+  return read(STDIN_FILENO, sin_uso.data(), sin_uso.size()) > 0;
+}
+
 /// Until something comes in or is due. False when the run is to end.
 bool sesion::esperar(terminal& t) {
   // A board that is full leaves what comes in to the terminal, which then holds the program back.
   const auto entrada = static_cast<short>(placa_.hueco() > 0 ? POLLIN : 0);
-  std::array<pollfd, 3> fds{{{senales_, POLLIN, 0}, {t.fd(), entrada, 0}, {t.fd_cierres(), POLLIN, 0}}};
+  const int quien_la_liga = opciones_.ligada ? STDIN_FILENO : -1;
+  std::array<pollfd, 4> fds{
+      {{senales_, POLLIN, 0}, {t.fd(), entrada, 0}, {t.fd_cierres(), POLLIN, 0}, {quien_la_liga, POLLIN, 0}}};
   const instante plazo = proximo_plazo();
   const instante falta = std::max(plazo - ahora() - margen, instante{0});
   const timespec limite{falta.count() / 1'000'000, falta.count() % 1'000'000 * 1000};
   ppoll(fds.data(), fds.size(), plazo == nunca ? nullptr : &limite, nullptr);
   if ((fds[2].revents & POLLIN) != 0) t.atender_cierre();
-  return (fds[0].revents & POLLIN) == 0;
+  return (fds[0].revents & POLLIN) == 0 && (fds[3].revents == 0 || sigue_ligada());
 }
 
 void sesion::atender(terminal& t) {

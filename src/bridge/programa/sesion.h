@@ -27,6 +27,7 @@ class sesion {
   instante ahora() const;
   instante proximo_plazo() const;
   bool esperar(terminal& t);
+  static bool sigue_ligada();
   void mirar_cambios();
 
   const opciones& opciones_;

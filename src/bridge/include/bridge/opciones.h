@@ -19,6 +19,8 @@ struct opciones {
   int sondeos_de_borrado = 3;
   bool falla_borrado = false, falla_config = false, falla_permiso = false, mudo = false;
   faltas fallos;
+  /// The run ends with whoever holds the other end of the standard input.
+  bool ligada = false;
   bool ayuda = false;
 };
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 
 #include "platform/plataforma.h"
 
@@ -27,6 +28,9 @@ class plataforma_qt final : public plataforma {
   /// The window that boxes and dialogs belong to; null before it is shown.
   QWidget* duena = nullptr;
 
+  /// The next box offers `motivo`, one line about the cause of what it says, behind a button.
+  void explicar(std::string motivo) { explicacion_ = std::move(motivo); }
+
   /// Nobody will answer any more: the open box or dialog ends as if its window had been closed, and those that come
   /// later are not shown and end in the same way. What a box had to say then goes to standard error.
   void abandonar_cajas();
@@ -40,6 +44,7 @@ class plataforma_qt final : public plataforma {
 
   anfitrion_posix maquina_;
   bool desatendida_ = false;
+  std::string explicacion_;
 };
 
 }  // namespace morvane

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "desktop/otras_ventanas.h"
+#include "desktop/placa_simulada.h"
 #include "desktop/plataforma_qt.h"
 #include "desktop/ventana_qt.h"
 #include "platform/archivos.h"
@@ -51,6 +52,7 @@ class programa {
   void despues_de_orden();
   void acabar();
 
+  const std::filesystem::path directorio_;
   archivos ficheros_;
   plataforma_qt plat_;
   transporte_tty linea_;
@@ -59,6 +61,7 @@ class programa {
   std::unique_ptr<ventana_qt> ventana_;
   std::unique_ptr<seguimiento> seguimiento_;
   std::unique_ptr<recepcion_qt> recepcion_;
+  placa_simulada placa_;
   otras_ventanas otras_;
   QTimer fin_;
   bool empezando_ = false;

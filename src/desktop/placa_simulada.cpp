@@ -1,0 +1,82 @@
+#include "desktop/placa_simulada.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QSaveFile>
+
+namespace morvane {
+
+namespace {
+
+constexpr int plazo_ms = 2000;
+
+QString qt_de(const std::filesystem::path& ruta) {
+  return QFile::decodeName(ruta.c_str());
+}
+
+}  // namespace
+
+placa_simulada::placa_simulada(std::filesystem::path directorio) : directorio_(std::move(directorio)) {}
+
+placa_simulada::~placa_simulada() {
+  parar();
+}
+
+std::filesystem::path placa_simulada::nota() const {
+  return directorio_ / "puertos" / "simulada.txt";
+}
+
+int placa_simulada::puerto() const {
+  return proceso_.state() == QProcess::Running ? puerto_ : 0;
+}
+
+std::string placa_simulada::poner(int numero) {
+  quitar();
+  std::string fallo = arrancar(numero);
+  if (!fallo.empty()) return fallo;
+  QSaveFile fichero(qt_de(nota()));
+  if (fichero.open(QIODevice::WriteOnly)) {
+    fichero.write("COM" + QByteArray::number(numero) + "\n");
+    fichero.commit();
+  }
+  return {};
+}
+
+std::string placa_simulada::arrancar(int numero) {
+  const std::string puerto = "COM" + std::to_string(numero);
+  const auto dentro = [this](const std::string& nombre) { return qt_de(directorio_ / nombre); };
+  // It ends by itself when its input closes, however this program ends.
+  proceso_.start(QCoreApplication::applicationDirPath() + QStringLiteral("/puente"),
+                 {QStringLiteral("--ligada"), QStringLiteral("--enlace"), dentro("puertos/" + puerto),
+                  QStringLiteral("--flash"), dentro("placa_" + puerto + ".flash")});
+  puerto_ = numero;
+  // It writes a line when it is there.
+  if (proceso_.waitForStarted(plazo_ms) && proceso_.waitForReadyRead(plazo_ms)) return {};
+  const std::string dicho = proceso_.readAllStandardError().trimmed().toStdString();
+  const std::string motivo = dicho.empty() ? proceso_.errorString().toStdString() : dicho;
+  parar();
+  return "La placa simulada no puede ser " + puerto + ": " + motivo;
+}
+
+void placa_simulada::quitar() {
+  parar();
+  QFile::remove(qt_de(nota()));
+}
+
+void placa_simulada::parar() {
+  if (proceso_.state() == QProcess::NotRunning) return;
+  proceso_.closeWriteChannel();
+  if (proceso_.waitForFinished(plazo_ms)) return;
+  proceso_.kill();
+  proceso_.waitForFinished(plazo_ms);
+}
+
+void placa_simulada::reanudar() {
+  QFile fichero(qt_de(nota()));
+  if (!fichero.open(QIODevice::ReadOnly)) return;
+  const QByteArray texto = fichero.read(16).trimmed();
+  const int numero = texto.startsWith("COM") ? texto.mid(3).toInt() : 0;
+  if (numero >= 1 && numero <= 9) arrancar(numero);
+}
+
+}  // namespace morvane

@@ -1,0 +1,119 @@
+#include "desktop/puertos_qt.h"
+
+#include <QAbstractItemView>
+#include <QComboBox>
+#include <QEvent>
+#include <QFile>
+#include <QLineEdit>
+#include <QMenu>
+
+#include "platform/puertos.h"
+#include "taller.h"
+
+namespace morvane {
+
+namespace {
+
+/// "COM1" to "COM9", in either case.
+int numero_de(const QString& texto) {
+  const bool puerto = texto.size() == 4 && texto.startsWith(QLatin1String("COM"), Qt::CaseInsensitive);
+  return puerto ? std::max(0, texto.right(1).toInt()) : 0;
+}
+
+QString rotulo_de(const aparato& uno) {
+  const QString ruta = QFile::decodeName(uno.dispositivo.c_str());
+  return uno.nombre.empty() ? ruta : ruta + QStringLiteral("  —  ") + qt(uno.nombre);
+}
+
+/// Entries show an ampersand where it is written twice.
+QString literal(QString texto) {
+  return texto.replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+}  // namespace
+
+puertos_qt::puertos_qt(ventana_qt& ventana, const frm_cfg_pto_serial& f, std::filesystem::path directorio,
+                       placa_simulada& placa, plataforma& plat)
+    : QObject(&ventana),
+      ventana_(ventana),
+      directorio_(std::move(directorio)),
+      placa_(placa),
+      plat_(plat),
+      lista_(ventana.findChild<QComboBox*>(qt(f.cmb_s_puerto.Name))) {
+  // The menu of the dialog, here as everywhere else on it.
+  lista_->setContextMenuPolicy(Qt::NoContextMenu);
+  lista_->lineEdit()->setContextMenuPolicy(Qt::NoContextMenu);
+  ventana_.installEventFilter(this);
+  lista_->view()->installEventFilter(this);
+  connect(lista_, &QComboBox::currentTextChanged, this, [this] { explicar(); });
+  connect(&ventana_.contextual(), &QMenu::aboutToShow, this, [this] { llenar_menu(); });
+  llenar_menu();
+}
+
+bool puertos_qt::eventFilter(QObject* quien, QEvent* suceso) {
+  if (suceso->type() == QEvent::Show) explicar();
+  return QObject::eventFilter(quien, suceso);
+}
+
+int puertos_qt::elegido() const {
+  return numero_de(lista_->currentText());
+}
+
+void puertos_qt::explicar() {
+  for (int i = 0; i < lista_->count(); ++i) {
+    lista_->setItemData(i, qt(describir_puerto(directorio_, numero_de(lista_->itemText(i)))), Qt::ToolTipRole);
+  }
+  const int numero = elegido();
+  const QString ayuda = numero == 0 ? QString() : qt(describir_puerto(directorio_, numero));
+  lista_->setToolTip(ayuda);
+  lista_->setAccessibleDescription(ayuda);
+}
+
+void puertos_qt::llenar_menu() {
+  QMenu& menu = ventana_.contextual();
+  menu.clear();
+  const int numero = elegido();
+  const QString puerto = QStringLiteral("COM%1").arg(numero);
+  if (numero == 0) {
+    menu.addAction(QStringLiteral("Elija antes un puerto de la lista"))->setEnabled(false);
+    return;
+  }
+  llenar_enlaces(*menu.addMenu(QStringLiteral("&Enlazar %1 con").arg(puerto)), numero);
+  QAction* simulada = menu.addAction(QStringLiteral("&Placa simulada en %1").arg(puerto));
+  simulada->setCheckable(true);
+  simulada->setChecked(placa_.puerto() == numero);
+  connect(simulada, &QAction::triggered, this, [this, numero](bool poner) {
+    hacer([this, numero, poner] {
+      if (poner) return placa_.poner(numero);
+      placa_.quitar();
+      return std::string();
+    });
+  });
+  QAction* quitar = menu.addAction(QStringLiteral("&Quitar el enlace de %1").arg(puerto));
+  quitar->setEnabled(tiene_enlace(directorio_, numero) && placa_.puerto() != numero);
+  connect(quitar, &QAction::triggered, this,
+          [this, numero] { hacer([this, numero] { return quitar_enlace(directorio_, numero); }); });
+}
+
+void puertos_qt::llenar_enlaces(QMenu& menu, int numero) {
+  const std::vector<aparato> todos = aparatos();
+  if (todos.empty()) menu.addAction(QStringLiteral("No hay ningún adaptador conectado"))->setEnabled(false);
+  for (const aparato& uno : todos) {
+    connect(menu.addAction(literal(rotulo_de(uno))), &QAction::triggered, this, [this, numero, uno] {
+      hacer([this, numero, &uno] {
+        if (placa_.puerto() == numero) placa_.quitar();
+        return enlazar_puerto(directorio_, numero, uno.estable);
+      });
+    });
+  }
+}
+
+void puertos_qt::hacer(const std::function<std::string()>& cambio) {
+  ventana_.atender([this, &cambio] {
+    const std::string fallo = cambio();
+    if (!fallo.empty()) plat_.MsgBox({"Atención", fallo, botones::Aceptar, icono::critico});
+  });
+  explicar();
+}
+
+}  // namespace morvane

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace morvane {
+
+/// A serial device of the host.
+struct aparato {
+  std::filesystem::path dispositivo;
+  /// What links to it should name: a path that follows the device when it is plugged in elsewhere, where there is one.
+  std::filesystem::path estable;
+  /// What it calls itself, such as "FT232R USB UART (FTDI)"; empty if it says nothing.
+  std::string nombre;
+};
+
+/// The serial devices that are there now, in the order of their paths, pseudo-terminals left out. `raiz` is the root of
+/// the host's files.
+std::vector<aparato> aparatos(const std::filesystem::path& raiz = "/");
+
+/// Where the port `numero` (0 to 9) of the program in `directorio` leads, what is there, and whether it could be
+/// opened, in one to three short Spanish lines. Opens nothing.
+std::string describir_puerto(const std::filesystem::path& directorio, int numero);
+
+/// True if the port `numero` has a link of its own, to whatever it leads.
+bool tiene_enlace(const std::filesystem::path& directorio, int numero);
+
+/// Makes the port `numero` (1 to 9) lead to `destino`, in place of where its link led before. Gives an empty text, or
+/// one Spanish line that says why that could not be done; then all is as before.
+std::string enlazar_puerto(const std::filesystem::path& directorio, int numero, const std::filesystem::path& destino);
+
+/// Takes the link of the port `numero` away; the same results. Without a link nothing happens.
+std::string quitar_enlace(const std::filesystem::path& directorio, int numero);
+
+}  // namespace morvane
