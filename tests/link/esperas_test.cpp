@@ -96,4 +96,11 @@ TEST_F(esperas, a_late_reply_is_not_taken_for_the_next_one) {
   EXPECT_EQ(e.registro_estado, 0x02);
 }
 
+TEST_F(esperas, the_watchdog_that_a_reset_armed_breaks_off_on_cancel) {
+  lejos.contestar(marco("1RESET"));
+  plat.responder(vbCancel);
+  EXPECT_EQ(enviar_y(esperar_datos), 1ms + 1s);
+  EXPECT_TRUE(e.tiempo_agotado && e.corte.interrumpida);
+}
+
 }  // namespace

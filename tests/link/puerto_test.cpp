@@ -48,4 +48,11 @@ TEST_F(puerto, settings_are_read_as_far_as_they_go_and_only_an_empty_file_is_fil
   }
 }
 
+TEST_F(puerto, settings_that_cannot_be_read_change_nothing) {
+  e.valores.puerto = "COM7";
+  dir.escribir("SETTINGS.TXT", std::string(2 << 20, 'x'));
+  leer_ajustes(e);
+  EXPECT_TRUE(e.valores.puerto == "COM7" && plat.cajas.size() == 1);
+}
+
 }  // namespace
