@@ -52,6 +52,16 @@ TEST_F(esperas, a_long_block_in_its_fixed_mode_may_take_nine_seconds_and_a_short
   EXPECT_TRUE(e.corte.interrumpida);
 }
 
+TEST_F(esperas, in_a_broken_operation_waits_return_at_once_and_nothing_goes_out_but_an_allowed_d) {
+  interrumpir(e);
+  const auto antes = plat.pasadas;
+  for (const espera como : {esperar_respuesta, esperar_con_vigilancia}) enviar_y(como, "D");
+  EXPECT_TRUE(plat.pasadas == antes && lejos.comandos.empty());
+  e.corte.cierre_permitido = true;
+  for (const char* comando : {"a", "D"}) enviar_comando(e, comando);
+  EXPECT_EQ(lejos.comandos, std::vector<std::string>{"D"});
+}
+
 TEST_F(esperas, no_ends_the_program_and_yes_goes_on_with_a_reply_that_has_come_meanwhile) {
   plat.responder(vbNo);
   EXPECT_THROW(enviar_y(esperar_datos), fin_de_programa);
