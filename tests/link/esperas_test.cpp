@@ -42,10 +42,12 @@ TEST_F(esperas, each_kind_of_silence_asks_in_its_time_and_cancel_or_closing_brea
 }
 
 TEST_F(esperas, a_long_block_in_its_fixed_mode_may_take_nine_seconds_and_a_short_frame_speaks) {
+  lejos.poner("viejo", plat.ahora());
+  plat.DoEvents();
   const modo_fijo modo(serial, 47, 47);
   lejos.contestar(std::string(47, 'F'), 9s);
-  enviar_y(esperar_datos, "C000000007FFF");
-  EXPECT_TRUE(e.datos_listos && plat.cajas.empty());
+  EXPECT_EQ(enviar_y(esperar_datos, "C000000007FFF"), 9s);
+  EXPECT_TRUE(e.datos_listos && plat.cajas.empty() && serial.pendientes() == 0) << "what had come before is dropped";
   lejos.contestar(marco("7"));
   enviar_y(esperar_datos, "C000000007FFF");
   EXPECT_EQ(textos(), "Ez Port no está activado");
@@ -81,6 +83,17 @@ TEST_F(esperas, yes_without_a_reply_opens_the_chip_anew_and_breaks_off) {
     EXPECT_EQ(lejos.comandos.back(), "A");
     EXPECT_TRUE(modo_de_siempre() && e.corte.interrumpida);
     EXPECT_EQ(e.corte.cierre_permitido, responde) << "only an answered A makes a D worth sending";
+    reabrir();
+  }
+}
+
+TEST_F(esperas, a_vanished_device_and_a_second_request_to_close_end_a_wait_without_a_question) {
+  for (const bool desaparece : {true, false}) {
+    e.peticiones_cierre = 1;
+    plat.programar(plat.ahora() + 300ms, [&] { desaparece ? lejos.cuelga = true : ++e.peticiones_cierre; });
+    EXPECT_EQ(enviar_y(esperar_datos), 300ms);
+    EXPECT_TRUE(e.corte.interrumpida && e.tiempo_agotado != desaparece);
+    lejos.cuelga = false;
     reabrir();
   }
 }
