@@ -1,9 +1,11 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <vector>
 
 namespace apoyo {
 
@@ -23,6 +25,18 @@ inline std::string archivo_de(const std::uint8_t* datos, std::size_t largo) {
   std::string entero(std::size_t{64} * 1024 - datos[0] % 16 * datos[1] / 16, 'x');
   for (std::size_t i = 250; i + 2 < entero.size(); i += 252) entero.replace(i, 2, datos[1] % 2 == 0 ? "\r\n" : "x\n");
   return entero + resto;
+}
+
+/// The lines of a text; an LF behind a CR belongs to it.
+inline std::vector<std::string> lineas_de(const std::string& texto, char final) {
+  std::vector<std::string> lineas;
+  for (std::size_t i = 0; i < texto.size();) {
+    const std::size_t fin = std::min(texto.find(final, i), texto.size());
+    lineas.push_back(texto.substr(i, fin - i));
+    i = fin + 1;
+    if (final == '\r' && i < texto.size() && texto[i] == '\n') ++i;
+  }
+  return lineas;
 }
 
 }  // namespace apoyo

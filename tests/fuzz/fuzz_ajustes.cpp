@@ -1,34 +1,26 @@
 // A settings file of any content: it is read without harm and left alone, its port opens or is refused, and what is
 // saved is read again as it was.
 
-#include "apoyo/carpeta.h"
-#include "apoyo/guion.h"
-#include "fuzz/exigir.h"
-#include "link/enlace.h"
+#include "fuzz/mesa.h"
 #include "link/puerto.h"
-#include "platform/gemelo.h"
 
 using namespace morvane;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t largo) {
-  static apoyo::carpeta dir;
+  apoyo::mesa m;
   const std::string texto(reinterpret_cast<const char*>(datos), largo);
-  dir.escribir("SETTINGS.TXT", texto);
-  archivos ficheros(dir.ruta());
-  gemelo plat;
-  apoyo::guion lejos;
-  transporte_memoria linea(plat, lejos);
-  MSComm serial(plat, linea);
-  enlace e(plat, ficheros, serial);
-  e.valores.ruta_aplicacion = ficheros.ruta_aplicacion();
+  m.dir.escribir("SETTINGS.TXT", texto);
+  MSComm serial(m.plat, m.linea);
+  enlace e(m.plat, m.ficheros, serial);
+  e.valores.ruta_aplicacion = m.ficheros.ruta_aplicacion();
   leer_ajustes(e);
-  apoyo::exigir(plat.cajas.empty(), "a readable file is read");
-  apoyo::exigir(texto.empty() || dir.leer("SETTINGS.TXT") == texto, "reading leaves the file alone");
+  apoyo::exigir(m.plat.cajas.empty(), "a readable file is read");
+  apoyo::exigir(texto.empty() || m.dir.leer("SETTINGS.TXT") == texto, "reading leaves the file alone");
   if (abrir_puerto(e)) {
-    const parametros_linea& p = linea.linea();
+    const parametros_linea& p = m.linea.linea();
     apoyo::exigir(p.velocidad >= 50 && p.bits_datos >= 5 && p.bits_datos <= 8, "line parameters");
   } else {
-    apoyo::exigir(plat.cajas.size() == 1, "a refused port has its box");
+    apoyo::exigir(m.plat.cajas.size() == 1, "a refused port has its box");
   }
   const ajustes leidos = e.valores;
   const auto textos = [](const ajustes& a) {

@@ -16,12 +16,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t lar
   const std::string texto = apoyo::archivo_de(datos, largo);
   std::string esperada;
   bool buena = true;
-  for (std::size_t i = 0; i < texto.size();) {
-    const std::size_t fin = std::min(texto.find('\r', i), texto.size());
-    buena = buena && fin - i <= 252;
-    esperada += texto.substr(i, fin - i) + "..";
-    i = fin + 1;
-    if (i < texto.size() && texto[i] == '\n') ++i;
+  for (const std::string& linea : apoyo::lineas_de(texto, '\r')) {
+    buena = buena && linea.size() <= 252;
+    esperada += linea + "..";
   }
   buena = buena && esperada.size() <= total_celdas;
 

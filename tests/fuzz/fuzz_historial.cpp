@@ -3,23 +3,16 @@
 
 #include <fuzzer/FuzzedDataProvider.h>
 
-#include <memory>
-
-#include "apoyo/carpeta.h"
-#include "apoyo/guion.h"
-#include "fuzz/exigir.h"
-#include "platform/gemelo.h"
+#include "fuzz/mesa.h"
 #include "shell/historial.h"
 
 using namespace morvane;
 
 namespace {
 
-constexpr std::size_t mayor = 300;
-
 struct programa {
-  programa(gemelo& plat, archivos& ficheros, transporte& linea) : f(plat, ficheros, linea, v) {
-    f.link.valores.ruta_aplicacion = ficheros.ruta_aplicacion();
+  explicit programa(apoyo::mesa& m) : f(m.plat, m.ficheros, m.linea, v) {
+    f.link.valores.ruta_aplicacion = m.ficheros.ruta_aplicacion();
     leer_historial(f);
   }
   std::vector<std::string> lista() const { return {f.historial.begin(), f.historial.begin() + 11}; }
@@ -40,20 +33,16 @@ void mirar(const programa& p) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t largo) {
-  static apoyo::carpeta dir;
+  apoyo::mesa m;
   FuzzedDataProvider entrada(datos, largo);
-  dir.escribir("MENU.TXT", entrada.ConsumeRandomLengthString(4096));
-  archivos ficheros(dir.ruta());
-  gemelo plat;
-  apoyo::guion lejos;
-  transporte_memoria linea(plat, lejos);
-  programa a(plat, ficheros, linea), b(plat, ficheros, linea);
+  m.dir.escribir("MENU.TXT", entrada.ConsumeRandomLengthString(4096));
+  programa a(m), b(m);
   mirar(a);
   for (int i = 0; i < 24 && entrada.remaining_bytes() > 0; ++i) {
     const auto que = entrada.ConsumeIntegral<std::uint8_t>();
-    const std::string ruta = entrada.ConsumeRandomLengthString(mayor);
+    const std::string ruta = entrada.ConsumeRandomLengthString(300);
     if (que % 4 == 0) {
-      std::ofstream(dir.ruta() / "MENU.TXT", std::ios::app) << "\r\n" << ruta;
+      std::ofstream(m.dir.ruta() / "MENU.TXT", std::ios::app) << "\r\n" << ruta;
       continue;
     }
     programa& p = que % 4 == 1 ? a : b;
@@ -63,10 +52,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t lar
     if (!cabe) continue;
     const auto lista = p.lista();
     apoyo::exigir(std::ranges::find(lista, ruta) != lista.end(), "what was entered is in the list");
-    const programa nuevo(plat, ficheros, linea);
+    const programa nuevo(m);
     mirar(nuevo);
     apoyo::exigir(nuevo.lista() == lista, "a program that starts now has the same list");
   }
-  apoyo::exigir(plat.cajas.empty(), "no box");
+  apoyo::exigir(m.plat.cajas.empty(), "no box");
   return 0;
 }

@@ -3,14 +3,10 @@
 
 #include <optional>
 
-#include "apoyo/carpeta.h"
-#include "apoyo/guion.h"
-#include "fuzz/exigir.h"
-#include "link/enlace.h"
+#include "fuzz/mesa.h"
 #include "link/esperas.h"
 #include "link/puerto.h"
 #include "link/tramas.h"
-#include "platform/gemelo.h"
 #include "platform/texto.h"
 
 using namespace morvane;
@@ -32,12 +28,7 @@ contenido mirar(std::string_view flujo) {
       trama.clear();
     } else if (uno != '\x03') {
       trama += uno;
-    } else if (trama.size() >= 3) {
-      unsigned suma = 0;
-      for (std::size_t i = 0; i + 2 < trama.size(); ++i) suma += static_cast<unsigned char>(trama[i]);
-      if (trama.substr(trama.size() - 2) !=
-          std::string{"0123456789ABCDEF"[suma / 16 % 16], "0123456789ABCDEF"[suma % 16]})
-        continue;
+    } else if (validar_checksum(trama)) {
       c.trama = true;
       c.reset |= trama[0] != '0' && trama.compare(1, 5, "RESET") == 0;
       if (trama[0] == '0') c.estados += static_cast<char>(valor_hex(trama.substr(1, 2)));
@@ -50,57 +41,46 @@ contenido mirar(std::string_view flujo) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t largo) {
   if (largo < 3) return 0;
-  static apoyo::carpeta dir;
-  gemelo plat;
-  apoyo::guion lejos;
-  plat.vigilar(lejos);
-  transporte_memoria linea(plat, lejos);
-  MSComm serial(plat, linea);
-  archivos propios(dir.ruta());
-  enlace e(plat, propios, serial);
+  apoyo::mesa m;
+  MSComm serial(m.plat, m.linea);
+  enlace e(m.plat, m.ficheros, serial);
   e.valores = {"57600", "n", "8", "1", "COM1", ""};
   apoyo::exigir(abrir_puerto(e), "the port opens");
   // The first three bytes choose mode, wait, pace and answers; the rest comes off the line.
   constexpr int modos[][2] = {{1, 1}, {0, 5}, {15, 15}, {0, 16}, {47, 47}, {0, 47}};
   const int* const modo = modos[datos[0] % 6];
-  const bool vigilada = datos[0] / 6 % 2 != 0;
   constexpr respuesta_caja respuestas[] = {vbCancel, vbYes, vbNo, vbNinguna};
   unsigned repetidas = 0;
-  for (int i = 0; i < 4; ++i) {
-    const respuesta_caja r = respuestas[datos[1] >> 2 * i & 3];
-    plat.responder(r);
+  for (int i = 0; i < 12; ++i) {
+    const respuesta_caja r = i < 4 ? respuestas[datos[1] >> 2 * i & 3] : vbCancel;
+    m.plat.responder(r);
     repetidas += r == vbYes;
   }
-  for (int i = 0; i < 8; ++i) plat.responder(vbCancel);
   const std::string_view flujo(reinterpret_cast<const char*>(datos) + 3, largo - 3);
-  lejos.poner(flujo, 1ms, std::chrono::milliseconds(datos[2] * datos[2] / 16));
+  m.lejos.poner(flujo, 1ms, std::chrono::milliseconds(datos[2] * datos[2] / 16));
 
-  bool terminado = false;
   try {
     std::optional<modo_fijo> fijo;
     if (datos[0] % 6 != 0) fijo.emplace(serial, modo[0], modo[1]);
     enviar_comando(e, "c");
-    vigilada ? esperar_con_vigilancia(e) : esperar_datos(e);
+    datos[0] / 6 % 2 != 0 ? esperar_con_vigilancia(e) : esperar_datos(e);
   } catch (const fin_de_programa&) {
-    terminado = true;
+    return 0;
   }
-  const auto cajas = plat.cajas.size();
+  const auto cajas = m.plat.cajas.size();
   apoyo::exigir(cajas <= 4 + 2 * repetidas, "few boxes");
-  apoyo::exigir(plat.ahora() < 60s + repetidas * 60s, "bounded time");
-  if (terminado) return 0;
-  apoyo::exigir(e.respuesta_lista || e.datos_listos || e.corte.interrumpida || e.tiempo_agotado,
-                "a wait has its reason to end");
+  apoyo::exigir(m.plat.ahora() < 60s + repetidas * 60s, "bounded time");
+  apoyo::exigir(e.respuesta_lista || e.datos_listos || e.corte.interrumpida || e.tiempo_agotado, "a wait has an end");
   const contenido c = mirar(flujo);
   if (repetidas == 0 && !c.reset && modo[1] == 1) {
     apoyo::exigir(!e.respuesta_lista || c.trama, "a reply is a good frame");
     const char estado = static_cast<char>(e.registro_estado);
-    apoyo::exigir(!e.estado_reciente || c.estados.find(estado) != std::string::npos,
-                  "a status is that of a good frame");
+    apoyo::exigir(!e.estado_reciente || c.estados.find(estado) != std::string::npos, "a status is a good frame's");
   }
   const bool cortada = e.corte.interrumpida || e.corte.sin_respuesta;
   cerrar_orden(e);
-  apoyo::exigir(plat.cajas.size() == cajas + (cortada ? 1 : 0), "one closing box for what was broken off");
-  apoyo::exigir(!serial.PortOpen() && !e.spera_resp.Enabled(), "the port is closed");
-  apoyo::exigir(serial.InputLen() == 1 && serial.RThreshold() == 1, "the character mode is back");
+  apoyo::exigir(m.plat.cajas.size() == cajas + (cortada ? 1 : 0), "one closing box for what was broken off");
+  const bool como_siempre = serial.InputLen() == 1 && serial.RThreshold() == 1;
+  apoyo::exigir(!serial.PortOpen() && !e.spera_resp.Enabled() && como_siempre, "the port is as before");
   return 0;
 }

@@ -1,0 +1,210 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <chrono>
+#include <functional>
+
+#include "apoyo/carpeta.h"
+#include "image/cargar_bin.h"
+#include "image/cargar_s19.h"
+#include "platform/gemelo.h"
+#include "platform/sin_privilegios.h"
+
+using namespace morvane;
+namespace fs = std::filesystem;
+using bytes = std::vector<std::uint8_t>;
+
+namespace {
+
+struct carga : testing::Test {
+  void cargar_archivo(const std::string& ruta, bool binario) {
+    limpiar_buffer_salida(v);
+    plat.cajas.clear();
+    plat.paciencia = total_celdas;
+    v.dir_max = 7;
+    v.ruta_archivo = ruta;
+    binario ? cargar_bin(plat, v) : cargar_s19(plat, v, a);
+  }
+  void s19(const std::string& texto) { cargar_archivo(dir.escribir("f", texto), false); }
+  void bin(const std::string& texto) { cargar_archivo(dir.escribir("f", texto), true); }
+  void espera_fallo(const std::string& detalle) const {
+    const std::string texto = "No se ha podido cargar el archivo:\r\n" + v.ruta_archivo + "\r\n" + detalle;
+    EXPECT_EQ(plat.cajas, (std::vector<caja>{{"Atención", texto, botones::Aceptar, icono::critico}}));
+    EXPECT_TRUE(vacia() && a.Progress.Value == 0) << "nothing is half loaded";
+  }
+  bool vacia() const { return v.dir_max == 0 && std::ranges::count(v.buffer_salida, 0xFF) == total_celdas; }
+  auto marcas() const { return std::ranges::count(v.mascara_salida, 1); }
+  bytes celdas(long desde, long cuantas) const {
+    return {v.buffer_salida.begin() + desde, v.buffer_salida.begin() + desde + cuantas};
+  }
+
+  apoyo::carpeta dir;
+  gemelo plat;
+  contador_cambios cambios;
+  Variables_grab v;
+  avance a{cambios};
+};
+
+TEST_F(carga, samples_of_all_record_types_and_line_ends_give_the_same_image) {
+  cargar_archivo(MUESTRAS "/demo-s1.s19", false);
+  EXPECT_EQ(plat.cajas, (std::vector<caja>{{"", "Ha terminado de cargar el archivo"}}));
+  EXPECT_TRUE(v.dir_max == 0x13B3 && celdas(0, 8) == (bytes{0x20, 0x00, 0x80, 0x00, 0, 0, 4, 0x20}));
+  const Variables_grab primera = v;
+  for (const char* otra : {MUESTRAS "/demo-s2.s19", MUESTRAS "/demo-s3.s19"}) {
+    cargar_archivo(otra, false);
+    EXPECT_TRUE(v.buffer_salida == primera.buffer_salida && v.mascara_salida == primera.mascara_salida) << otra;
+  }
+  cargar_archivo(MUESTRAS "/completa-256k.s19", false);
+  EXPECT_TRUE(v.dir_max == total_flash - 1 && marcas() == total_flash);
+}
+
+TEST_F(carga, without_a_data_line_or_after_a_stop_nothing_is_loaded) {
+  const std::string datos = "S1061000AABBCCB8";
+  for (const std::string texto : {"", "s1061000AABBCCB8", " S1061000AABBCCB8", "S\r\n\r\nS5030001FB", datos.c_str()}) {
+    plat.en_cada_pasada = [&] { a.cancelar = texto == datos; };
+    s19(texto);
+    EXPECT_TRUE(vacia() && marcas() == 0 && !a.cancelar && plat.cajas.size() == 1) << texto;
+  }
+}
+
+TEST_F(carga, bar_and_times_follow_the_load_and_the_window_is_told_of_whole_steps_alone) {
+  int barra = -1;
+  plat.en_cada_pasada = [&] { plat.pasar(std::chrono::seconds(65)); };
+  plat.responder(vbOK, [&] { barra = a.Progress.Value; });
+  s19("S0\r\nS0\r\nS9\r\n\r\nS9\r\nS9\r\n");
+  EXPECT_EQ(barra, 11) << "10 of 22 characters are text of lines: 11.36 of 25 steps";
+  EXPECT_EQ(a.time_ini.Text.valor() + a.time_fin.Text.valor(), "00:00:0000:01:05");
+  const auto antes = cambios.valor();
+  std::int64_t acumulado = 0;
+  for (int i = 0; i < 10'000; ++i) avanzar_progreso(a, 10'000, 1, acumulado);
+  EXPECT_EQ(cambios.valor() - antes, 24U);
+}
+
+TEST_F(carga, a_line_past_a_limit_is_named_and_the_image_wiped) {
+  const auto larga = [](std::size_t cifras) { return "S1002000" + std::string(cifras, '5') + "00"; };
+  const std::pair<std::string, const char*> casos[] = {
+      {"S1", "tiene 2 caracteres y un registro S1 necesita al menos 10"},
+      {"S2130200000", "tiene 11 caracteres y un registro S2 necesita al menos 12"},
+      {larga(249), "el campo de datos tiene 249 caracteres y el máximo es 248"},
+      {larga(200'000), "el campo de datos tiene 200000 caracteres y el máximo es 248"},
+      {"S10610G0AABBCCB8", "el carácter 7 es de la dirección y no es una cifra hexadecimal"},
+      {"S3070003000\xF1\x31\x31", "el carácter 12 es de la dirección y no es una cifra hexadecimal"},
+      {"S20604000001FF", "la dirección 0x040002 está fuera de la memoria"},
+      {"S309FFFFFFFE0102030400", "la dirección 0xFFFFFFFE está fuera de la memoria"},
+  };
+  for (const auto& [linea, motivo] : casos) {
+    s19("S0030000FC\r\n" + larga(248) + "\r\n\r\n" + linea + "\r\nS1063000AABBCCB8");
+    espera_fallo("Línea 4: " + std::string(motivo));
+    EXPECT_EQ(marcas(), 124) << "marks of the lines in front stay";
+  }
+}
+
+TEST_F(carga, a_record_stores_what_the_length_of_its_line_says) {
+  const std::tuple<const char*, int, bytes> casos[] = {
+      {"S30A0003100011223344550A", 0x31000, {0x11, 0x22, 0x33, 0x44, 0x55, 0xFF, 0xFF, 0xFF}},  // filled up to a group
+      {"S1FF1abcaaBBCc00", 0x1ABC, {0xAA, 0xBB, 0xCC, 0xFF}},  // wrong count and checksum, lower case
+      {"S10610005G.5 9::00", 0x1000, {5, 0, 0, 0}},            // a pair counts up to its first non-digit
+      {"S20803FFFE0102030400", 0x3FFFE, {1, 2, 3, 4}},         // up to the last cell
+      {"S30500040003FF", 0, {}},                               // no data, so no address out of range
+  };
+  for (const auto& [linea, desde, datos] : casos) {
+    const auto cuantos = static_cast<int>(datos.size());
+    std::ranges::fill(v.mascara_salida, 0);
+    s19(linea);
+    EXPECT_EQ(celdas(desde, cuantos), datos) << linea;
+    EXPECT_EQ(marcas(), cuantos) << linea;
+    EXPECT_EQ(v.dir_max, cuantos == 0 ? 0 : desde + cuantos - 1) << linea;
+  }
+}
+
+TEST_F(carga, long_lines_hold_what_their_groups_hold_alone_whatever_the_characters) {
+  for (int c = 0; c < 256; ++c) {
+    const char letra = static_cast<char>(c);
+    const std::string grupo{'3', letra, letra, '5', 'a', 'B', letra, letra};
+    std::string largo = "S255020000";
+    for (int i = 0; i < 11; ++i) largo += grupo;
+    cargar_registro_s(v, "S208010000" + grupo + "00", 20, 6);
+    cargar_registro_s(v, largo + "00", 100, 6);
+    for (int i = 0; i < 11; ++i) ASSERT_EQ(celdas(0x20000 + 4 * i, 4), celdas(0x10000, 4)) << c << " " << i;
+  }
+}
+
+TEST_F(carga, the_configuration_field_and_nothing_else_is_zero_after_any_record) {
+  s19("S12703FE" + std::string(72, '5') + "00");
+  bytes campo(34, 0);
+  campo.front() = campo.back() = 0x55;
+  EXPECT_EQ(celdas(0x3FF, 34), campo);
+}
+
+TEST_F(carga, line_ends_of_a_binary_file_become_two_dots) {
+  const std::pair<std::string, std::string> casos[] = {
+      {"AB\r\nC", "AB..C.."},
+      {"A\rB\n\r", "A..B\n.."},
+      {std::string("\0\xFF\x1A\x80\r", 5), std::string("\0\xFF\x1A\x80..", 6)},
+  };
+  for (const auto& [contenido, esperada] : casos) {
+    std::ranges::fill(v.mascara_salida, 0);
+    bin(contenido);
+    const auto largo = static_cast<long>(esperada.size());
+    EXPECT_EQ(celdas(0, largo), bytes(esperada.begin(), esperada.end()));
+    EXPECT_TRUE(v.dir_max == largo - 1 && marcas() == largo && plat.cajas.empty());
+  }
+  bin("");
+  EXPECT_TRUE(vacia() && plat.cajas.empty());
+}
+
+TEST_F(carga, a_binary_file_fills_the_last_cell_and_no_more_with_lines_of_252_characters) {
+  std::string lleno(total_celdas - 2, 'x');
+  for (std::size_t i = 252; i + 1 < lleno.size(); i += 254) lleno.replace(i, 2, "\r\n");
+  bin(lleno);
+  EXPECT_TRUE(plat.cajas.empty() && v.dir_max == total_celdas - 1 && v.buffer_salida[0x400] == 'x');
+  bin(lleno + "x");
+  espera_fallo("Línea 1033: el archivo no cabe en la memoria");
+  bin("corta\r" + std::string(253, 'x'));
+  espera_fallo("Línea 2: tiene 253 caracteres y el máximo es 252");
+}
+
+TEST_F(carga, a_file_that_changes_while_it_is_read_is_not_loaded_by_halves) {
+  const std::string ruta = (dir.ruta() / "f").string();
+  const std::function<void()> maneras[] = {
+      [&] { fs::resize_file(ruta, 10'000); },
+      [&] { fs::resize_file(ruta, std::uintmax_t{1} << 40); },
+      [&] { fs::last_write_time(ruta, fs::file_time_type::clock::now() + std::chrono::hours(1)); },
+  };
+  for (const auto& cambiar : maneras) {
+    plat.en_cada_pasada = [&, pasada = 0]() mutable {
+      if (++pasada == 2) cambiar();
+    };
+    bin(std::string(100'000, '\r'));
+    espera_fallo("Motivo: ha cambiado mientras se leía");
+  }
+}
+
+TEST_F(carga, what_is_no_readable_file_is_named) {
+  const std::string base = dir.ruta().string() + "/";
+  ASSERT_EQ(::mkfifo((base + "tubo").c_str(), 0600), 0);
+  fs::create_symlink("circulo", base + "circulo");
+  fs::permissions(dir.escribir("secreto", "S1061000AABBCCB8"), fs::perms(0));
+  fs::resize_file(dir.escribir("enorme", ""), (128 << 20) + 1);
+  fs::permissions(dir.ruta(), fs::perms(0777));
+  const std::pair<std::string, const char*> casos[] = {
+      {"", "no es un archivo normal"},
+      {"tubo", "no es un archivo normal"},
+      {"secreto/x", "el archivo no existe"},
+      {std::string("tubo\0", 5), "el archivo no existe"},
+      {"circulo", "sus enlaces se muerden la cola"},
+      {"secreto", "no hay permiso para leerlo"},
+      {std::string(256, 'n'), "el nombre es demasiado largo"},
+      {"enorme", "es demasiado grande: el máximo son 128 MiB"},
+  };
+  const sin_privilegios guarda;
+  for (const auto& [nombre, motivo] : casos) {
+    for (const bool binario : {false, true}) {
+      cargar_archivo(base + nombre, binario);
+      espera_fallo("Motivo: " + std::string(motivo));
+    }
+  }
+}
+
+}  // namespace
