@@ -1,7 +1,6 @@
 #pragma once
 
-#include <string>
-#include <vector>
+#include <span>
 
 #include "azar.h"
 #include "linea_mala.h"
@@ -31,6 +30,6 @@ struct falta {
 };
 
 /// Every kind of fault.
-const std::vector<falta>& faltas();
+std::span<const falta> faltas();
 
 }  // namespace campana
