@@ -1,6 +1,6 @@
 # Run as a script: fills the directory DESTINO with the programs, the samples and, where there are none yet, the
 # settings.
-file(MAKE_DIRECTORY ${DESTINO} ${DESTINO}/puertos ${DESTINO}/muestras ${DESTINO}/unidades/c/Datos/TORVAX-m68k)
+file(MAKE_DIRECTORY ${DESTINO} ${DESTINO}/muestras)
 foreach(programa ${MORVANE} ${PUENTE})
   # By a rename: a program that is running cannot be written over.
   get_filename_component(nombre ${programa} NAME)
@@ -18,6 +18,4 @@ foreach(programa ${MORVANE} ${PUENTE})
 endforeach()
 file(GLOB muestras ${MUESTRAS}/*.s19 ${MUESTRAS}/*.bin)
 file(COPY ${muestras} DESTINATION ${DESTINO}/muestras)
-if(NOT EXISTS ${DESTINO}/SETTINGS.TXT)
-  file(WRITE ${DESTINO}/SETTINGS.TXT "\"57600\",\"n\",\"8\",\"1\"\r\n\"COM1\"\r\n")
-endif()
+include(${CMAKE_CURRENT_LIST_DIR}/directorio_vacio.cmake)

@@ -1,0 +1,43 @@
+# What `cmake --install` and CPack lay out: the component "directorio" is the program's directory, complete in itself; the
+# component "sistema" is what makes a desktop know of it. The .tar.gz holds the directory alone; the .deb puts it into
+# /usr/lib/morvane, which users cannot write to, so that the program makes a directory of its own for each.
+if(NOT MORVANE_DESKTOP)
+  return()
+endif()
+# The day of the version, as the changelog has it.
+set(MORVANE_FECHA "2026-11-23")
+
+install(TARGETS morvane puente RUNTIME DESTINATION . COMPONENT directorio)
+install(DIRECTORY samples/ DESTINATION muestras COMPONENT directorio FILES_MATCHING PATTERN "*.s19" PATTERN "*.bin"
+        PATTERN fuente EXCLUDE)
+install(CODE "
+  set(DESTINO \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}\")
+  include(\"${PROJECT_SOURCE_DIR}/cmake/directorio_vacio.cmake\")" COMPONENT directorio)
+
+set(sistema COMPONENT sistema EXCLUDE_FROM_ALL)
+configure_file(paquete/morvane.metainfo.xml.in paquete/org.morvane.morvane.metainfo.xml @ONLY)
+install(FILES paquete/morvane.desktop DESTINATION share/applications ${sistema})
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/paquete/org.morvane.morvane.metainfo.xml DESTINATION share/metainfo ${sistema})
+install(FILES src/desktop/imagenes/morvane.svg DESTINATION share/icons/hicolor/scalable/apps ${sistema})
+install(FILES paquete/copyright DESTINATION share/doc/morvane ${sistema})
+execute_process(COMMAND gzip -9nc ${PROJECT_SOURCE_DIR}/CHANGELOG.md
+                OUTPUT_FILE ${CMAKE_CURRENT_BINARY_DIR}/paquete/changelog.gz)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/paquete/changelog.gz DESTINATION share/doc/morvane ${sistema})
+file(CREATE_LINK ../lib/morvane/morvane ${CMAKE_CURRENT_BINARY_DIR}/paquete/morvane SYMBOLIC)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/paquete/morvane DESTINATION bin ${sistema})
+
+set(CPACK_GENERATOR TGZ DEB)
+set(CPACK_PACKAGE_CONTACT "The Morvane authors <morvane@example.org>")
+set(CPACK_PACKAGE_VENDOR "The Morvane authors")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "programmer for the flash of a microcontroller behind a bridge board")
+set(CPACK_PACKAGE_DESCRIPTION
+    "Morvane erases, programs, verifies and reads back the 256 KiB flash of a
+microcontroller over a serial port and a bridge board. Its windows speak
+Spanish. A simulated board comes with it.")
+set(CPACK_STRIP_FILES ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION electronics)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qt6-translations-l10n, fonts-dejavu-core")
+set(CPACK_PROJECT_CONFIG_FILE ${PROJECT_SOURCE_DIR}/cmake/cpack.cmake)
+include(CPack)
