@@ -12,55 +12,47 @@ using namespace apoyo;
 namespace fs = std::filesystem;
 
 /// The whole program in an empty directory, which holds no port: its load event ends in a box.
-struct programa_test : testing::Test {
+struct banco_programa {
   QApplication& app = aplicacion();
   carpeta dir;
   programa p{dir.ruta()};
 
-  void SetUp() override { QGuiApplication::setQuitOnLastWindowClosed(false); }
   /// Runs the load event, and `accion` in the box that comes up in it.
-  void empezar(const std::function<void()>& accion) {
+  explicit banco_programa(const std::function<void(programa&)>& accion) {
+    QGuiApplication::setQuitOnLastWindowClosed(false);
     QTimer espera;
     QObject::connect(&espera, &QTimer::timeout, [&] {
-      if (QApplication::activeModalWidget() == nullptr) return;
-      EXPECT_FALSE(p.ventana().isVisible());
-      accion();
+      if (QApplication::activeModalWidget() != nullptr) accion(p);
     });
     espera.start(1);
     p.empezar();
   }
-  /// Presses a button whose command is `orden`, and lets the program run to its end.
-  void hasta_el_fin(std::function<void()> orden) {
-    empezar([] { QApplication::activeModalWidget()->close(); });
-    bool regreso = false;
-    p.principal().barra.ButtonClick = [&](int) {
-      orden();
-      regreso = p.ventana().isVisible();
-    };
-    QTimer::singleShot(0, &p.ventana(), [this] { p.ventana().findChild<QToolButton*>("Toolbar_5")->click(); });
-    EXPECT_EQ(QApplication::exec(), 0);
-    EXPECT_TRUE(regreso && !p.ventana().isVisible()) << "the window stays until the command has returned";
-  }
 };
 
-TEST_F(programa_test, asked_to_end_while_a_box_of_the_load_event_is_open_it_ends_without_a_window) {
-  empezar([this] { p.pedir_fin(); });
-  EXPECT_FALSE(p.ventana().isVisible());
+TEST(programa_test, asked_to_end_while_a_box_of_the_load_event_is_open_it_ends_without_a_window) {
+  banco_programa b([](programa& p) { p.pedir_fin(); });
+  EXPECT_FALSE(b.p.ventana().isVisible());
   EXPECT_EQ(QApplication::exec(), 0);
 }
 
-TEST_F(programa_test, asked_to_end_under_a_command_it_ends_when_the_command_has_returned) {
-  hasta_el_fin([this] {
-    QTimer::singleShot(10, &p.ventana(), [this] { p.pedir_fin(); });
-    p.plat().MsgBox({"t", "x", botones::SiNo});
-  });
-}
-
-TEST_F(programa_test, closed_under_a_command_the_window_stays_until_it_has_returned) {
-  hasta_el_fin([this] {
-    const orden_en_curso orden(p.principal());
-    p.ventana().close();
-  });
+TEST(programa_test, asked_to_end_or_closed_under_a_command_the_window_stays_until_it_has_returned) {
+  for (const bool cerrada : {false, true}) {
+    banco_programa b([](programa&) { QApplication::activeModalWidget()->close(); });
+    bool regreso = false;
+    b.p.principal().barra.ButtonClick = [&](int) {
+      const orden_en_curso orden(b.p.principal());
+      if (cerrada) {
+        b.p.ventana().close();
+      } else {
+        QTimer::singleShot(10, &b.p.ventana(), [&] { b.p.pedir_fin(); });
+        b.p.plat().MsgBox({"t", "x", botones::SiNo});
+      }
+      regreso = b.p.ventana().isVisible();
+    };
+    QTimer::singleShot(0, &b.p.ventana(), [&] { b.p.ventana().findChild<QToolButton*>("Toolbar_5")->click(); });
+    EXPECT_EQ(QApplication::exec(), 0);
+    EXPECT_TRUE(regreso && !b.p.ventana().isVisible());
+  }
 }
 
 TEST(directorio_test, programs_that_start_for_the_first_time_together_all_find_one_writable_copy) {

@@ -40,8 +40,8 @@ struct banco_ordenes : banco_principal {
     plat.cajas.clear();
     plat.en_cada_pasada = [this, n, accion = std::move(accion)] {
       if (lejos.comandos.size() < n) return;
-      const auto una_vez = std::move(plat.en_cada_pasada);
-      plat.en_cada_pasada = nullptr;
+      // Moved out, since it replaces the function that is running.
+      const auto una_vez = std::exchange(plat.en_cada_pasada, nullptr);
       accion();
     };
   }

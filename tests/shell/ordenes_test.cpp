@@ -10,112 +10,86 @@ namespace {
 const std::string habilitacion = "A a c d2E c a c", titulo_problema = "Atención ocurrió un problema";
 const std::string texto_borrado = "¡Ha terminado de borrar!", texto_leido = "¡Ha terminado de Leer!";
 const std::string texto_reset = "Se ha recibido una señal de RESET|" + texto_interrumpida;
-const std::string correcto = "El programa de la Flash ha sido verificado, está correcto";
-const std::string difiere = "El programa contenido en la Flash difiere del cargado en el buffer";
 
-caja informar(const std::string& texto) {
-  return {"Atención", texto, botones::Aceptar, icono::informacion};
+caja informar(const std::string& texto, const std::string& titulo = "Atención") {
+  return {titulo, texto, botones::Aceptar, icono::informacion};
 }
-
 std::string bloques(int cuantos) {
   std::string texto;
   for (int i = 0; i < cuantos; ++i) texto += " C" + hex(static_cast<std::uint32_t>(i) * 0x8000, 6) + "007FFF";
-  return texto;
+  return texto + " D";
 }
 
 using ordenes = banco_ordenes;
 
 // Programming stands in docs/protocol.md, which is replayed.
 TEST_F(ordenes, a_command_sends_these_frames_and_shows_these_boxes) {
-  const caja borrada = informar("La Flash ha sido verificada, está borrada");
-  const caja con_datos = informar("La Flash contiene datos, no está borrada");
-  const std::string examen = habilitacion + " C000000000000";
-  const std::string proteccion = habilitacion + " g000414FFFF4AC8 D A c D";
+  const std::string titulo_no = "No es posible Verificar";
+  const caja borrado{"Atención", texto_borrado}, exito{"Atención", "La verificación ha sido exitosa"},
+      distintos{"Error en verificación", "Los datos no coinciden"},
+      vacio{titulo_no, "Imposible verificar, no ha cargado ningún programa en el buffer"},
+      otro{titulo_no,
+           "          Es posible que la informacion cargada en el buffer sea diferente de la flash\n\r"
+           "Debe abrir el archivo que corresponda al programa de la flash o programar nuevamente la flash"},
+      pregunta{titulo_no, "No se ha programado la flash en esta sesión, desea verificar de todas formas",
+               botones::AceptarCancelar, icono::informacion},
+      borrada = informar("La Flash ha sido verificada, está borrada"),
+      con_datos = informar("La Flash contiene datos, no está borrada"),
+      correcto = informar("El programa de la Flash ha sido verificado, está correcto"),
+      difiere = informar("El programa contenido en la Flash difiere del cargado en el buffer"),
+      protegida = informar("Se ha protegido la memoria flash!", titulo_problema),
+      sin_proteger = critica(titulo_problema, "No es posible proteger la memoria flash!"),
+      sin_config = critica(titulo_problema, texto_sin_config);
+  const orden comprobar = men_verific_t_Click, sumar = mn_verifi_t_f_Click, comparar = men_verifi_t_Click;
+  const std::string examen = habilitacion + " C000000000000", suma = habilitacion + " C000000000400";
+  const std::string dos = "A e00000016 e00001016", proteccion = habilitacion + " g000414FFFF4AC8 D A c D";
+  // An erased chip with a 0 at `dato`; an image whose last byte is at `tope`, which the chip holds as well.
   const struct {
     orden cual;
-    std::uint8_t relleno;
     std::uint32_t dato;
-    bool falla_config;
+    std::int32_t tope, grabada;
     std::string flujo;
     std::vector<caja> cajas;
-  } casos[] = {
-      {men_borrar_t_Click, 0, 0, false, habilitacion + " i c c c D", {{"Atención", texto_borrado}}},
-      {men_borrar_t_Click, 0, 0, true, "A a c d2E c D", {critica(titulo_problema, texto_sin_config)}},
-      {men_verific_t_Click, 0xFF, 0, false, examen + " D", {con_datos}},
-      {men_verific_t_Click, 0xFF, 0x1FFFF, false, examen + bloques(4) + " D", {con_datos}},
-      {men_verific_t_Click, 0xFF, 0x3FFFF, false, examen + bloques(8) + " D", {con_datos}},
-      {men_verific_t_Click, 0xFF, 0x40000, false, examen + bloques(9) + " D", {borrada}},
-      {men_proteger_f_Click,
-       0,
-       0,
-       false,
-       proteccion,
-       {critica(titulo_problema, "No es posible proteger la memoria flash!")}},
-      {men_proteger_f_Click,
-       0xFF,
-       1,
-       false,
-       proteccion,
-       {{titulo_problema, "Se ha protegido la memoria flash!", botones::Aceptar, icono::informacion}}},
-      {men_reset_Click, 0, 0, false, "A a c d2E c j D", {}},
-      {men_reset_Click, 0, 0, true, "A a c d2E c D", {critica(titulo_problema, texto_sin_config)}},
-  };
+  } casos[] = {{men_borrar_t_Click, 9, 9, 0, habilitacion + " i c c c D", {borrado}},
+               {men_reset_Click, 9, 9, 0, "A a c d2E c j D", {}},
+               {men_proteger_f_Click, 0x414, 9, 0, proteccion, {sin_proteger}},
+               {men_proteger_f_Click, 0x413, 9, 0, proteccion, {protegida}},
+               {comprobar, 0, 0, 0, examen + " D", {con_datos}},
+               {comprobar, 0x1FFFF, 0, 0, examen + bloques(4), {con_datos}},
+               {comprobar, 0x3FFFF, 0, 0, examen + bloques(8), {con_datos}},
+               {comprobar, 0x40000, 0, 0, examen + bloques(9), {borrada}},
+               {sumar, 0x40000, 0x7FFF, 0, suma + bloques(1), {correcto}},
+               {sumar, 0x40000, 0x8000, 0, suma + bloques(2), {correcto}},
+               {sumar, 0x40000, 0x3FFFF, 0, suma + bloques(8), {correcto}},
+               {sumar, 0x40000, 0x40001, 0, suma + bloques(8), {correcto}},
+               {sumar, 0x400, 99, 0, suma + " D", {difiere}},
+               {sumar, 0x401, 99, 0, suma + bloques(1), {difiere}},
+               {sumar, 0x8000, 99, 0, suma + bloques(1), {correcto}},
+               {sumar, 0xFFFF, 0x8000, 0, suma + bloques(2), {difiere}},
+               {comparar, 99, 0, 9, "A", {vacio}},
+               {comparar, 99, 9, 8, "A", {otro}},
+               {comparar, 99, 16, 0, dos + " D", {pregunta, exito}},
+               {comparar, 16, 16, 16, dos + " D", {exito}},
+               {comparar, 16, 17, 17, dos + " e00002016 D", {distintos}},
+               {comparar, 15, 16, 16, dos + " D", {distintos}}};
   lejos.chip.sondeos_de_borrado = 2;
-  for (const auto& c : casos) {
-    llenar(c.relleno);
-    if (c.dato < total_flash) lejos.chip.flash()[c.dato] = 0x7F;
-    lejos.chip.falla_config = c.falla_config;
-    EXPECT_EQ(correr(c.cual), c.flujo);
-    EXPECT_EQ(plat.cajas, c.cajas);
-  }
-}
-
-TEST_F(ordenes, sums_are_compared_up_to_the_block_of_the_top) {
-  const struct {
-    std::int32_t tope, extrano;
-    int bloques;
-    bool bien;
-  } casos[] = {{0x7FFF, -1, 1, true}, {0x8000, -1, 2, true}, {0x3FFFF, -1, 8, true}, {0x40001, -1, 8, true},
-               {99, 0x400, 0, false}, {99, 0x401, 1, false}, {99, 0x8000, 1, true},  {0x8000, 0xFFFF, 2, false}};
   for (const auto& c : casos) {
     llenar(0xFF);
     limpiar_buffer_salida(v);
-    poner_byte(v, c.tope, 0x12);
-    if (c.tope < total_flash) lejos.chip.flash()[static_cast<std::size_t>(c.tope)] = 0x12;
     v.dir_max = c.tope;
-    if (c.extrano >= 0) lejos.chip.flash()[static_cast<std::size_t>(c.extrano)] = 0x55;
-    EXPECT_EQ(correr(mn_verifi_t_f_Click), habilitacion + " C000000000400" + bloques(c.bloques) + " D") << c.tope;
-    EXPECT_EQ(plat.cajas, std::vector{informar(c.bien ? correcto : difiere)}) << c.tope << " " << c.extrano;
-  }
-}
-
-TEST_F(ordenes, the_byte_comparison_refuses_asks_and_compares) {
-  const std::string sin_programa = "Imposible verificar, no ha cargado ningún programa en el buffer";
-  const std::string sin_grabar = "No se ha programado la flash en esta sesión, desea verificar de todas formas";
-  const std::string otro =
-      "          Es posible que la informacion cargada en el buffer sea diferente de la flash\n\r"
-      "Debe abrir el archivo que corresponda al programa de la flash o programar nuevamente la flash";
-  const std::string e0 = "A e00000016 e00001016", exito = "La verificación ha sido exitosa";
-  const struct {
-    std::int32_t cargada, grabada;
-    std::size_t extrano;
-    respuesta_caja respuesta;
-    std::string flujo, dicho;
-  } casos[] = {{0, 9, 99, vbOK, "A", sin_programa},
-               {9, 8, 99, vbOK, "A", otro},
-               {9, 0, 99, vbCancel, "A", sin_grabar},
-               {16, 0, 99, vbOK, e0 + " D", sin_grabar + "|" + exito},
-               {16, 16, 16, vbOK, e0 + " D", exito},
-               {17, 17, 16, vbOK, e0 + " e00002016 D", "Los datos no coinciden"},
-               {16, 16, 15, vbOK, e0 + " D", "Los datos no coinciden"}};
-  limpiar_buffer_salida(v);
-  for (const auto& c : casos) {
-    llenar(0xFF);
-    lejos.chip.flash()[c.extrano] = 0;
-    v.dir_max = c.cargada;
     v.dir_max_grabada = c.grabada;
-    EXPECT_EQ(correr(men_verifi_t_Click, {}, c.respuesta), c.flujo);
-    EXPECT_EQ(textos(), c.dicho);
+    if (c.tope > 0) v.buffer_salida[static_cast<std::size_t>(c.tope)] = 0x12;
+    if (c.tope > 0 && c.tope < total_flash) lejos.chip.flash()[static_cast<std::size_t>(c.tope)] = 0x12;
+    if (c.dato < total_flash) lejos.chip.flash()[c.dato] = 0;
+    EXPECT_EQ(correr(c.cual, {}, vbOK), c.flujo);
+    EXPECT_EQ(plat.cajas, c.cajas) << c.flujo;
+  }
+  v.dir_max_grabada = 0;
+  EXPECT_EQ(correr(comparar), "A") << "the question was answered with Cancel";
+  lejos.chip.falla_config = true;
+  for (const orden cual : {men_borrar_t_Click, men_reset_Click, sumar}) {
+    EXPECT_EQ(correr(cual), "A a c d2E c D");
+    EXPECT_EQ(plat.cajas, std::vector{sin_config});
   }
 }
 

@@ -29,10 +29,10 @@ TEST_F(vistas, a_dump_has_whole_rows_of_73_characters_and_keeps_them_while_open)
     v.dir_max = v.dir_fin_lectura = tope;
     f.menu.men_ver_B_S.Click();
     EXPECT_EQ(filas_de(b.lst_buf_salida), filas_esperadas);
+    v.dir_max = 0;
     v.buffer_entrada = v.buffer_salida;
     f.menu.men_ver_B_E.Click();
     EXPECT_EQ(filas_de(f.buffer_in.lst_buf_salida), filas_esperadas);
-    v.dir_max = 0;
     f.menu.men_ver_B_S.Click();
     EXPECT_TRUE(filas_de(b.lst_buf_salida) == filas_esperadas && b.ventana.Visible) << "an open view keeps its rows";
     b.ventana.Resize(9000, 700);
