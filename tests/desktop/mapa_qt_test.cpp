@@ -56,13 +56,16 @@ TEST_F(mapa_qt_test, a_cell_tells_its_state_opens_and_is_reached_by_keys) {
   std::vector<std::int32_t> abiertas;
   s.mapa().al_abrir = [&](std::int32_t cual) { abiertas.push_back(cual); };
   const QPoint donde = sitio_de("010200–0103FF");
+  EXPECT_TRUE(sitio_de("010000").x() < donde.x() && donde.x() < sitio_de("017E00").x());
+  EXPECT_TRUE(sitio_de("008200").y() < donde.y() && sitio_de("008200").x() == donde.x());
   EXPECT_EQ(ayuda(donde),
             "010200–0103FF, bloque 010000–017FFF\nNo se sabe qué contiene el chip\nLa imagen está vacía aquí");
   QMouseEvent doble(QEvent::MouseButtonDblClick, donde, s.mapa().mapToGlobal(donde), Qt::LeftButton, Qt::LeftButton,
                     Qt::NoModifier);
   QApplication::sendEvent(&s.mapa(), &doble);
-  for (const int cual : {Qt::Key_Down, Qt::Key_Right, Qt::Key_Right, Qt::Key_Left, Qt::Key_Return, Qt::Key_Up,
-                         Qt::Key_Up, Qt::Key_End, Qt::Key_Return, Qt::Key_Home, Qt::Key_Enter}) {
+  for (const int cual :
+       {Qt::Key_Down, Qt::Key_Up, Qt::Key_Down, Qt::Key_Right, Qt::Key_Right, Qt::Key_Left, Qt::Key_Return, Qt::Key_Up,
+        Qt::Key_Up, Qt::Key_End, Qt::Key_Return, Qt::Key_Home, Qt::Key_Enter}) {
     pulsar(&s.mapa(), cual);
   }
   pulsar(&s.mapa(), Qt::Key_End, {}, Qt::ControlModifier);
