@@ -35,13 +35,14 @@ TEST(programa_test, asked_to_end_while_a_box_of_the_load_event_is_open_it_ends_w
   EXPECT_EQ(QApplication::exec(), 0);
 }
 
-TEST(programa_test, asked_to_end_or_closed_under_a_command_the_window_stays_until_it_has_returned) {
-  for (const bool cerrada : {false, true}) {
+TEST(programa_test, asked_to_end_or_closed_under_a_command_or_another_handler_the_window_stays_until_it_has_returned) {
+  for (const int caso : {0, 1, 2}) {
     banco_programa b([](programa&) { QApplication::activeModalWidget()->close(); });
     bool regreso = false;
     b.p.principal().barra.ButtonClick = [&](int) {
-      const orden_en_curso orden(b.p.principal());
-      if (cerrada) {
+      std::optional<orden_en_curso> orden;
+      if (caso == 1) orden.emplace(b.p.principal());
+      if (caso > 0) {
         b.p.ventana().close();
       } else {
         QTimer::singleShot(10, &b.p.ventana(), [&] { b.p.pedir_fin(); });
