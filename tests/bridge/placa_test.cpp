@@ -1,113 +1,193 @@
-#include <algorithm>
-#include <random>
+#include "bridge/placa.h"
 
-#include "banco.h"
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <sstream>
+
+#include "bridge/opciones.h"
 #include "bridge/traza.h"
 
 namespace puente {
 namespace {
 
-// Frames are written out to the last character, so that no routine of the board vouches for another.
-TEST(Ordenes, TramasYRespuestas) {
+/// In literals '<' stands for STX and '>' for ETX.
+std::string hilo(std::string texto) {
+  std::ranges::replace(texto, '<', '\x02');
+  std::ranges::replace(texto, '>', '\x03');
+  return texto;
+}
+std::vector<std::string> partes(const std::string& texto) {
+  std::istringstream palabras(texto);
+  return {std::istream_iterator<std::string>(palabras), {}};
+}
+std::string en_trama(const std::string& texto) {
+  return "\x02" + texto + suma(texto) + "\x03";
+}
+
+struct banco {
+  explicit banco(faltas f = {}, ritmo paso = {}) : p(c, paso, f) {}
+  std::string crudo(std::string_view datos) {
+    p.entra(datos, instante{0});
+    return p.sale(instante{0});
+  }
+  std::string manda(const std::string& comando) { return crudo(en_trama(comando)); }
+  /// What has come by `cuando` to one who looks whenever `proximo` says.
+  std::string hasta(instante cuando) {
+    std::string todo;
+    while (p.proximo() && *p.proximo() <= cuando) todo += p.sale(*p.proximo());
+    return todo;
+  }
+  chip c;
+  placa p;
+};
+
+// Written out to the last character, so that no routine of the board vouches for another: closed, open, status, each
+// refusal, and noise around a frame.
+TEST(placa, each_frame_gets_its_reply_and_each_bad_one_its_code) {
   const std::pair<const char*, const char*> casos[] = {
-      {"<c63>", "<737>"},                // closed chip
-      {"<A41>", "<030>"},                // open
-      {"<c63>", "<00090>"},              // status
-      {"<a61>", "<030>"},                // write enable
-      {"<d2EDB>", "<030>"},              // configuration
-      {"<g0004001234ABCD5F>", "<636>"},  // word without enable
-      {"<A42>", "<333>"},                // wrong checksum
-      {"<j6a>", "<333>"},                // lower-case checksum
-      {"<41>", "<434>"},                 // too short for a checksum
-      {"<>", "<434>"},
-      {"<A172>", "<232>"},           // longer than its command
-      {"<d296>", "<434>"},           // shorter than its command
-      {"<d2eFB>", "<535>"},          // lower-case digit
-      {"<Z5A>", "<636>"},            // no command
-      {"<b62>", "<838>"},            // kept letter
-      {"x>y<cc<c63>z>", "<02092>"},  // noise around a frame
-  };
+      {"<c63>", "<737>"},  {"<A41>", "<030>"},  {"<c63>", "<00090>"},        {"<g0004001234ABCD5F>", "<636>"},
+      {"<A42>", "<333>"},  {"<j6a>", "<333>"},  {"<41>", "<434>"},           {"<>", "<434>"},
+      {"<A172>", "<232>"}, {"<d296>", "<434>"}, {"<d2eFB>", "<535>"},        {"<Z5A>", "<636>"},
+      {"<b62>", "<838>"},  {"<a61>", "<030>"},  {"x>y<cc<c63>z>", "<00292>"}};
   banco b;
   for (const auto& [entra, sale] : casos) EXPECT_EQ(b.crudo(hilo(entra)), hilo(sale)) << entra;
+  EXPECT_EQ(renglon_de_traza('>', hilo("<A41>\n"), instante{1'234'567}), "     1.234567 > <STX>A41<ETX><0A>");
 }
 
-TEST(Ordenes, UnaTramaInterminableSeRechaza) {
-  banco b;
-  EXPECT_EQ(b.crudo("\x02" + std::string(1'000'000, 'A')), "");
-  EXPECT_EQ(b.crudo("\x03"), hilo("<232>"));
-  EXPECT_EQ(b.manda("A"), bien);
-}
-
-TEST(Ordenes, CualquierEntradaDejaLaPlacaEnPie) {
-  std::mt19937 azar(3);
-  const std::string letras = hilo("<>AaCcdegijD0123456789ABCDEF\xFF");
-  banco b;
-  for (int i = 0; i < 200'000; ++i) b.crudo(std::string(1, letras[azar() % letras.size()]));
-  b.crudo("\x03");
-  EXPECT_EQ(b.manda("A"), bien);
-}
-
-TEST(Traza, RenglonLegible) {
-  EXPECT_EQ(renglon_de_traza('>', hilo("<A41>"), instante{1'234'567}), "     1.234567 > <STX>A41<ETX>");
-  EXPECT_EQ(renglon_de_traza('<', "\xFF\n ~", instante{9}), "     0.000009 < <FF><0A> ~");
-}
-
-struct caso {
-  std::string guion;
-  void (*prepara)(chip&) = [](chip&) {};
-};
-
-const std::string ff16(32, 'F');
-
-const caso casos[] = {
-    // what the program does
-    {"A a c=002 d2E c=020 a c=022 i c=021 c=021 c=021 c=020 a c=022 d2E c=020 a g000000FFFFAABB a g000004CCDDEEFF "
-     "e00000009=0FFFFAABBCCDDEEFFFF e03FFFF01=0FF D",
-     [](chip& c) { c.flash()[0x3FFFF] = 0; }},
-    // each write uses up the permission, and needs the configuration
-    {"A a d2E a d2E c=020 d2E=6 a g00000000000000 c=020 g00000400000000=6 a i c=020 i=6 e00000004=0FFFFFFFF",
-     [](chip& c) { c.sondeos_de_borrado = 0; }},
-    {"A a g00000000000000=6 i=6 c=002 e00000004=0FFFFFFFF"},
-    // bits only go down, and only within the flash
-    {"A a d2E a g0000000FF0AA55 a g000000F0FF0FFF e00000004=000F00A55"},
-    {"A a d2E a g04000000000000=9 g00000100000000=9 gFFFFFC00000000=9 c=022"},
-    // an erase answers status readings only, as many as it lasts, and a new opening cuts it off
-    {"A a d2E a i a=6 d2E=6 e00000020=6 C000000007FFF=6 g00000000000000=6 i=6 c=021 c=020 a",
-     [](chip& c) { c.sondeos_de_borrado = 1; }},
-    {"A a d2E a i c=021 A c=000 e00FFFF02=0FF00",
-     [](chip& c) { c.sondeos_de_borrado = 4, std::ranges::fill(c.flash(), 0); }},
-    {"A a d2E a j c=7 D A c=000"},
-    // protection counts from the opening on, until an erase
-    {"A a d2E a g000414FFFF4AC8 c=020 e00041404=0FFFF4AC8 D A c=080 e00041404=6 C000000000000=6 a d2E a "
-     "g00000000000000=6 c=0A2 i c=020 e00041404=0FFFFFFFF D A c=000",
-     [](chip& c) { c.sondeos_de_borrado = 0; }},
-    // defects
-    {"A a d2E a i c=021 c=060 e00000701=012",
-     [](chip& c) { c.falla_borrado = true, c.sondeos_de_borrado = 1, c.flash()[7] = 0x12; }},
-    {"A a c=000", [](chip& c) { c.falla_permiso = true; }},
-    {"A a d2E c=000", [](chip& c) { c.falla_config = true; }},
-    {"A c=0FF", [](chip& c) { c.mudo = true; }},
-    // reading
-    {"A e001A2002=00AFF e03FFFE04=0FF00FFFF e04000001=0FF eFFFFFF01=0FF e00000080=9 e00000000=9",
-     [](chip& c) { c.flash()[0x1A20] = 0x0A, c.flash()[0x3FFFF] = 0; }},
-    {"A e0000007F=0" + std::string(254, 'F')},
-    // sums of one byte, a short range, a block
-    {"A C000000000000=0FF000000FF C000000000400=0FF00003FCFF C000000000FFF=0FF0000FF000"},
-    {"A C000000001000=0" + ff16 + "FF000FF0FF C03C000007FFF=0" + ff16 + "FF007F8000"},
-    {"A C040000007FFF=0" + ff16 + "FF007F8000 CFFFFFFFFFFFF=0" + ff16 + "FFFF000000"},
-    {"A C000000000000=07F0000007F C000000007FFF=07F" + ff16.substr(2) + "7F007F7F80",
-     [](chip& c) { c.flash()[0] = 0x7F; }},
-    {"A C000000000400=00000003FC00 C0000000003FF=0FF00003FC00", [](chip& c) { c.flash()[0x400] = 0; }},
-    {"A C000000007FFF=0" + ff16 + "FE007F7FFF", [](chip& c) { c.flash()[0x7FFF] = 0xFE, c.flash()[0x8000] = 0; }},
-    {"A C038000007FFF=0" + ff16 + "00007F7F01", [](chip& c) { c.flash()[0x3FFFF] = 0; }},
-};
-
-TEST(Chip, Guiones) {
-  for (const caso& x : casos) {
+// Commands, each with "=" and what its reply says if that is not "0". A flash with 0x7F at 5 and 0x0A at the end.
+TEST(placa, the_chip_keeps_its_order_of_steps_its_cells_and_its_sums) {
+  const std::string ff(32, 'F'), ff5 = "FFFFFFFFFF7F" + std::string(20, 'F');
+  const std::string guiones[] = {
+      "A a c=002 d2E c=020 a c=022 i c=021 c=021 c=021 c=020 a c=022 d2E a g000000FFFFAABB e00000005=0FFFFAABBFF",
+      "A a d2E a g00000000000000 c=020 g00000400000000=6 i=6 d2E=6 e00000006=000000000FF7F",
+      "A a g00000000000000=6 i=6 c=002",
+      "A a d2E a g0000000FF0AA55 a g000000F0FF0FFF e00000004=000F00A55",
+      "A a d2E a g04000000000000=9 g00000100000000=9 gFFFFFC00000000=9 c=022",
+      "A a d2E a i a=6 d2E=6 e00000020=6 C000000007FFF=6 g00000000000000=6 i=6 c=021 A c=000 e03FFFE03=0FF0AFF",
+      "A a d2E a j c=7 D A c=000",
+      "A a d2E a g000414FFFF4AC8 c=020 e00041404=0FFFF4AC8 D A c=080 e00041404=6 C000000000000=6 a d2E a "
+      "g00000000000000=6 c=0A2 i c=021 c=021 c=021 c=020 e00041404=0FFFFFFFF D A c=000",
+      "A e04000001=0FF e00000080=9 e00000000=9 e0000057F=07F" + std::string(252, 'F'),
+      "A C000005000000=07F0000007F C000000000400=07F00003FC7F C000000000FFF=07F0000FEF80",
+      "A C000000007FFF=0" + ff5 + "7F007F7F80 C038000007FFF=0" + ff + "0A007F7F0B C000006007FFF=0" + ff + "FF007F8000",
+      "A C000000001000=0" + ff5 + "7F000FF07F C040000007FFF=0" + ff + "FF007F8000"};
+  for (const std::string& guion : guiones) {
     banco b;
-    x.prepara(b.c);
-    b.recorre(x.guion);
+    b.c.flash()[5] = 0x7F;
+    b.c.flash()[0x3FFFF] = 0x0A;
+    for (const std::string& paso : partes(guion)) {
+      const std::size_t igual = paso.find('=');
+      EXPECT_EQ(b.manda(paso.substr(0, igual)), en_trama(igual == paso.npos ? "0" : paso.substr(igual + 1))) << paso;
+    }
   }
+}
+
+// Replies to a word to program, the fifth frame, and to its first byte read back.
+TEST(faltas, each_one_strikes_in_its_frame) {
+  const std::pair<faltas, std::array<std::string, 2>> casos[] = {
+      {{}, {"<030>", "<0ABB3>"}},
+      {{.muda_desde = 5}, {"", ""}},
+      {{.calla_en = 5}, {"", "<0ABB3>"}},
+      {{.cortada_en = 5, .cortada_tras = 3}, {"<03", "<0ABB3>"}},
+      {{.suma_mala_en = 5}, {"<031>", "<0ABB3>"}},
+      {{.suma_minuscula_en = 6}, {"<030>", "<0ABb3>"}},
+      {{.error_en = 5, .codigo_error = 'X'}, {"<X58>", "<0FFBC>"}},
+      {{.reset_en = 5, .reset_repetido = 2}, {"<1RESETB4><1RESETB4>", "<737>"}},
+      {{.por_mil_sin_grabar = 1000}, {"<030>", "<0FFBC>"}},
+      {{.cuelga_en = 5}, {"", ""}}};
+  for (const auto& [f, respuestas] : casos) {
+    banco b(f);
+    for (const std::string& paso : partes("A a d2E a")) b.manda(paso);
+    EXPECT_EQ(b.manda("g000000AB000000"), hilo(respuestas[0]));
+    EXPECT_EQ(b.manda("e00000001"), hilo(respuestas[1]));
+    EXPECT_TRUE((b.c.flash()[0] == 0xAB) == respuestas[1].starts_with("<0AB") && b.p.colgada() == (f.cuelga_en != 0));
+  }
+  const auto ruidosa = [](std::uint64_t semilla) { return banco({.semilla = semilla, .ruido = 500}).manda("A"); };
+  EXPECT_TRUE(ruidosa(7).find_first_of("\x02\x03") == 500 && ruidosa(7) == ruidosa(7) && ruidosa(7) != ruidosa(8));
+}
+
+// 10,000 bits a second are a character in a millisecond; at 57,600 the roundings must not add up.
+TEST(ritmo, a_reply_comes_neither_early_nor_late_and_overtakes_none) {
+  const struct {
+    faltas f;
+    unsigned baudios;
+    std::int64_t al_fin;
+  } casos[] = {{{.retrasada_en = 1, .retraso_ms = 1500}, 0, 1'500'000},
+               {{.retrasa_todas = true, .retraso_ms = 9}, 0, 9'000},
+               {{.goteo_ms = 10}, 0, 780'000},
+               {{}, 10'000, 94'000},
+               {{}, 57'600, 16'319}};
+  for (const auto& c : casos) {
+    banco b(c.f, {c.baudios});
+    b.p.entra(en_trama("A") + en_trama("e00001020") + en_trama("c"), instante{0});
+    const std::string antes = b.hasta(instante{c.al_fin - 3});
+    EXPECT_LT(antes.size(), 81U);
+    EXPECT_EQ(antes + b.hasta(instante{c.al_fin + 1}),
+              hilo("<030>") + en_trama("0" + std::string(64, 'F')) + hilo("<00090>"));
+  }
+}
+
+TEST(ritmo, babble_goes_by_the_clock_and_closing_the_line_does_not_cure_it) {
+  banco b({.balbuceo_desde = 1});
+  b.manda("A");
+  const std::string s = b.p.sale(std::chrono::milliseconds{100});
+  EXPECT_NEAR(static_cast<double>(s.size()), 1152, 12);
+  EXPECT_TRUE(s.find_first_of("\x02\x03") == s.npos && !b.c.abierto());
+  EXPECT_LE(b.p.sale(std::chrono::hours{1000}).size(), 5000U);
+  b.p.vaciar();
+  EXPECT_TRUE(b.p.proximo());
+}
+
+TEST(ritmo, a_closed_line_loses_half_a_frame_and_a_flooded_one_takes_no_more_than_it_holds) {
+  banco b({}, {10'000});
+  b.p.entra(hilo("<A4"), instante{0});
+  b.hasta(instante{4000});
+  b.p.vaciar();
+  b.p.entra(hilo("1>"), instante{5000});
+  EXPECT_EQ(b.hasta(instante{50'000}), "");
+  b.p.entra(std::string(3 * placa::capacidad, 'x'), instante{50'000});
+  EXPECT_EQ(b.p.hueco(), 0U);
+  banco otro;
+  EXPECT_EQ(otro.crudo("\x02" + std::string(1'000'000, 'A') + "\x03"), hilo("<232>"));
+  for (int i = 0; i < 20'000; ++i) otro.p.entra(en_trama("c"), instante{0});
+  EXPECT_TRUE(otro.p.sale(instante{0}).size() == placa::capacidad && otro.manda("A") == hilo("<030>"));
+}
+
+lectura_opciones lee(const std::string& orden) {
+  const auto palabras = partes(orden);
+  std::vector<const char*> argumentos(palabras.size());
+  std::ranges::transform(palabras, argumentos.begin(), &std::string::c_str);
+  return leer_opciones(argumentos);
+}
+
+TEST(opciones, none_lands_in_the_place_of_another_and_what_is_wrong_is_named) {
+  const auto [o, error] =
+      lee("--enlace p/COM1 --baudios=9600 --flash f --traza=t=1 --falla-config --sondeos-borrado 17 --muda-desde 1 "
+          "--calla-en 2 --cortada-en 3 --cortada-tras 4 --retrasada-en 5 --retraso-ms 6 --suma-mala-en 7 "
+          "--suma-minuscula-en 8 --error-en 9 --codigo-error X --reset-en 10 --reset-repetido 11 --ruido 12 "
+          "--balbuceo-desde 13 "
+          "--goteo-ms 14 --por-mil-sin-grabar 15 --cuelga-en 16 --semilla 18446744073709551615");
+  EXPECT_EQ(error + o.enlace + o.flash + o.traza, "p/COM1ft=1");
+  const faltas& f = o.fallos;
+  const std::uint64_t hay[] = {f.muda_desde,     f.calla_en,   f.cortada_en,         f.cortada_tras,
+                               f.retrasada_en,   f.retraso_ms, f.suma_mala_en,       f.suma_minuscula_en,
+                               f.error_en,       f.reset_en,   f.reset_repetido,     f.ruido,
+                               f.balbuceo_desde, f.goteo_ms,   f.por_mil_sin_grabar, f.cuelga_en};
+  for (std::uint64_t i = 0; i < 16; ++i) EXPECT_EQ(hay[i], i + 1);
+  EXPECT_TRUE(f.codigo_error == 'X' && f.semilla == UINT64_MAX && o.baudios == 9600 && o.sondeos_de_borrado == 17);
+  EXPECT_TRUE(o.falla_config && !(o.falla_borrado || o.falla_permiso || o.mudo || o.protegida));
+  EXPECT_TRUE(lee("--baudios 9600 --sin-ritmo").valores.baudios == 0 && lee("--help --nada").valores.ayuda);
+  const std::pair<const char*, const char*> errores[] = {
+      {"--nada", "opción desconocida: --nada"},
+      {"--enlace", "falta el valor de la opción --enlace"},
+      {"--mudo=1", "la opción --mudo no lleva valor"},
+      {"--baudios 57600x", "valor no válido para la opción --baudios: 57600x"},
+      {"--calla-en 0", "valor no válido para la opción --calla-en: 0"},
+      {"--cortada-tras 3", "--cortada-tras requiere --cortada-en"},
+      {"--balbuceo-etx", "--balbuceo-etx requiere --balbuceo-desde"}};
+  for (const auto& [argumentos, texto] : errores) EXPECT_EQ(lee(argumentos).error, texto);
 }
 
 }  // namespace

@@ -1,6 +1,12 @@
 #pragma once
 
-#include <QApplication>
+#include <QtWidgets>
+
+#include "apoyo/banco.h"
+#include "apoyo/guion.h"
+#include "desktop/seguimiento.h"
+
+namespace apoyo {
 
 /// The one QApplication of the test program, made when a test first needs it.
 inline QApplication& aplicacion() {
@@ -10,3 +16,46 @@ inline QApplication& aplicacion() {
   static auto* unica = new QApplication(cuantos, argumentos);
   return *unica;
 }
+
+/// All windows made while it lives are laid out for a font of this size.
+struct con_letra {
+  explicit con_letra(double puntos) {
+    QFont letra;
+    letra.setPointSizeF(puntos);
+    QApplication::setFont(letra);
+  }
+  ~con_letra() { QApplication::setFont(QFont()); }
+};
+
+inline void pulsar(QWidget* donde, int tecla, const QString& texto = {}, Qt::KeyboardModifiers con = Qt::NoModifier) {
+  for (const QEvent::Type tipo : {QEvent::KeyPress, QEvent::KeyRelease}) {
+    QKeyEvent suceso(tipo, tecla, con, texto);
+    QApplication::sendEvent(donde, &suceso);
+  }
+}
+inline void teclear(QWidget* donde, const QString& texto) {
+  for (const QChar letra : texto) pulsar(donde, letra == '\r' ? int{Qt::Key_Return} : letra.unicode(), letra);
+}
+
+/// The main window with its map, on the twin.
+struct banco_ventana : banco<guion> {
+  QApplication& app = aplicacion();
+  Variables_grab variables;
+  frm_principal f{plat, ficheros, linea, variables};
+  ventana_qt v{f.ventana, [this] { s.al_volver(); }};
+  seguimiento s{f, plat, v};
+
+  void SetUp() override {
+    v.al_empezar = [this] { s.al_empezar(); };
+    v.show();
+    v.activateWindow();
+    QApplication::processEvents();
+  }
+  template <class W = QWidget>
+  W& hijo(const char* nombre) {
+    auto* encontrado = v.findChild<W*>(QString::fromUtf8(nombre));
+    return encontrado != nullptr ? *encontrado : throw std::runtime_error(nombre);
+  }
+};
+
+}  // namespace apoyo

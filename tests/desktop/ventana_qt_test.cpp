@@ -1,198 +1,150 @@
-#include "desktop/ventana_qt.h"
-
-#include <QtWidgets>
-#include <stdexcept>
-
 #include "aplicacion.h"
-#include "apoyo/banco.h"
-#include "apoyo/guion.h"
-#include "shell/frm_principal.h"
+#include "desktop/recepcion_qt.h"
 
 namespace {
 
 using namespace apoyo;
-
-/// The real forms, in windows of their own on the twin.
-struct ventana_qt_test : banco<guion> {
-  QApplication& app = aplicacion();
-  Variables_grab variables;
-  frm_principal f{plat, ficheros, linea, variables};
-  int despues = 0;
-  ventana_qt v{f.ventana, [this] { ++despues; }};
-
-  template <class W>
-  W& hijo(const char* nombre) {
-    auto* encontrado = v.findChild<W*>(QString::fromUtf8(nombre));
-    if (encontrado == nullptr) throw std::runtime_error(nombre);
-    return *encontrado;
-  }
-  static void teclear(QWidget& donde, const QString& texto) {
-    for (const QChar letra : texto) {
-      const int codigo = letra == '\r' ? int{Qt::Key_Return} : int{letra.unicode()};
-      QKeyEvent tecla(QEvent::KeyPress, codigo, Qt::NoModifier, letra);
-      QApplication::sendEvent(&donde, &tecla);
-    }
-  }
-};
+using ventana_qt_test = banco_ventana;
 
 TEST_F(ventana_qt_test, changed_properties_show_after_a_synchronisation) {
-  v.show();
   f.progreso.Progress.Value = 7;
   f.barra.boton(2).Enabled = false;
-  f.rango.fra_rango.Visible = false;
   f.rango.txt_desde.Text = "00FF";
   f.estado.panel(1).Text = "<b>a&b</b>";
   f.estado.panel(1).ToolTipText = "<b>a&b</b>";
-  EXPECT_EQ(hijo<QProgressBar>("Progress").value(), 0);
   v.sincronizar();
   EXPECT_EQ(hijo<QProgressBar>("Progress").value(), 7);
-  EXPECT_TRUE(hijo<QToolButton>("Toolbar_1").isEnabled() && !hijo<QToolButton>("Toolbar_2").isEnabled());
-  EXPECT_TRUE(!hijo<QGroupBox>("fra_rango").isVisible() && hijo<QLineEdit>("txt_desde").text() == "00FF");
+  EXPECT_TRUE(hijo("Toolbar_1").isEnabled() && !hijo("Toolbar_2").isEnabled());
+  EXPECT_TRUE(!hijo("fra_rango").isVisible() && hijo<QLineEdit>("txt_desde").text() == "00FF");
   const auto& panel = hijo<QLabel>("StatusBar_1");
   EXPECT_TRUE(panel.text() == "<b>a&b</b>" && panel.textFormat() == Qt::PlainText);
   EXPECT_EQ(QTextDocumentFragment::fromHtml(panel.toolTip()).toPlainText(), "<b>a&b</b>");
-}
-
-TEST_F(ventana_qt_test, only_the_first_ampersand_of_a_menu_caption_marks_a_key) {
-  const std::pair<const char*, const char*> casos[] = {
-      {"&1 C:\\...C&A\\r&d.s19", "&1 C:\\...C&&A\\r&&d.s19"}, {"a\tb", "a b"}, {"", "men_dir_1"}, {"&Salir", "&Salir"}};
-  for (const auto& [rotulo, esperado] : casos) {
+  const std::pair<const char*, const char*> rotulos[] = {{"&1 C:\\...C&A\\r&d.s19", "&1 C:\\...C&&A\\r&&d.s19"},
+                                                         {"a\tb", "a b"}};
+  for (const auto& [rotulo, esperado] : rotulos) {
     f.menu.men_dir[0].Caption = rotulo;
     v.sincronizar();
-    EXPECT_EQ(hijo<QAction>("men_dir_1").text(), esperado);
+    EXPECT_EQ(hijo<QAction>("men_dir_1").text(), esperado) << "only the first ampersand marks a key";
   }
 }
 
-TEST_F(ventana_qt_test, text_that_an_assistive_tool_enters_reaches_the_program) {
-  auto& caja = hijo<QLineEdit>("txt_desde");
-  QAccessible::queryAccessibleInterface(&caja)->setText(QAccessible::Value, "001230");
-  EXPECT_EQ(f.rango.txt_desde.Text.valor(), "001230");
-}
-
-TEST_F(ventana_qt_test, what_stands_behind_a_box_cannot_be_pressed_by_an_assistive_tool) {
-  int pulsados = 0;
-  f.barra.ButtonClick = [&](int) { ++pulsados; };
-  auto& boton = hijo<QToolButton>("Toolbar_2");
-  {
-    QDialog caja;
-    caja.setModal(true);
-    caja.show();
-    boton.click();
-    EXPECT_EQ(pulsados, 0);
-  }
-  boton.click();
-  EXPECT_EQ(pulsados, 1);
-}
-
-TEST_F(ventana_qt_test, events_reach_the_handlers_and_what_follows_them) {
+TEST_F(ventana_qt_test, events_reach_their_handlers_but_not_behind_a_box) {
   std::string pulsados;
   f.barra.ButtonClick = [&](int indice) { pulsados += std::to_string(indice) + (v.ocupada() ? "!" : ""); };
   f.rango.btn_leer.Click = [&] { pulsados += "b"; };
   f.menu.men_dir[0].Click = [&] { pulsados += "m"; };
-  hijo<QToolButton>("Toolbar_3").click();
-  hijo<QPushButton>("btn_leer").click();
-  hijo<QAction>("men_dir_1").trigger();
-  f.barra.boton(3).Enabled = false;
-  v.sincronizar();
-  hijo<QToolButton>("Toolbar_3").click();
-  EXPECT_EQ(pulsados, "3!bm");
-  EXPECT_EQ(despues, 3);
+  for (const bool tapada : {true, false}) {
+    QDialog caja;
+    caja.setModal(true);
+    caja.setVisible(tapada);
+    hijo<QToolButton>("Toolbar_3").click();
+    hijo<QPushButton>("btn_leer").click();
+    hijo<QAction>("men_dir_1").trigger();
+    EXPECT_EQ(pulsados, tapada ? "" : "3!bm");
+  }
   std::string motivo;
   v.al_fallar = [&](const std::string& cual) { motivo = cual; };
   f.rango.btn_leer.Click = [] { throw std::runtime_error("roto"); };
   hijo<QPushButton>("btn_leer").click();
-  EXPECT_EQ(motivo, "roto") << "a handler that throws is reported and goes no further";
-  EXPECT_FALSE(v.ocupada());
+  EXPECT_TRUE(motivo == "roto" && !v.ocupada()) << "a handler that throws is reported and goes no further";
 }
 
 TEST_F(ventana_qt_test, typed_text_is_stored_at_once_and_chooses_no_entry_of_a_combo_box) {
-  teclear(hijo<QLineEdit>("txt_desde"), "1A");
+  teclear(&hijo("txt_desde"), "1A");
   EXPECT_EQ(f.rango.txt_desde.Text.valor(), "1A");
+  QAccessible::queryAccessibleInterface(&hijo("txt_desde"))->setText(QAccessible::Value, "001230");
+  EXPECT_EQ(f.rango.txt_desde.Text.valor(), "001230") << "nor is what an assistive tool enters lost";
   auto& d = f.cfg_pto_serial;
   ventana_qt dialogo(d.ventana, {});
   auto& combo = *dialogo.findChild<QComboBox*>("cmb_s_velocity");
   std::string elegidos;
   d.cmb_s_velocity.Click = [&] { elegidos += d.cmb_s_velocity.Text.valor() + " "; };
-  d.cmb_s_velocity.Text = "4800";
-  dialogo.sincronizar();
   combo.lineEdit()->selectAll();
-  teclear(*combo.lineEdit(), "9600\r");
+  teclear(combo.lineEdit(), "4800\r");
   QFocusEvent fuera(QEvent::FocusOut);
   QApplication::sendEvent(combo.lineEdit(), &fuera);
-  EXPECT_EQ(d.cmb_s_velocity.Text.valor(), "9600");
-  EXPECT_EQ(elegidos, "");
-  QKeyEvent flecha(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier);
-  QApplication::sendEvent(&combo, &flecha);
-  EXPECT_EQ(elegidos, "9600 ");
-}
-
-TEST_F(ventana_qt_test, stays_open_until_it_may_go) {
-  v.show();
-  for (const bool puede : {false, true}) {
-    v.puede_cerrarse = [&] { return puede; };
-    v.close();
-    EXPECT_NE(v.isVisible(), puede);
-  }
-}
-
-TEST_F(ventana_qt_test, everything_that_can_be_operated_has_a_name_and_the_keyboard_reaches_it) {
-  const std::pair<const char*, const char*> nombres[] = {
-      {"Toolbar_1", "Abrir"}, {"Toolbar_2", "Borrar Flash"}, {"txt_desde", "Dirección desde:"}, {"btn_leer", "Leer"}};
-  for (const auto& [objeto, nombre] : nombres) {
-    const auto& control = hijo<QWidget>(objeto);
-    EXPECT_EQ(control.accessibleName(), QString::fromUtf8(nombre));
-    EXPECT_TRUE(control.focusPolicy() & Qt::TabFocus) << objeto;
-  }
-  for (const QWidget* control : v.centralWidget()->findChildren<QWidget*>()) {
-    EXPECT_TRUE(control->focusPolicy() == Qt::NoFocus || !control->accessibleName().isEmpty());
-  }
+  EXPECT_EQ(d.cmb_s_velocity.Text.valor() + elegidos, "4800");
+  pulsar(&combo, Qt::Key_Up);
+  EXPECT_EQ(elegidos, "28800 ");
 }
 
 /// From small to three times the usual size.
-TEST_F(ventana_qt_test, is_of_fixed_size_and_cuts_nothing) {
+TEST_F(ventana_qt_test, no_window_cuts_a_text) {
   f.rango.fra_rango.Visible = true;
   f.estado.panel(1).Text = std::string(51, 'm');
-  for (const double puntos : {6.0, 9.0, 12.0, 18.0, 27.0}) {
-    QFont letra;
-    letra.setPointSizeF(puntos);
-    QApplication::setFont(letra);
-    ventana_qt otra(f.ventana, {});
-    otra.show();
-    QApplication::processEvents();
-    const QSize cliente = otra.centralWidget()->size();
-    EXPECT_TRUE(cliente.width() >= 631 && cliente.height() >= 274 && otra.minimumSize() == otra.maximumSize());
-    for (const char* nombre : {"Label1", "btn_leer", "txt_desde", "StatusBar_1", "StatusBar_3", "fra_rango"}) {
-      const auto* control = otra.findChild<QWidget*>(nombre);
-      EXPECT_EQ(control->size(), control->size().expandedTo(control->minimumSizeHint())) << nombre;
-      EXPECT_TRUE(control->parentWidget()->rect().contains(control->geometry())) << nombre;
-    }
-    EXPECT_TRUE(
-        otra.rect().contains(otra.menuBar()->actionGeometry(otra.findChild<QMenu*>("men_opciones")->menuAction())));
-  }
-  QApplication::setFont(QFont());
-}
-
-TEST_F(ventana_qt_test, no_other_window_cuts_a_text_either) {
-  for (const double puntos : {6.0, 9.0, 12.0, 15.0, 20.0, 27.0}) {
-    QFont letra;
-    letra.setPointSizeF(puntos);
-    QApplication::setFont(letra);
-    for (Form* forma : f.otras_ventanas()) {
+  std::vector<Form*> todas = f.otras_ventanas();
+  todas.push_back(&f.ventana);
+  for (const double puntos : {6.0, 9.0, 15.0, 27.0}) {
+    const con_letra letra(puntos);
+    for (Form* forma : todas) {
       forma->Show();
       ventana_qt otra(*forma, {});
       otra.show();
-      for (const auto* rotulo : otra.findChildren<QLabel*>()) {
-        const QRect falta =
-            rotulo->fontMetrics().boundingRect(rotulo->contentsRect(), Qt::TextWordWrap, rotulo->text());
-        EXPECT_TRUE(falta.width() <= rotulo->width() && falta.height() <= rotulo->height())
-            << qPrintable(rotulo->text()) << ", " << puntos;
+      for (const auto* control : otra.centralWidget()->findChildren<QWidget*>()) {
+        const auto* rotulo = qobject_cast<const QLabel*>(control);
+        QSize falta = control->minimumSizeHint();
+        if (rotulo != nullptr) {
+          falta = rotulo->fontMetrics().boundingRect(rotulo->rect(), Qt::TextWordWrap, rotulo->text()).size();
+        }
+        // One pixel is the style's, not the text's.
+        const QSize hay = control->size() + QSize(1, 0);
+        EXPECT_TRUE(control->isHidden() || hay == hay.expandedTo(falta)) << qPrintable(control->objectName()) << puntos;
       }
-      for (const auto* boton : otra.findChildren<QPushButton*>()) {
-        EXPECT_EQ(boton->size(), boton->size().expandedTo(boton->minimumSizeHint())) << qPrintable(boton->text());
+      for (QAction* menu : otra.menuBar()->actions()) {
+        EXPECT_TRUE(!menu->isVisible() || otra.rect().contains(otra.menuBar()->actionGeometry(menu))) << puntos;
       }
+      EXPECT_EQ(otra.minimumSize() == otra.maximumSize(), forma->fija);
     }
   }
-  QApplication::setFont(QFont());
+}
+
+struct recepcion : banco_ventana {
+  std::string recibido;
+  recepcion_qt r{v, [this](const std::string& ruta) { recibido = ruta; }};
+
+  /// Drags `lugares` over the window and lets them fall. True if they would be taken.
+  bool soltar(const QList<QUrl>& lugares, Qt::DropActions como) {
+    QMimeData oferta;
+    oferta.setUrls(lugares);
+    QDragEnterEvent entra({9, 9}, como, &oferta, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&v, &entra);
+    QDropEvent cae({9, 9}, como, &oferta, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&v, &cae);
+    EXPECT_TRUE(entra.isAccepted() == cae.isAccepted() && (!cae.isAccepted() || cae.dropAction() != Qt::MoveAction));
+    EXPECT_EQ(recibido, "") << "the program that it comes from waits for the drop to end";
+    QApplication::processEvents();
+    return cae.isAccepted();
+  }
+};
+
+TEST_F(recepcion, only_one_firmware_file_of_this_machine_is_taken) {
+  const auto url = [](const std::string& ruta) { return QUrl::fromLocalFile(QString::fromStdString(ruta)); };
+  const std::string bueno = dir.escribir("á b#%41.s19", "x"), otro = dir.escribir("c.BIN", "x");
+  const std::string latino = dir.escribir("\xF1.s19", "x"), texto = dir.escribir("x.hex", "x");
+  const QByteArray raiz = QByteArray::fromStdString(dir.ruta().string());
+  std::filesystem::create_directory(dir.ruta() / "carpeta.s19");
+  const auto todas = Qt::CopyAction | Qt::MoveAction | Qt::LinkAction;
+  const struct {
+    QList<QUrl> lugares;
+    Qt::DropActions como;
+    std::string recibido;
+  } casos[] = {{{url(bueno)}, todas, bueno},
+               {{QUrl::fromEncoded("file://" + raiz + "/%F1.s19")}, todas, latino},
+               {{QUrl::fromEncoded("file://localhost" + raiz + "/c.BIN")}, Qt::LinkAction, otro},
+               {{url(bueno)}, Qt::MoveAction, ""},
+               {{url(bueno), url(otro)}, todas, ""},
+               {{url(dir.ruta() / "carpeta.s19")}, todas, ""},
+               {{url(texto)}, todas, ""},
+               {{QUrl::fromEncoded("file://lejos" + raiz + "/c.BIN")}, todas, ""},
+               {{QUrl("http://localhost" + raiz + "/c.BIN")}, todas, ""}};
+  for (const auto& c : casos) {
+    recibido.clear();
+    EXPECT_EQ(soltar(c.lugares, c.como), !c.recibido.empty()) << c.recibido;
+    EXPECT_EQ(recibido, c.recibido);
+  }
+  QMessageBox caja(&v);
+  caja.open();
+  EXPECT_FALSE(soltar({url(bueno)}, todas)) << "a box is open";
 }
 
 }  // namespace

@@ -1,116 +1,96 @@
+// Opening of files, and the list of those that were opened.
+
 #include "apoyo/banco_principal.h"
 
 using namespace apoyo;
 
 namespace {
 
-using proyecto = banco_principal;
+namespace fs = std::filesystem;
 
-TEST_F(proyecto, a_path_is_cut_by_characters_and_its_end_is_the_extension) {
-  const struct { std::size_t largo, falta; } casos[] = {{4, 0}, {41, 0}, {44, 0}, {45, 1}, {46, 2}};
-  for (const std::string c : {"a", "ñ", "😀"}) {
-    for (const auto& caso : casos) {
-      std::string ruta = "/é";
-      for (std::size_t i = 2; i < caso.largo; ++i) ruta += c;
-      mostrar_ruta(f, ruta);
-      const std::size_t corte = caso.falta < 2 ? caso.falta : std::string_view("/é").size();
-      EXPECT_EQ(f.estado.panel(1).Text.valor(), "/é" + c + "..." + ruta.substr(corte)) << c << caso.largo;
-    }
+struct proyecto : banco_principal {
+  void SetUp() override { empezar(); }
+  std::string leidas() {
+    std::string texto;
+    for (const std::string& ruta : lista_guardada()) texto += ruta + ";";
+    return texto;
   }
-  EXPECT_EQ(extension_de("/x/a.s19"), "S19");
-  EXPECT_EQ(extension_de("/x/ñ.Bin"), "BIN");
-  EXPECT_EQ(extension_de("/x/ax "), "AX");
-  EXPECT_EQ(extension_de("ab"), "AB");
-}
+};
 
-TEST_F(proyecto, the_same_project_is_read_anew_on_yes_and_a_dismissed_question_changes_nothing) {
-  empezar();
-  abrir_archivo("a.S19", ocho_bytes);
-  dir.escribir("a.S19", "S10801000102030405E9\r\n");
-  for (const respuesta_caja respuesta : {vbNinguna, vbYes}) {
-    plat.responder(respuesta);
-    f.barra.ButtonClick(1);
-    const bool leida = respuesta == vbYes;
-    EXPECT_TRUE(v.dir_max == 0x107 && v.buffer_salida[0x105] == (leida ? 0xFF : 6) && !v.ruta_archivo.empty());
-    EXPECT_EQ(plat.cajas.at(leida ? 2 : 1),
-              (caja{"Atención", "Desea cargar el mismo proyecto?", botones::SiNo, icono::informacion}));
-  }
-}
-
-TEST_F(proyecto, a_dialog_without_a_name_forgets_the_file_but_not_the_image) {
-  empezar();
-  abrir_archivo("a.s19", ocho_bytes);
-  std::filesystem::current_path("/");
-  plat.responder(vbNo);
-  f.menu.men_abrir.Click();
-  EXPECT_TRUE(v.dir_max == 0 && v.ruta_archivo.empty() && f.estado.panel(1).Text.valor().empty());
-  EXPECT_EQ(v.buffer_salida[0x100], 1);
-  EXPECT_EQ(std::filesystem::current_path(), "/");
-  plat.cajas.clear();
-  f.menu.men_abrir.Click();
-  EXPECT_TRUE(plat.cajas.empty()) << "no file, no question";
-}
-
-TEST_F(proyecto, the_status_bar_keeps_the_whole_path) {
-  empezar();
-  const std::string larga = "/" + std::string(300, 'x') + "/á.s19";
-  mostrar_ruta(f, larga);
-  EXPECT_EQ(f.estado.panel(1).ToolTipText.valor(), larga);
-  f.menu.men_abrir.Click();
-  EXPECT_EQ(f.estado.panel(1).ToolTipText.valor(), "");
-}
-
-TEST_F(proyecto, a_dropped_file_takes_the_road_of_the_dialog) {
-  empezar();
-  const std::string a = dir.escribir("a.s19", ocho_bytes), b = dir.escribir("b.S19", "S10801000102030405E9\r\n");
-  plat.eleccion = [] { return ADD_FAILURE() << "no dialog", ""; };
-  abrir_soltado(f, a);
-  EXPECT_TRUE(v.ruta_archivo == a && v.buffer_salida[0x107] == 8 && f.historial[1] == a);
+TEST_F(proyecto, paths_are_cut_by_characters_and_their_end_is_the_extension) {
+  const std::string cincuenta = "ñ23456789012345678😀x12345678901234567890123456789";
   const struct {
-    respuesta_caja respuesta;
-    std::string cargado;
-    std::size_t entradas;
-  } casos[] = {{vbNinguna, a, 1}, {vbYes, a, 1}, {vbNo, b, 2}};
+    std::string ruta, panel, menu;
+  } casos[] = {
+      {"C:\\p\\firmware\\main\\boot.s19", "C:\\...C:\\p\\firmware\\main\\boot.s19",
+       "&3 C:\\...p\\firmware\\main\\boot.s19"},
+      {"/a234567890123456789x12", "/a2.../a234567890123456789x12", "&3 /a2.../a234567890123456789x12"},
+      {"/ñ23456789012345678😀x1234", "/ñ2.../ñ23456789012345678😀x1234", "&3 /ñ2...ñ23456789012345678😀x1234"},
+      {"/" + cincuenta, "/ñ2...6789012345678😀x12345678901234567890123456789", "&3 /ñ2...678901234567890123456789"}};
   for (const auto& c : casos) {
-    plat.cajas.clear();
-    plat.responder(c.respuesta);
-    abrir_soltado(f, b);
-    EXPECT_EQ(plat.cajas.at(0),
-              (caja{"Atención", "Desea cargar el mismo proyecto?", botones::SiNo, icono::informacion}));
-    EXPECT_EQ(v.ruta_archivo, c.cargado);
-    EXPECT_TRUE(!f.historial[c.entradas].empty() && f.historial[c.entradas + 1].empty());
-    EXPECT_EQ(v.buffer_salida[0x105], c.cargado == a ? 6 : 0xFF);
+    mostrar_ruta(f, c.ruta);
+    poner_entrada_menu(f, 3, c.ruta);
+    EXPECT_EQ(f.estado.panel(1).Text.valor(), c.panel);
+    EXPECT_EQ(f.estado.panel(1).ToolTipText.valor(), c.ruta);
+    EXPECT_EQ(f.menu.men_dir[2].Caption.valor(), c.menu);
   }
-  const orden_en_curso otra(f);
-  plat.cajas.clear();
-  abrir_soltado(f, a);
-  EXPECT_TRUE(textos() == texto_en_curso && v.ruta_archivo == b);
-}
-
-TEST_F(proyecto, what_can_be_dropped_is_what_the_dialog_lists) {
+  EXPECT_EQ(extension_de("/x/a.s19") + extension_de("/x/ñ.Bin") + extension_de("/x/ax ") + extension_de("ab"),
+            "S19BINAXAB");
   for (const char* buena : {"/x/a.s19", "/x/a.S19", "b.Bin"}) EXPECT_TRUE(es_firmware(buena)) << buena;
   for (const char* mala : {"/x/a.hex", "/x/s19/", "", "a.s1", "/x/a.s19x"}) EXPECT_FALSE(es_firmware(mala)) << mala;
 }
 
-TEST_F(proyecto, the_dialog_starts_where_the_last_file_was) {
-  namespace fs = std::filesystem;
+TEST_F(proyecto, a_file_comes_by_the_dialog_or_dropped_after_the_same_question) {
+  const caja pregunta{"Atención", "Desea cargar el mismo proyecto?", botones::SiNo, icono::informacion};
+  const std::string a = dir.escribir("a.s19", ocho_bytes), b = dir.escribir("b.S19", "S10801000102030405E9\r\n");
+  abrir_soltado(f, a);
+  EXPECT_TRUE(textos() == texto_cargado && v.buffer_salida[0x107] == 8 && f.historial[1] == a) << "no question yet";
+  dir.escribir("a.s19", "S1050100AAAA00\r\n");
+  const struct {
+    bool soltado;
+    respuesta_caja respuesta;
+    std::string queda;
+    int byte, byte_5;
+  } casos[] = {{true, vbNinguna, a, 1, 6}, {false, vbNinguna, a, 1, 6}, {true, vbYes, a, 0xAA, 0xFF},
+               {true, vbNo, b, 1, 0xFF},   {false, vbYes, b, 1, 0xFF},  {false, vbNo, "", 1, 0xFF}};
+  for (const auto& c : casos) {
+    plat.cajas.clear();
+    plat.responder(c.respuesta);
+    c.soltado ? abrir_soltado(f, b) : f.menu.men_abrir.Click();
+    EXPECT_TRUE(plat.cajas.at(0) == pregunta && v.ruta_archivo == c.queda);
+    EXPECT_TRUE(v.buffer_salida[0x100] == c.byte && v.buffer_salida[0x105] == c.byte_5) << c.queda << c.respuesta;
+  }
+  EXPECT_TRUE(v.dir_max == 0 && f.estado.panel(1).Text.valor().empty() &&
+              f.estado.panel(1).ToolTipText.valor().empty());
+  EXPECT_EQ(leidas(), a + ";" + b + ";");
+  plat.cajas.clear();
+  f.menu.men_dir[0].Click();
+  EXPECT_TRUE(textos() == texto_cargado && v.ruta_archivo == a) << "an entry asks nothing";
+  fs::remove(b);
+  f.menu.men_dir[1].Click();
+  EXPECT_EQ(ultima().texto, "No se ha podido cargar el archivo:\r\n" + b + "\r\nMotivo: el archivo no existe");
+  EXPECT_TRUE(v.dir_max == 0 && v.buffer_salida[0x100] == 0xFF);
+  const orden_en_curso otra(f);
+  abrir_soltado(f, a);
+  EXPECT_TRUE(ultima().texto == texto_en_curso && v.ruta_archivo == b);
+}
+
+TEST_F(proyecto, the_dialog_starts_where_the_last_file_was_and_moves_no_directory) {
   const auto en = [&](const char* carpeta) { return (dir.ruta() / carpeta).string(); };
   fs::create_directory(en("tres"));
   const std::string uno = dir.escribir("uno/1.s19", ocho_bytes), dos = dir.escribir("dos/2.s19", ocho_bytes);
   dir.escribir("MENU.TXT", "\"" + uno + "\"\r\n\"" + dos + "\"\r\n\"" + en("tres") + "/3.s19\"\r\n");
   empezar();
-  const auto partida = [this] {
-    f.menu.men_abrir.Click();
-    return f.cmd_buscar.InitDir;
-  };
+  plat.usuario = [](const caja& c) { return c.teclas == botones::SiNo ? vbNo : vbOK; };
+  std::string elegido;
+  plat.eleccion = [&] { return fs::current_path("/"), elegido; };
+  const auto partida = [this] { return f.menu.men_abrir.Click(), f.cmd_buscar.InitDir; };
   EXPECT_EQ(partida(), en("dos")) << "the newest of the history that is still there";
+  EXPECT_EQ(fs::current_path(), dir.ruta());
   f.menu.men_dir[0].Click();
-  plat.responder(vbNo);
   EXPECT_EQ(partida(), en("uno")) << "the last one of this run";
-  EXPECT_EQ(partida(), en("uno")) << "also after a dialog without a name";
-  plat.elegir(en("tres") + "/nuevo.bin");
+  elegido = en("tres") + "/nuevo.bin";
   partida();
-  plat.responder(vbNo);
   EXPECT_EQ(partida(), en("tres"));
   fs::remove_all(en("tres"));
   EXPECT_EQ(partida(), en("dos")) << "the folder has gone";
@@ -119,12 +99,44 @@ TEST_F(proyecto, the_dialog_starts_where_the_last_file_was) {
   EXPECT_EQ(partida(), "");
 }
 
-TEST_F(proyecto, an_unknown_extension_wipes_the_image_and_keeps_its_top) {
-  empezar();
-  abrir_archivo("a.s19", ocho_bytes);
-  plat.responder(vbNo);
-  abrir_archivo("x.hex", ocho_bytes);
-  EXPECT_TRUE(v.dir_max == 0x107 && v.buffer_salida[0x100] == 0xFF && plat.cajas.size() == 2u);
+TEST_F(proyecto, ten_files_are_kept_and_the_eleventh_drops_the_oldest) {
+  std::string rotulos, contenido;
+  for (int i = 1; i <= 11; ++i) {
+    // The first file, entered again behind the eleventh, drops the second; some paths cannot be kept.
+    for (const std::string& ruta : {"/f/" + std::to_string(i) + ".s19", std::string("/f/1.s19"), std::string(),
+                                    std::string("/b\"c"), std::string("/b\nc")})
+      actualizar_historial(f, ruta);
+  }
+  for (const Menu& m : f.menu.men_dir) rotulos += m.Visible ? m.Caption.valor() + " " : "";
+  for (int i = 3; i <= 12; ++i) contenido += "\"/f/" + std::to_string(i == 12 ? 1 : i) + ".s19\"\r\n";
+  EXPECT_EQ(dir.leer("MENU.TXT"), contenido);
+  EXPECT_TRUE(rotulos.starts_with("&1 /f/.../f/3.s19 ") && rotulos.ends_with("&10 /f/.../f/1.s19 "));
+  EXPECT_TRUE(leidas().starts_with("/f/3.s19;/f/4.s19;") && f.menu.separa_2.Visible);
+  fs::remove(dir.ruta() / "MENU.TXT");
+  fs::create_directory(dir.ruta() / "MENU.TXT");
+  actualizar_historial(f, "/F/1.s19");
+  EXPECT_EQ(plat.cajas, std::vector{critica("Atención", "No se ha podido guardar la lista de archivos en el fichero: " +
+                                                            (dir.ruta() / "MENU.TXT").string())});
+  EXPECT_EQ(f.historial[10], "/F/1.s19") << "case matters";
+}
+
+TEST_F(proyecto, lists_edited_by_hand_are_read_as_far_as_they_make_sense) {
+  const std::pair<std::string, const char*> casos[] = {
+      {"\"/a\"\r\n\"/b, c\"\r\n", "/a;/b, c;"},
+      {"\"/a\"\r\n\"/to\r\n\"/b\"\r\n\"/c", "/a;/b;"},
+      {"\"/a\"\n/b\"c\"d\r\n\"/e\"\r\n\"\"\r\n", "/a;/e;"},
+      {std::string(50, '\0') + "\r\n\"/a\"\r\n" + std::string(9, '\0'), "/a;"},
+      {"\"" + std::string(5000, 'x') + "\"\r\n\"/a\"", "/a;"},
+      {"1\n2\n3\n4\n5\n6\n7\n8\n9\n10\n11\n12\n13\n", "1;2;3;4;5;6;7;8;9;10;11;12;"}};
+  for (const auto& [texto, entradas] : casos) {
+    dir.escribir("MENU.TXT", texto);
+    EXPECT_EQ(leidas(), entradas);
+    EXPECT_EQ(dir.leer("MENU.TXT"), texto);
+  }
+  dir.escribir("MENU.TXT", "\"/a\"");
+  leer_historial(f);
+  actualizar_historial(f, "/b");
+  EXPECT_EQ(dir.leer("MENU.TXT"), "\"/a\"\r\n\"/b\"\r\n") << "a line without an end is not run into";
 }
 
 }  // namespace
