@@ -36,7 +36,7 @@ class Chance:
             frame=self.dice.randint(1, self.dice.choice((6, 25, 25, 600))), few=self.dice.randint(1, 20),
             many=self.dice.randint(2, 70), digit=self.dice.choice("123456789AZ"),
             late=self.dice.choice((300, 2000, 7000)))
-        print(f"  a board that {[fault for fault in self.faults if fault not in options]} {options}")
+        print(f"  faults: {', '.join(self.faults) or 'none'}; the board: {options}")
         self.bench.begin_board(f"{'' if '--baudios' in options else '--sin-ritmo'} {options}")
 
     def draw_control(self):
