@@ -45,7 +45,7 @@ class Bench:
         self.settings, self.history = self.home / "SETTINGS.TXT", self.home / "MENU.TXT"
         self.journal = self.home / "unidades/c/Datos/TORVAX-m68k/memoria.txt"
         self.board = self.program = None
-        shutil.copytree(source, self.home, ignore=shutil.ignore_patterns("COM*", "MENU.TXT", "memoria.txt"))
+        shutil.copytree(source, self.home, ignore=shutil.ignore_patterns("COM*", "simulada.txt", "MENU.TXT", "memoria.txt"))
         self.settings.write_bytes(b'"115200","n","8","1"\r\n"COM1"\r\n')
 
     def put_firmware(self, *lengths):
