@@ -19,6 +19,12 @@ QRect lugar_de(const QWidget& ventana) {
   return ventana.geometry().adjusted(0, con_titulo(ventana) ? -alto_titulo : 0, 0, 0);
 }
 
+/// While a menu is open, no window is active.
+const QWidget* duena_del_menu() {
+  const QWidget* menu = QApplication::activePopupWidget();
+  return menu != nullptr && menu->parentWidget() != nullptr ? menu->parentWidget()->window() : nullptr;
+}
+
 /// From the one at the back to the one in front.
 QList<QWidget*> ventanas() {
   QList<QWidget*> todas;
@@ -28,7 +34,7 @@ QList<QWidget*> ventanas() {
   const auto altura = [](const QWidget* una) {
     if (una->windowType() == Qt::ToolTip || una->windowType() == Qt::Popup) return 3;
     if (una->isModal()) return 2;
-    return una->isActiveWindow() ? 1 : 0;
+    return una->isActiveWindow() || una == duena_del_menu() ? 1 : 0;
   };
   std::ranges::stable_sort(todas, {}, altura);
   return todas;

@@ -49,6 +49,10 @@ void abrir_otro_archivo(viaje& v) {
   v.t.esperar_caja("El programa contenido en la Flash difiere del cargado en el buffer", "Aceptar", "");
   v.hijo<QToolButton>("Toolbar_4").click();
   v.t.foto("distinta");
+  v.t.decir("La comparación de los buffer enseña en qué: lo leído, del otro programa, frente a esta imagen.");
+  v.t.esperar_caja("Ha finalizado la comparación de los buffer de entrada y salida", "Aceptar", "");
+  v.hijo<QAction>("men_comparar").trigger();
+  v.t.foto_de("Resultado Comparación de buffer", "diferencias");
 }
 
 void acerca_de(viaje& v) {

@@ -101,8 +101,10 @@ void testigo::foto_de(const std::string& titulo, const std::string& nombre) {
 
 void testigo::foto_de_menu(QMenu& menu, const std::string& nombre) {
   auto* barra = qobject_cast<QMenuBar*>(menu.parentWidget());
-  const QPoint donde = barra != nullptr ? barra->actionGeometry(menu.menuAction()).bottomLeft() : QPoint();
-  menu.popup(barra != nullptr ? barra->mapToGlobal(donde) : donde);
+  const QWidget& padre = *menu.parentWidget();
+  const QPoint donde =
+      barra != nullptr ? barra->actionGeometry(menu.menuAction()).bottomLeft() : QPoint(2 * padre.width() / 5, 0);
+  menu.popup(padre.mapToGlobal(donde + QPoint(0, barra != nullptr ? 0 : padre.height() / 2)));
   foto(nombre);
   menu.close();
 }
@@ -128,7 +130,10 @@ void testigo::contestar(QMessageBox& caja) {
   QAbstractButton* boton = nullptr;
   if (!cajas_.empty() && caja.text().toStdString().find(cajas_.front().texto) != std::string::npos) {
     boton = boton_de(caja, cajas_.front().boton);
-    if (!cajas_.front().retrato.empty()) foto(cajas_.front().retrato);
+    if (!cajas_.front().retrato.empty()) {
+      if (QAbstractButton* detalles = boton_de(caja, "Mostrar los detalles...")) detalles->click();
+      foto(cajas_.front().retrato);
+    }
     cajas_.pop_front();
   }
   if (boton == nullptr) {

@@ -31,7 +31,7 @@ class testigo {
   int faltas() const { return faltas_; }
 
   /// A box whose text holds `texto` will come, and is answered with the button `boton`; with a picture of this name,
-  /// unless it is empty.
+  /// and of the details if the box has any, unless it is empty.
   void esperar_caja(std::string texto, std::string boton, std::string retrato) {
     cajas_.push_back({std::move(texto), std::move(boton), std::move(retrato)});
   }
@@ -51,7 +51,7 @@ class testigo {
   void foto(const std::string& nombre);
   /// The same, and then closes the window of this title, which must be there.
   void foto_de(const std::string& titulo, const std::string& nombre);
-  /// The same with this menu of the main window open.
+  /// The same with this menu open, which belongs to a bar or to a whole window.
   void foto_de_menu(QMenu& menu, const std::string& nombre);
 
  private:

@@ -35,11 +35,14 @@ void borrar(viaje& v);
 void programar(viaje& v);
 void verificar(viaje& v);
 void leer_lo_programado(viaje& v);
+void buscar_en_un_volcado(viaje& v);
 void mirar_en_el_mapa(viaje& v);
 void leer_un_rango(viaje& v);
 void abrir_otro_archivo(viaje& v);
 void detener(viaje& v);
 void placa_muda(viaje& v);
+void puerto_sin_nada(viaje& v);
+void enchufar_placa_simulada(viaje& v);
 void acerca_de(viaje& v);
 void cerrar(viaje& v);
 
