@@ -30,7 +30,7 @@ std::string nombre_del_aparato(const fs::path& linea) {
   for (int i = 0; i < niveles && !error; ++i, donde = donde.parent_path()) {
     const std::string producto = renglon(donde / "product"), fabricante = renglon(donde / "manufacturer");
     if (producto.empty()) continue;
-    return fabricante.empty() ? producto : producto + " (" + fabricante + ")";
+    return fabricante.empty() ? producto : std::string(producto).append(" (").append(fabricante).append(")");
   }
   return {};
 }

@@ -1,7 +1,6 @@
 #include "shell/proyecto.h"
 
 #include <filesystem>
-#include <functional>
 
 #include "image/cargar_bin.h"
 #include "image/cargar_s19.h"
@@ -40,23 +39,12 @@ void olvidar_proyecto(frm_principal& f) {
   f.estado.panel(1).ToolTipText = "";
 }
 
-/// `elegir` gives the path of the file, or an empty text, when the user has not kept to the one that is loaded.
-void abrir(frm_principal& f, const std::function<std::string()>& elegir) {
-  if (rechazada_por_orden(f)) return;
-  const orden_en_curso orden(f);
-  const respuesta_caja respuesta = desea_el_mismo(f);
-  if (respuesta == vbYes) {
-    actualizar_historial(f, f.v.ruta_archivo);
-    return cargar_proyecto(f, extension_de(f.v.ruta_archivo));
-  }
-  if (respuesta != vbNo) return;
-
-  const directorio_actual restaurar;
-  f.v.ruta_archivo = elegir();
-  if (sin_blancos(f.v.ruta_archivo).empty()) return olvidar_proyecto(f);
-  actualizar_historial(f, f.v.ruta_archivo);
+void abrir_elegido(frm_principal& f, const std::string& ruta) {
+  f.v.ruta_archivo = ruta;
+  if (sin_blancos(ruta).empty()) return olvidar_proyecto(f);
+  actualizar_historial(f, ruta);
   guardar_ajustes(f.link);
-  cargar_proyecto(f, extension_de(f.v.ruta_archivo));
+  cargar_proyecto(f, extension_de(ruta));
 }
 
 }  // namespace
@@ -91,14 +79,23 @@ std::string carpeta_de_partida(const frm_principal& f) {
 }
 
 void abrir_proyecto(frm_principal& f) {
-  abrir(f, [&f] {
-    f.cmd_buscar.InitDir = carpeta_de_partida(f);
-    return f.plat.ShowOpen(f.cmd_buscar);
-  });
+  if (rechazada_por_orden(f)) return;
+  const orden_en_curso orden(f);
+  const respuesta_caja respuesta = desea_el_mismo(f);
+  if (respuesta == vbYes) {
+    actualizar_historial(f, f.v.ruta_archivo);
+    return cargar_proyecto(f, extension_de(f.v.ruta_archivo));
+  }
+  if (respuesta != vbNo) return;
+  const directorio_actual restaurar;
+  f.cmd_buscar.InitDir = carpeta_de_partida(f);
+  abrir_elegido(f, f.plat.ShowOpen(f.cmd_buscar));
 }
 
 void abrir_soltado(frm_principal& f, const std::string& ruta) {
-  abrir(f, [&ruta] { return ruta; });
+  if (rechazada_por_orden(f)) return;
+  const orden_en_curso orden(f);
+  abrir_elegido(f, ruta);
 }
 
 void cargar_proyecto(frm_principal& f, std::string_view extension) {

@@ -7,11 +7,12 @@
 
 namespace morvane {
 
-/// Lets the user choose a firmware file, beginning in the folder of the last one, and loads it. Refused with a box while a command or a load runs.
+/// Lets the user choose a firmware file, beginning in the folder of the last one, and loads it. Refused with a box
+/// while a command or a load runs.
 void abrir_proyecto(frm_principal& f);
 
-/// The same where the user has chosen `ruta`, in the host's form, already and needs no dialog: all else, the question
-/// whether to load the same file again included, is as there.
+/// The same from where the dialog has given a path: the user has chosen `ruta`, in the host's form, already, so that no
+/// question is left.
 void abrir_soltado(frm_principal& f, const std::string& ruta);
 
 /// True for a path with the extension of a kind of file that can be loaded.
