@@ -135,6 +135,7 @@ void barra_busqueda::cambiar_clase(clase_busqueda nueva) {
   const QString antes = que_->text();
   que_->setText(otro_);
   otro_ = antes;
+  mensaje_->clear();
   que_->setFocus();
 }
 

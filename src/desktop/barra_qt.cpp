@@ -51,7 +51,11 @@ void hacer_boton(QToolBar& destino, Toolbar& barra, int indice, taller& t) {
     // Disabling the button has passed the focus on, and the next press of the space bar would start another command.
     if (con_foco && tecla->isEnabled()) tecla->setFocus();
   });
-  t.al_cambiar([accion, &boton] { accion->setEnabled(boton.Enabled); });
+  t.al_cambiar([accion, tecla, &boton] {
+    accion->setEnabled(boton.Enabled);
+    // It has not been told that the pointer has left it meanwhile.
+    if (!tecla->rect().contains(tecla->mapFromGlobal(QCursor::pos()))) tecla->setAttribute(Qt::WA_UnderMouse, false);
+  });
 }
 
 }  // namespace

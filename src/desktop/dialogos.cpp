@@ -4,6 +4,7 @@
 #include <QCloseEvent>
 #include <QDialogButtonBox>
 #include <QGuiApplication>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
@@ -169,6 +170,7 @@ dialogo_abrir::dialogo_abrir(const CommonDialog& descripcion, QWidget* duena)
   for (auto* respuestas : findChildren<QDialogButtonBox*>()) {
     respuestas->setAccessibleName(QStringLiteral("Respuestas"));
   }
+  for (auto* columnas : findChildren<QHeaderView*>()) columnas->setSectionResizeMode(QHeaderView::ResizeToContents);
   // Qt's own size is that of a small font.
   const int renglon = fontMetrics().height();
   resize(QSize(44 * renglon, 30 * renglon).boundedTo(screen()->availableSize() * 9 / 10));

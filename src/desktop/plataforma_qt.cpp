@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QMainWindow>
 #include <QTime>
 #include <chrono>
 #include <cstdio>
@@ -46,6 +47,11 @@ void plataforma_qt::esperar_a(QDialog& dialogo) {
   }
 }
 
+QWidget* plataforma_qt::de_quien() const {
+  auto* activa = qobject_cast<QMainWindow*>(QApplication::activeWindow());
+  return activa != nullptr ? activa : duena;
+}
+
 respuesta_caja plataforma_qt::mostrar(const caja& mensaje) {
   const std::string explicacion = std::exchange(explicacion_, {});
   if (sincronizar) sincronizar();
@@ -53,7 +59,7 @@ respuesta_caja plataforma_qt::mostrar(const caja& mensaje) {
     std::fprintf(stderr, "%s: %s\n", mensaje.titulo.c_str(), mensaje.texto.c_str());
     return vbNinguna;
   }
-  ventana_caja ventana(mensaje, explicacion, duena);
+  ventana_caja ventana(mensaje, explicacion, de_quien());
   esperar_a(ventana);
   return ventana.respuesta();
 }
@@ -61,7 +67,7 @@ respuesta_caja plataforma_qt::mostrar(const caja& mensaje) {
 std::string plataforma_qt::ShowOpen(const CommonDialog& dialogo) {
   if (sincronizar) sincronizar();
   if (desatendida_) return {};
-  dialogo_abrir ventana(dialogo, duena);
+  dialogo_abrir ventana(dialogo, de_quien());
   esperar_a(ventana);
   return ventana.ruta();
 }

@@ -75,6 +75,11 @@ void colorear(QWidget& superficie, color fondo) {
   QPalette paleta = superficie.palette();
   paleta.setColor(QPalette::Window, base);
   paleta.setColor(QPalette::WindowText, qGray(fondo) > 127 ? Qt::black : Qt::white);
+  // Buttons on a light surface are light, or their icons would be lost.
+  if (qGray(fondo) > 127 && qGray(paleta.color(QPalette::Button).rgb()) < 128) {
+    paleta.setColor(QPalette::Button, base.lighter(105));
+    paleta.setColor(QPalette::ButtonText, Qt::black);
+  }
   superficie.setPalette(paleta);
   superficie.setAutoFillBackground(true);
 }

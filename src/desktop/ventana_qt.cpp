@@ -115,7 +115,16 @@ void ventana_qt::ejecutar(const evento& manejador) {
   }
 }
 
+/// The key that desktops have for it is missing on many keyboards.
+void ventana_qt::pedir_contextual() {
+  QWidget* quien = focusWidget() != nullptr ? focusWidget() : this;
+  const QPoint donde = quien->rect().center();
+  QContextMenuEvent suceso(QContextMenuEvent::Keyboard, donde, quien->mapToGlobal(donde));
+  QCoreApplication::sendEvent(quien, &suceso);
+}
+
 void ventana_qt::keyPressEvent(QKeyEvent* tecla) {
+  if (tecla->key() == Qt::Key_F10 && tecla->modifiers() == Qt::ShiftModifier) return pedir_contextual();
   auto* boton = qobject_cast<QAbstractButton*>(focusWidget());
   const bool enter = tecla->key() == Qt::Key_Return || tecla->key() == Qt::Key_Enter;
   if (boton == nullptr || !enter || tecla->isAutoRepeat()) return QMainWindow::keyPressEvent(tecla);

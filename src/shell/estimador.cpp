@@ -12,7 +12,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr instante entre_textos = 500ms;
-constexpr instante ventana = 10s;
+constexpr instante ventana = 20s;
 /// Before that the speed is a matter of luck.
 constexpr instante primera_prediccion = 1s;
 

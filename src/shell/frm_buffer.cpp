@@ -2,6 +2,8 @@
 
 #include <cstdlib>
 
+#include "platform/texto.h"
+
 namespace morvane {
 
 namespace {
@@ -9,8 +11,9 @@ namespace {
 const letra consola{"Lucida Console", 9.75};
 constexpr color cian = 0x00FFFF, naranja = 0xFFC080, crema = 0xFFE0C0;
 
-std::string cuenta_de(std::size_t diferencias) {
-  return std::to_string(diferencias) + (diferencias == 1 ? " diferencia" : " diferencias");
+std::string cuenta_de(std::size_t diferencias, std::int32_t tope) {
+  return std::to_string(diferencias) + (diferencias == 1 ? " diferencia" : " diferencias") + " hasta " +
+         hex(static_cast<std::uint32_t>(tope), 6);
 }
 
 void vestir(Label& rotulo, color fondo) {
@@ -80,7 +83,7 @@ frm_buffer_comp::frm_buffer_comp(plataforma& plat, const Variables_grab& v)
 
 void frm_buffer_comp::comparar_buffers() {
   auto diferencias = filas_de_comparacion(v_, v_.dir_max);
-  lbl_cuenta.Caption = cuenta_de(diferencias->cuantas());
+  lbl_cuenta.Caption = cuenta_de(diferencias->cuantas(), v_.dir_max);
   lst_compara.List = std::move(diferencias);
   plat_.MsgBox({"Atención", "Ha finalizado la comparación de los buffer de entrada y salida", botones::Aceptar,
                 icono::informacion});

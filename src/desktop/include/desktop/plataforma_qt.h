@@ -25,7 +25,7 @@ class plataforma_qt final : public plataforma {
 
   /// Brings all windows up to date; called before each pass and before each box.
   std::function<void()> sincronizar;
-  /// The window that boxes and dialogs belong to; null before it is shown.
+  /// The window that boxes and dialogs belong to when none of the program's is active; null before it is shown.
   QWidget* duena = nullptr;
 
   /// The next box offers `motivo`, one line about the cause of what it says, behind a button.
@@ -41,6 +41,8 @@ class plataforma_qt final : public plataforma {
 
  private:
   void esperar_a(QDialog& dialogo);
+  /// The window that the user is working in, so that a box brings no other one to the front.
+  QWidget* de_quien() const;
 
   anfitrion_posix maquina_;
   bool desatendida_ = false;

@@ -47,7 +47,7 @@ class ventana_qt final : public QMainWindow {
 
  protected:
   void closeEvent(QCloseEvent* suceso) override;
-  /// Enter presses the button that has the focus, as Space does.
+  /// Enter presses the button that has the focus, as Space does; Shift+F10 opens the context menu.
   void keyPressEvent(QKeyEvent* tecla) override;
   void contextMenuEvent(QContextMenuEvent* suceso) override;
   bool event(QEvent* suceso) override;
@@ -56,6 +56,7 @@ class ventana_qt final : public QMainWindow {
   void poner_menus(taller& t);
   void poner_superficie(taller& t);
   void avisar_tamano();
+  void pedir_contextual();
   void ejecutar(const evento& manejador);
 
   Form& forma_;

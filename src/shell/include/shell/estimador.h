@@ -8,7 +8,7 @@
 namespace morvane {
 
 /// Tells the user how a command gets on: percentage, bytes per second and time left while it runs, how long it took
-/// when it has ended. Texts change twice a second at most, the speed is that of the last ten seconds, and the time left
+/// when it has ended. Texts change twice a second at most, the speed is that of the last 20 seconds, and the time left
 /// counts down evenly as long as that is not far off.
 class estimador {
  public:
