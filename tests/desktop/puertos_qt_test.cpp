@@ -1,10 +1,6 @@
 #include "desktop/puertos_qt.h"
 
-#include <QtWidgets>
-
 #include "aplicacion.h"
-#include "apoyo/banco.h"
-#include "apoyo/guion.h"
 
 namespace {
 
@@ -37,14 +33,11 @@ struct puertos_qt_test : banco_enlace<guion> {
 TEST_F(puertos_qt_test, the_simulated_board_comes_and_goes_and_the_tips_tell) {
   EXPECT_TRUE(lista.toolTip().startsWith("COM3: no existen ni")) << lista.toolTip().toStdString();
   entrada("Placa simulada en COM3")->trigger();
-  EXPECT_EQ(textos(), "");
-  EXPECT_EQ(placa.puerto(), 3);
+  EXPECT_TRUE(placa.puerto() == 3 && plat.cajas.empty());
   EXPECT_TRUE(lista.toolTip().contains("Placa simulada\nLibre")) << lista.toolTip().toStdString();
-  EXPECT_EQ(lista.itemData(2, Qt::ToolTipRole), lista.toolTip());
   EXPECT_TRUE(entrada("Placa simulada")->isChecked() && !entrada("Quitar")->isEnabled());
   entrada("Placa simulada")->trigger();
-  EXPECT_EQ(placa.puerto(), 0);
-  EXPECT_TRUE(lista.toolTip().startsWith("COM3: no existen ni"));
+  EXPECT_TRUE(placa.puerto() == 0 && lista.toolTip().startsWith("COM3: no existen ni"));
 }
 
 TEST_F(puertos_qt_test, a_board_that_is_noted_comes_back_unless_it_runs_already_or_a_file_has_its_place) {

@@ -1,5 +1,4 @@
 #include "aplicacion.h"
-#include "desktop/recepcion_qt.h"
 
 namespace {
 
@@ -67,7 +66,9 @@ TEST_F(ventana_qt_test, no_window_cuts_a_text) {
   std::vector<Form*> todas = f.otras_ventanas();
   todas.push_back(&f.ventana);
   for (const double puntos : {6.0, 9.0, 27.0}) {
-    const con_letra letra(puntos);
+    QFont letra;
+    letra.setPointSizeF(puntos);
+    QApplication::setFont(letra);
     for (Form* forma : todas) {
       forma->Show();
       ventana_qt otra(*forma, {});
@@ -84,26 +85,7 @@ TEST_F(ventana_qt_test, no_window_cuts_a_text) {
       }
     }
   }
-}
-
-TEST_F(ventana_qt_test, a_firmware_file_that_is_dropped_is_taken_once_the_drop_has_ended_but_not_moved_away) {
-  std::string recibido;
-  const recepcion_qt r(v, [&](const std::string& ruta) { recibido = ruta; });
-  const std::string bueno = dir.escribir("á b#%41.s19", "x"), texto = dir.escribir("x.hex", "x");
-  const std::tuple<std::string, Qt::DropAction, std::string> casos[] = {
-      {bueno, Qt::CopyAction, bueno}, {bueno, Qt::MoveAction, ""}, {texto, Qt::CopyAction, ""}};
-  for (const auto& [ruta, como, esperado] : casos) {
-    recibido.clear();
-    QMimeData oferta;
-    oferta.setUrls({QUrl::fromLocalFile(QString::fromStdString(ruta))});
-    QDragEnterEvent entra({9, 9}, como, &oferta, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(&v, &entra);
-    QDropEvent cae({9, 9}, como, &oferta, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(&v, &cae);
-    EXPECT_TRUE(cae.isAccepted() == !esperado.empty() && recibido.empty());
-    QApplication::processEvents();
-    EXPECT_EQ(recibido, esperado);
-  }
+  QApplication::setFont({});
 }
 
 }  // namespace

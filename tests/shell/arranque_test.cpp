@@ -23,7 +23,6 @@ TEST_F(arranque, the_window_comes_up_whatever_is_missing) {
     lejos.placa.fallos.muda_desde = c.muda ? 1 : 0;
     lejos.comandos.clear();
     plat.cajas.clear();
-    f.link.valores = {};
     Form_Load(f);
     EXPECT_EQ(textos(), c.cajas);
     EXPECT_EQ(lejos.flujo(), c.flujo);
