@@ -34,8 +34,7 @@ TEST_F(estimador_test, it_counts_down_evenly_and_seldom_and_tells_a_real_change)
     instante cuanto;
     std::int64_t bytes;
     const char* breve;
-  } casos[] = {{900ms, 900, "0 %"},
-               {1100ms, 1100, "1 % · 1,0 kB/s · 1:38"},
+  } casos[] = {{2s, 2000, "1 % · 1,0 kB/s · 1:38"},
                {40s, 40'000, "41 % · 1,0 kB/s · 0:58"},
                {12s, 36'000, "76 % · 3,0 kB/s · 0:09"},
                {7s, 21'000, "97 % · 3,0 kB/s · 0:02"}};
@@ -43,7 +42,6 @@ TEST_F(estimador_test, it_counts_down_evenly_and_seldom_and_tells_a_real_change)
     andar(c.cuanto, c.bytes);
     EXPECT_EQ(e.dicho().breve, c.breve);
   }
-  EXPECT_EQ(e.dicho().extenso, "Grabando: 97 %, 3,0 kB/s, quedan 0:02");
   EXPECT_LE(dichos.size(), 122U) << "not more than two a second";
   EXPECT_EQ(reloj_de(3723) + velocidad_de(9950), "1:02:0310 kB/s");
 }

@@ -108,6 +108,12 @@ TEST_F(supervivencia, two_programs_in_one_directory_lose_nothing_of_each_other) 
   for (auto ruta = lista.rbegin(); ruta != lista.rend(); ++ruta) {
     EXPECT_EQ(ruta->substr(3), std::to_string(ultima[ruta->substr(0, 3)]--)) << testing::PrintToString(lista);
   }
+  for (const std::string& ruta : {una(1), una(2)}) {
+    const std::string ajena = "\"" + ruta + "\"\r\n";
+    dir.escribir("MENU.TXT", ajena);
+    actualizar_historial(f, ruta);
+    EXPECT_TRUE(f.historial[1] == ruta && f.historial[2].empty() && dir.leer("MENU.TXT") == ajena) << ruta;
+  }
 }
 
 }  // namespace
