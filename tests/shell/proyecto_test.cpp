@@ -28,32 +28,32 @@ TEST_F(proyecto, paths_are_cut_by_characters_and_their_end_is_the_extension) {
   for (const char* mala : {"/x/a.hex", "/x/s19/", "", "a.s1", "/x/a.s19x"}) EXPECT_FALSE(es_firmware(mala)) << mala;
 }
 
-TEST_F(proyecto, a_file_comes_by_the_dialog_or_dropped_after_the_same_question) {
+TEST_F(proyecto, a_file_comes_dropped_without_a_question_or_by_the_dialog_after_one) {
   const caja pregunta{"Atención", "Desea cargar el mismo proyecto?", botones::SiNo, icono::informacion};
   const std::string a = dir.escribir("a.s19", ocho_bytes), b = dir.escribir("b.S19", "S10801000102030405E9\r\n");
-  abrir_soltado(f, a);
-  EXPECT_TRUE(textos() == texto_cargado && v.buffer_salida[0x107] == 8 && f.historial[1] == a) << "no question yet";
+  for (const std::string& ruta : {b, a}) abrir_soltado(f, ruta);
+  EXPECT_EQ(textos(), texto_cargado + "|" + texto_cargado);
+  EXPECT_TRUE(v.buffer_salida[0x107] == 8 && v.ruta_archivo == a);
   dir.escribir("a.s19", "S1050100AAAA00\r\n");
   const struct {
-    bool soltado;
     respuesta_caja respuesta;
-    std::string queda;
+    std::string elegido, queda;
     int byte, byte_5;
-  } casos[] = {
-      {true, vbNinguna, a, 1, 6}, {false, vbYes, a, 0xAA, 0xFF}, {true, vbNo, b, 1, 0xFF}, {false, vbNo, "", 1, 0xFF}};
+  } casos[] = {{vbNinguna, b, a, 1, 6}, {vbYes, b, a, 0xAA, 0xFF}, {vbNo, b, b, 1, 0xFF}, {vbNo, "", "", 1, 0xFF}};
   for (const auto& c : casos) {
     plat.cajas.clear();
     plat.responder(c.respuesta);
-    c.soltado ? abrir_soltado(f, b) : f.menu.men_abrir.Click();
+    plat.eleccion = [&c] { return c.elegido; };
+    f.menu.men_abrir.Click();
     EXPECT_TRUE(plat.cajas.at(0) == pregunta && v.ruta_archivo == c.queda);
     EXPECT_TRUE(v.buffer_salida[0x100] == c.byte && v.buffer_salida[0x105] == c.byte_5) << c.queda << c.respuesta;
   }
   EXPECT_TRUE(v.dir_max == 0 && f.estado.panel(1).Text.valor().empty());
-  EXPECT_EQ(leidas(), a + ";" + b + ";");
+  EXPECT_EQ(leidas(), b + ";" + a + ";");
   EXPECT_EQ(f.cmd_buscar.InitDir, dir.ruta()) << "the dialog starts where the last file was";
   fs::remove(b);
   plat.cajas.clear();
-  for (const std::size_t i : {0U, 1U}) f.menu.men_dir[i].Click();
+  for (const std::size_t i : {1U, 0U}) f.menu.men_dir[i].Click();
   EXPECT_EQ(textos(),
             texto_cargado + "|No se ha podido cargar el archivo:\r\n" + b + "\r\nMotivo: el archivo no existe");
   EXPECT_TRUE(v.dir_max == 0 && v.buffer_salida[0x100] == 0xFF);
