@@ -17,16 +17,6 @@ inline QApplication& aplicacion() {
   return *unica;
 }
 
-/// All windows made while it lives are laid out for a font of this size.
-struct con_letra {
-  explicit con_letra(double puntos) {
-    QFont letra;
-    letra.setPointSizeF(puntos);
-    QApplication::setFont(letra);
-  }
-  ~con_letra() { QApplication::setFont(QFont()); }
-};
-
 inline void pulsar(QWidget* donde, int tecla, const QString& texto = {}, Qt::KeyboardModifiers con = Qt::NoModifier) {
   for (const QEvent::Type tipo : {QEvent::KeyPress, QEvent::KeyRelease}) {
     QKeyEvent suceso(tipo, tecla, con, texto);

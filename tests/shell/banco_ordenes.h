@@ -16,21 +16,20 @@ struct banco_ordenes : banco_principal {
   }
   void llenar(std::uint8_t byte) { std::ranges::fill(lejos.chip.flash(), byte); }
   /// Runs a command on a board that has come to rest, with faults whose frames count from the command's first one.
-  /// Gives the commands that the board took.
-  std::string correr(orden cual, puente::faltas mal = {}, respuesta_caja respuesta = vbCancel) {
+  /// Its question is answered with Cancel. Gives the commands that the board took.
+  std::string correr(orden cual, puente::faltas mal = {}) {
     plat.pasar(1s);
     lejos.placa.fallos = {};
     lejos.placa.vaciar();
-    for (auto* n : {&mal.muda_desde, &mal.cortada_en, &mal.suma_mala_en, &mal.error_en, &mal.reset_en,
-                    &mal.balbuceo_desde, &mal.cuelga_en}) {
+    for (auto* n : {&mal.muda_desde, &mal.cortada_en, &mal.error_en, &mal.cuelga_en}) {
       if (*n != 0) *n += lejos.placa.tramas();
     }
     lejos.placa.fallos = mal;
     lejos.comandos.clear();
     plat.cajas.clear();
-    plat.olvidar_respuestas();
-    if (!plat.usuario) plat.responder(respuesta);
+    if (!plat.usuario) plat.responder(vbCancel);
     cual(f);
+    plat.olvidar_respuestas();
     EXPECT_TRUE(en_reposo());
     return lejos.flujo();
   }

@@ -10,19 +10,14 @@ using namespace apoyo;
 
 namespace {
 
-/// A line is '>' or '<', bytes in hexadecimal up to the ETX, and the same as text. In the document the run of the whole
-/// program is the last block.
-struct linea_doc {
-  explicit linea_doc(const std::string& renglon) : direccion(renglon.at(0)) {
-    std::istringstream partes(renglon.substr(1));
-    for (std::string parte; !bytes.ends_with(ETX) && partes >> parte;) {
-      bytes += static_cast<char>(std::stoi(parte, nullptr, 16));
-    }
-    partes >> texto;
+/// The bytes in hexadecimal of a line, up to the ETX.
+std::string bytes_de(std::istream& renglon) {
+  std::string bytes;
+  for (std::string parte; !bytes.ends_with(ETX) && renglon >> parte;) {
+    bytes += static_cast<char>(std::stoi(parte, nullptr, 16));
   }
-  char direccion;
-  std::string bytes, texto;
-};
+  return bytes;
+}
 
 TEST_F(banco_principal, board_and_program_say_what_the_document_says) {
   std::ifstream documento(PROTOCOLO);
@@ -36,17 +31,21 @@ TEST_F(banco_principal, board_and_program_say_what_the_document_says) {
     if (principio) ++bloques, carrera.clear(), chip = {};
     if (principio || renglon.starts_with("```")) dentro = principio;
     if (!dentro || principio) continue;
-    const linea_doc l(renglon);
-    EXPECT_EQ(l.bytes, marco(l.texto));
-    if (l.direccion == '<') {
-      EXPECT_EQ(respuesta, l.bytes) << l.texto;
+    // A line is '>' or '<', the bytes, and the same as text.
+    std::istringstream partes(renglon.substr(1));
+    const std::string bytes = bytes_de(partes);
+    std::string texto;
+    partes >> texto;
+    EXPECT_EQ(bytes, marco(texto));
+    if (renglon[0] == '<') {
+      EXPECT_EQ(respuesta, bytes) << texto;
       continue;
     }
-    carrera += l.bytes;
-    placa.entra(l.bytes, {});
+    carrera += bytes;
+    placa.entra(bytes, {});
     respuesta = placa.sale({});
   }
-  EXPECT_GE(bloques, 5);
+  EXPECT_GE(bloques, 5) << "the last one is the run of the whole program";
   empezar();
   abrir_archivo("ocho.s19", ocho_bytes);
   const std::size_t antes = linea.escrito().size();
