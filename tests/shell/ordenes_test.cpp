@@ -126,6 +126,29 @@ TEST_F(ordenes, a_programming_cut_off_at_any_frame_by_the_death_of_the_program_i
     EXPECT_TRUE(textos() == texto_grabado && lejos.comandos.size() == tramas) << lejos.flujo();
     EXPECT_TRUE(std::ranges::equal(lejos.chip.flash().first(0x400), std::span(v.buffer_salida).first(0x400)));
   }
+}
+
+TEST_F(ordenes, a_programming_cut_off_at_any_frame_by_a_board_without_power_is_told_or_found_and_mended) {
+  correr(men_prog_t_Click);
+  const std::size_t tramas = lejos.comandos.size();
+  for (std::size_t n = 1; n < tramas; ++n) {
+    SCOPED_TRACE(n);
+    plat.responder(vbCancel);
+    tras(n, [this] {
+      lejos.chip.reiniciar();
+      lejos.placa.vaciar();
+    });
+    men_prog_t_Click(f);
+    plat.en_cada_pasada = nullptr;
+    plat.olvidar_respuestas();
+    const bool dicho = textos().ends_with(texto_interrumpida);
+    correr(mn_verifi_t_f_Click);
+    const bool entera = lejos.chip.flash()[0x107] == 8 && lejos.chip.flash()[0x103] == 4;
+    EXPECT_TRUE(entera || !textos().ends_with("está correcto")) << textos();
+    EXPECT_TRUE(dicho || entera) << "neither told nor in the chip";
+    correr(men_prog_t_Click);
+    EXPECT_EQ(textos(), texto_grabado);
+  }
   correr(men_prog_t_Click, {.cuelga_en = tramas});
   EXPECT_EQ(textos(), texto_grabado) << "a closing that fails does not undo what was done";
 }
