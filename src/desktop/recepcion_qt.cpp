@@ -4,7 +4,6 @@
 #include <QDropEvent>
 #include <QLineEdit>
 #include <QMimeData>
-#include <QTimer>
 #include <QUrl>
 #include <filesystem>
 
@@ -44,6 +43,8 @@ recepcion_qt::recepcion_qt(ventana_qt& ventana, std::function<void(const std::st
   const auto campos = ventana.findChildren<QLineEdit*>();
   for (QLineEdit* campo : campos) campo->setAcceptDrops(false);
   ventana.installEventFilter(this);
+  luego_.setSingleShot(true);
+  connect(&luego_, &QTimer::timeout, this, [this] { recibir(); });
 }
 
 bool recepcion_qt::eventFilter(QObject* quien, QEvent* suceso) {
@@ -55,14 +56,17 @@ bool recepcion_qt::eventFilter(QObject* quien, QEvent* suceso) {
   const std::string ruta = firmware_ofrecido(*oferta.mimeData());
   const bool libre = QApplication::activeModalWidget() == nullptr;
   oferta.setAccepted(libre && !ruta.empty() && sin_mover(oferta));
-  if (tipo == QEvent::Drop && oferta.isAccepted()) QTimer::singleShot(0, this, [this, ruta] { recibir(ruta); });
+  if (tipo == QEvent::Drop && oferta.isAccepted()) {
+    soltada_ = ruta;
+    luego_.start(0);
+  }
   return true;
 }
 
-void recepcion_qt::recibir(const std::string& ruta) {
+void recepcion_qt::recibir() {
   if (!ventana_.isVisible()) return;
   ventana_.activateWindow();
-  ventana_.atender([this, &ruta] { al_recibir_(ruta); });
+  ventana_.atender([this, ruta = soltada_] { al_recibir_(ruta); });
 }
 
 }  // namespace morvane

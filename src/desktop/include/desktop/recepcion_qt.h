@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QTimer>
 #include <functional>
 #include <string>
 
@@ -22,10 +23,12 @@ class recepcion_qt final : public QObject {
   bool eventFilter(QObject* quien, QEvent* suceso) override;
 
  private:
-  void recibir(const std::string& ruta);
+  void recibir();
 
   ventana_qt& ventana_;
   std::function<void(const std::string& ruta)> al_recibir_;
+  std::string soltada_;
+  QTimer luego_;
 };
 
 /// The path of the one firmware file that is offered, as the host's bytes, or empty.
