@@ -16,7 +16,7 @@ std::optional<patron> patron_de(std::string_view que, clase_busqueda como) {
 }
 
 std::string lo_hallado(const hallazgo& h, sentido hacia) {
-  const std::string donde = "En " + direccion(h.dir);
+  std::string donde = "En " + direccion(h.dir);
   if (!h.vuelta) return donde;
   return donde + (hacia == sentido::adelante ? ", vuelta al principio" : ", vuelta al final");
 }
