@@ -54,9 +54,11 @@ def processor_time(command):
 
 
 def in_process():
-    found = [(int(load), int(lines)) for load, lines in output_of(BIN / "carga", SAMPLE, 301)]
-    load, lines = (median(column) for column in zip(*found))
-    return at_most("loading 256 KiB ÷ finding its line ends", median(a / b for a, b in found), 3,
+    """The median of five processes: where one comes to lie in memory changes both sides, one more than the other."""
+    runs = [[(int(load), int(lines)) for load, lines in output_of(BIN / "carga", SAMPLE, 101)] for _ in range(5)]
+    load, lines = (median(median(column) for column in side) for side in zip(*(zip(*run) for run in runs)))
+    ratio = median(median(a / b for a, b in run) for run in runs)
+    return at_most("loading 256 KiB ÷ finding its line ends", ratio, 3,
                    note=f"{load / 1000:.0f} µs against {lines / 1000:.0f} µs")
 
 
