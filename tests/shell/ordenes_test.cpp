@@ -101,12 +101,6 @@ TEST_F(ordenes, what_an_earlier_cancel_left_gives_no_verdict_and_the_repetition_
   }
 }
 
-TEST_F(ordenes, an_erased_check_with_noise_among_its_replies_is_broken_off) {
-  llenar(0xFF);
-  correr(men_verific_t_Click, {.ruido = 3});
-  EXPECT_EQ(textos(), texto_interrumpida);
-}
-
 TEST_F(ordenes, what_a_comparison_had_asked_for_when_it_stopped_does_not_answer_the_next_command) {
   llenar(0);
   v.dir_max_grabada = v.dir_max;
