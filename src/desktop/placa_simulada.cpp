@@ -35,11 +35,10 @@ std::string placa_simulada::poner(int numero) {
   std::string fallo = arrancar(numero);
   if (!fallo.empty()) return fallo;
   QSaveFile fichero(qt_de(nota()));
-  if (fichero.open(QIODevice::WriteOnly)) {
-    fichero.write("COM" + QByteArray::number(numero) + "\n");
-    fichero.commit();
-  }
-  return {};
+  const QByteArray texto = "COM" + QByteArray::number(numero) + "\n";
+  if (fichero.open(QIODevice::WriteOnly) && fichero.write(texto) == texto.size() && fichero.commit()) return {};
+  return "La placa simulada está en " + texto.trimmed().toStdString() +
+         ", pero no se ha podido anotar para la próxima vez: " + fichero.errorString().toStdString();
 }
 
 std::string placa_simulada::arrancar(int numero) {

@@ -20,7 +20,7 @@ class placa_simulada {
   int puerto() const;
 
   /// Makes it the port `numero` (1 to 9), and no longer what it was before. Waits until it answers there, for up to 2
-  /// s. Gives an empty text, or one Spanish line with the reason; then it is no port at all.
+  /// s. Gives an empty text, or one Spanish line: why it is no port at all, or that it could not be noted.
   std::string poner(int numero);
 
   /// Ends it, if it runs; it does not come back by itself.
