@@ -4,6 +4,7 @@
 #include <string>
 
 #include "platform/plataforma.h"
+#include "platform/sistema.h"
 
 namespace banco {
 
@@ -27,7 +28,7 @@ class plataforma_muda final : public morvane::plataforma {
   }
 
  private:
-  morvane::anfitrion_posix maquina_;
+  morvane::anfitrion_del_sistema maquina_;
   morvane::instante ahora_{0};
 };
 

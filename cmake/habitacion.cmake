@@ -1,3 +1,10 @@
+# What one system alone can build, told by its name: <...>_posix and <...>_tty, or <...>_win32. The others are left out.
+if(WIN32)
+  set(de_otro_sistema "_(posix|tty)(_test)?\\.(h|cpp)$")
+else()
+  set(de_otro_sistema "_win32(_test)?\\.(h|cpp)$")
+endif()
+
 # A room: the library morvane_<name> of src/<name>, which sees its own headers and those of the rooms named after USES.
 # Every public header is also compiled alone, so that it includes what it needs.
 function(habitacion nombre)
@@ -7,6 +14,8 @@ function(habitacion nombre)
   endif()
   file(GLOB fuentes CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${nombre}/*.cpp)
   file(GLOB cabeceras CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${nombre}/include/${nombre}/*.h)
+  list(FILTER fuentes EXCLUDE REGEX ${de_otro_sistema})
+  list(FILTER cabeceras EXCLUDE REGEX ${de_otro_sistema})
   foreach(cabecera ${cabeceras})
     get_filename_component(base ${cabecera} NAME)
     set(sola ${CMAKE_CURRENT_BINARY_DIR}/solas/${nombre}_${base}.cpp)
@@ -21,6 +30,7 @@ endfunction()
 # The test program of one room, made of tests/<name>/*.cpp, with the libraries it links.
 function(prueba nombre)
   file(GLOB fuentes CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${nombre}/*.cpp)
+  list(FILTER fuentes EXCLUDE REGEX ${de_otro_sistema})
   if(NOT fuentes)
     return()
   endif()

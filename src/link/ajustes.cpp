@@ -2,6 +2,8 @@
 
 #include "link/puerto.h"
 #include "platform/campos.h"
+#include "platform/rutas.h"
+#include "platform/texto.h"
 
 namespace morvane {
 
@@ -27,7 +29,7 @@ void poner_campo(std::string& destino, const std::string& campo) {
 
 void avisar_ajustes(enlace& e, std::string_view que) {
   const auto ruta = e.ficheros.anfitrion(e.valores.ruta_aplicacion + std::string(nombre_ajustes));
-  preguntar(e, {"Atención", std::string(que) + ruta.string(), botones::Aceptar, icono::critico});
+  preguntar(e, {"Atención", std::string(que) + texto_de(ruta), botones::Aceptar, icono::critico});
 }
 
 }  // namespace
@@ -42,8 +44,8 @@ void leer_ajustes(enlace& e) {
   if (contenido->empty()) return guardar_ajustes(e);
 
   std::string_view resto = sin_marca_utf8(*contenido);
-  const std::vector<std::string> primera = campos_entrecomillados(siguiente_linea(resto));
-  const std::vector<std::string> segunda = campos_entrecomillados(siguiente_linea(resto));
+  const std::vector<std::string> primera = campos_entrecomillados(en_utf8(siguiente_linea(resto)));
+  const std::vector<std::string> segunda = campos_entrecomillados(en_utf8(siguiente_linea(resto)));
   const std::array destinos = {&a.velocidad, &a.paridad, &a.bits_datos, &a.bits_parada};
   for (std::size_t i = 0; i < destinos.size() && i < primera.size(); ++i) poner_campo(*destinos.at(i), primera[i]);
   if (!segunda.empty()) poner_campo(a.puerto, segunda.front());

@@ -4,7 +4,7 @@
 #include <array>
 #include <csignal>
 
-#include "platform/registro.h"
+#include "platform/anfitrion_posix.h"
 
 namespace morvane {
 

@@ -8,12 +8,12 @@
 
 namespace morvane {
 
-fichero::fichero(fichero&& otro) noexcept : descriptor_(std::exchange(otro.descriptor_, -1)) {}
+fichero::fichero(fichero&& otro) noexcept : descriptor_(std::exchange(otro.descriptor_, cerrado)) {}
 
 fichero& fichero::operator=(fichero&& otro) noexcept {
   if (this == &otro) return *this;
   cerrar();
-  descriptor_ = std::exchange(otro.descriptor_, -1);
+  descriptor_ = std::exchange(otro.descriptor_, cerrado);
   return *this;
 }
 
@@ -24,15 +24,16 @@ fichero::~fichero() {
 bool fichero::linea(std::string_view texto) {
   if (!abierto()) return false;
   renglon_.assign(texto).append("\r\n");
-  const off_t antes = ::lseek(descriptor_, 0, SEEK_END);
-  if (antes >= 0 && escribir_todo(descriptor_, renglon_) == 0) return true;
+  const int fd = static_cast<int>(descriptor_);
+  const off_t antes = ::lseek(fd, 0, SEEK_END);
+  if (antes >= 0 && escribir_todo(fd, renglon_) == 0) return true;
   // Half a line would be read as a whole one.
-  if (antes >= 0) (void)::ftruncate(descriptor_, antes);
+  if (antes >= 0) (void)::ftruncate(fd, antes);
   return false;
 }
 
 void fichero::cerrar() {
-  if (abierto()) ::close(std::exchange(descriptor_, -1));
+  if (abierto()) ::close(static_cast<int>(std::exchange(descriptor_, cerrado)));
 }
 
 }  // namespace morvane

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstdio>
 
+#include "barrido_posix.h"
 #include "descriptor.h"
 #include "platform/archivos.h"
 #include "provisionales.h"

@@ -1,15 +1,11 @@
 #include "platform/lector_lineas.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstring>
 
-#include "descriptor.h"
+#include "lectura.h"
 
 namespace morvane {
 
@@ -43,9 +39,8 @@ std::string explicar(int error) {
 }  // namespace
 
 struct lector_lineas::estado {
-  descriptor fd;
-  /// The file when it was opened, and how much of it has been read.
-  struct stat al_abrir {};
+  lectura archivo;
+  /// How much of it has been read.
   std::uint64_t leidos = 0;
   char fin_linea = '\r';
   /// The last line ended at a CR with nothing behind it in the buffer: an LF to come belongs to it.
@@ -56,10 +51,8 @@ struct lector_lineas::estado {
   std::size_t inicio = 0, fin = 0;
   std::array<char, bloque> datos;
 
-  std::uint64_t tamano() const { return static_cast<std::uint64_t>(al_abrir.st_size); }
   bool fallar(std::string por_que);
   bool fallar(int error) { return fallar(explicar(error)); }
-  bool sigue_igual() const;
   bool rellenar();
   bool buscar_final(finales como);
   bool preparar_lectura();
@@ -72,26 +65,19 @@ bool lector_lineas::estado::fallar(std::string por_que) {
   fallo = true;
   motivo = std::move(por_que);
   inicio = fin = 0;
-  fd.cerrar();
+  archivo.cerrar();
   return false;
-}
-
-/// At the end of the file: True if nobody has written to it since it was opened.
-bool lector_lineas::estado::sigue_igual() const {
-  struct stat ahora {};
-  return ::fstat(fd.numero(), &ahora) == 0 && ahora.st_size == al_abrir.st_size &&
-         ahora.st_mtim.tv_sec == al_abrir.st_mtim.tv_sec && ahora.st_mtim.tv_nsec == al_abrir.st_mtim.tv_nsec;
 }
 
 /// Reads the next block over the old one. False at the end of the file and after an error.
 bool lector_lineas::estado::rellenar() {
   inicio = fin = 0;
-  if (!fd.abierto()) return false;
-  const long hechos = leer_bytes(fd.numero(), datos.data(), datos.size());
-  if (hechos < 0) return fallar(errno);
+  if (!archivo.abierta()) return false;
+  const std::int64_t hechos = archivo.leer(datos.data(), datos.size());
+  if (hechos < 0) return fallar(archivo.error());
   leidos += static_cast<std::uint64_t>(hechos);
-  if (hechos == 0 ? !sigue_igual() : leidos > tamano()) return fallar("ha cambiado mientras se leía");
-  if (hechos == 0) fd.cerrar();
+  if (hechos == 0 ? !archivo.sigue_igual() : leidos > archivo.tamano()) return fallar("ha cambiado mientras se leía");
+  if (hechos == 0) archivo.cerrar();
   fin = static_cast<std::size_t>(hechos);
   return fin > 0;
 }
@@ -102,15 +88,16 @@ bool lector_lineas::estado::buscar_final(finales como) {
   if (como == finales::cr) return true;
   bool hay_cr = false;
   // No further than the file reached: one that somebody writes to might have no end.
-  for (std::uint64_t vistos = 0; !hay_cr && vistos < tamano();) {
-    const long hechos = leer_bytes(fd.numero(), datos.data(), datos.size());
-    if (hechos < 0) return fallar(errno);
+  for (std::uint64_t vistos = 0; !hay_cr && vistos < archivo.tamano();) {
+    const std::int64_t hechos = archivo.leer(datos.data(), datos.size());
+    if (hechos < 0) return fallar(archivo.error());
     if (hechos == 0) break;
     hay_cr = std::memchr(datos.data(), '\r', static_cast<std::size_t>(hechos)) != nullptr;
     vistos += static_cast<std::uint64_t>(hechos);
   }
   if (!hay_cr) fin_linea = '\n';
-  return ::lseek(fd.numero(), 0, SEEK_SET) == 0 || fallar(errno);
+  const int error = archivo.volver();
+  return error == 0 || fallar(error);
 }
 
 inline const char* lector_lineas::estado::final_en_bloque() const {
@@ -157,22 +144,18 @@ lector_lineas::~lector_lineas() = default;
 
 bool lector_lineas::abrir(const std::string& ruta, finales como) {
   e_->inicio = e_->fin = 0;
-  e_->al_abrir = {};
   e_->leidos = 0;
   e_->falta_lf = e_->fallo = false;
   e_->motivo.clear();
-  apertura abierto = abrir_normal(ruta, O_RDONLY);
-  e_->fd = std::move(abierto.fd);
-  if (abierto.error != 0) return e_->fallar(abierto.error);
-  if (::fstat(e_->fd.numero(), &e_->al_abrir) != 0) return e_->fallar(errno);
-  if (e_->tamano() > tamano_maximo) {
+  if (const int error = e_->archivo.abrir(ruta)) return e_->fallar(error);
+  if (e_->archivo.tamano() > tamano_maximo) {
     return e_->fallar("es demasiado grande: el máximo son " + std::to_string(tamano_maximo / mebibyte) + " MiB");
   }
   return e_->buscar_final(como);
 }
 
 std::uint64_t lector_lineas::tamano() const {
-  return e_->tamano();
+  return e_->archivo.tamano();
 }
 
 bool lector_lineas::siguiente(linea& destino) {

@@ -49,6 +49,35 @@ std::size_t saltar(std::string_view& texto, std::size_t cuantos) {
   return hechos;
 }
 
+bool es_utf8(std::string_view texto) {
+  while (!texto.empty()) {
+    const std::size_t bytes = bytes_caracter(texto);
+    if (bytes == 1 && static_cast<unsigned char>(texto[0]) >= 0x80) return false;
+    texto.remove_prefix(bytes);
+  }
+  return true;
+}
+
+/// The characters of Windows-1252 from 0x80 to 0x9F; all others have the number of their byte.
+constexpr std::array<char16_t, 32> ventanas_1252 = {
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+void anadir_utf8(std::string& destino, char16_t caracter) {
+  const auto seis = [](unsigned bits) { return static_cast<char>(0x80 | (bits & 0x3F)); };
+  if (caracter < 0x80) {
+    destino += static_cast<char>(caracter);
+  } else if (caracter < 0x800) {
+    destino += static_cast<char>(0xC0 | caracter >> 6);
+    destino += seis(caracter);
+  } else {
+    destino += static_cast<char>(0xE0 | caracter >> 12);
+    destino += seis(caracter >> 6);
+    destino += seis(caracter);
+  }
+}
+
 }  // namespace
 
 void anadir_hex(std::string& destino, std::uint32_t valor, std::size_t ancho) {
@@ -109,6 +138,16 @@ std::string_view trozo(std::string_view texto, std::size_t inicio, std::size_t c
   std::string_view resto = texto;
   saltar(resto, cuantos);
   return texto.substr(0, texto.size() - resto.size());
+}
+
+std::string en_utf8(std::string_view texto) {
+  if (es_utf8(texto)) return std::string(texto);
+  std::string otro;
+  for (const char c : texto) {
+    const auto byte = static_cast<unsigned char>(c);
+    anadir_utf8(otro, entre(byte, 0x80, 0x9F) ? ventanas_1252[byte - 0x80] : byte);
+  }
+  return otro;
 }
 
 }  // namespace morvane

@@ -5,6 +5,7 @@
 
 #include "link/puerto.h"
 #include "platform/campos.h"
+#include "platform/rutas.h"
 #include "platform/texto.h"
 #include "shell/proyecto.h"
 
@@ -38,7 +39,7 @@ std::string linea_de(std::string_view ruta) {
 }
 
 void avisar(frm_principal& f, std::string_view que) {
-  const std::string ruta = f.link.ficheros.anfitrion(fichero_historial(f)).string();
+  const std::string ruta = texto_de(f.link.ficheros.anfitrion(fichero_historial(f)));
   preguntar(f.link, {"Atención", std::string(que) + ruta, botones::Aceptar, icono::critico});
 }
 
@@ -47,7 +48,8 @@ void avisar(frm_principal& f, std::string_view que) {
 std::vector<std::string> rutas_de(std::string_view texto) {
   std::vector<std::string> rutas;
   for (std::string_view resto = sin_marca_utf8(texto); !resto.empty();) {
-    const std::string_view linea = siguiente_linea(resto);
+    // Line by line: what this program has added to a file of another's is UTF-8.
+    const std::string linea = en_utf8(siguiente_linea(resto));
     if (std::ranges::count(linea, '"') % 2 != 0) continue;
     for (std::string& ruta : campos_entrecomillados(linea)) {
       if (rutas.size() < ultima_casilla && cabe(ruta)) rutas.push_back(std::move(ruta));

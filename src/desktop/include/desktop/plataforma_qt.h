@@ -4,6 +4,7 @@
 #include <string>
 
 #include "platform/plataforma.h"
+#include "platform/sistema.h"
 
 class QDialog;
 class QWidget;
@@ -44,7 +45,7 @@ class plataforma_qt final : public plataforma {
   /// The window that the user is working in, so that a box brings no other one to the front.
   QWidget* de_quien() const;
 
-  anfitrion_posix maquina_;
+  anfitrion_del_sistema maquina_;
   bool desatendida_ = false;
   std::string explicacion_;
 };

@@ -9,7 +9,7 @@
 #include "desktop/plataforma_qt.h"
 #include "desktop/ventana_qt.h"
 #include "platform/archivos.h"
-#include "platform/transporte_tty.h"
+#include "platform/sistema.h"
 #include "shell/frm_principal.h"
 
 namespace morvane {
@@ -55,7 +55,7 @@ class programa {
   const std::filesystem::path directorio_;
   archivos ficheros_;
   plataforma_qt plat_;
-  transporte_tty linea_;
+  transporte_del_sistema linea_;
   Variables_grab v_;
   std::unique_ptr<frm_principal> principal_;
   std::unique_ptr<ventana_qt> ventana_;

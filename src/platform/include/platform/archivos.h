@@ -16,29 +16,33 @@ namespace morvane {
 class fichero {
  public:
   fichero() = default;
-  explicit fichero(int descriptor) : descriptor_(descriptor) {}
+  /// Takes over what the host has opened: a file descriptor, or a handle of Windows as a number.
+  explicit fichero(std::intptr_t abierto) : descriptor_(abierto) {}
   fichero(fichero&& otro) noexcept;
   fichero& operator=(fichero&& otro) noexcept;
   ~fichero();
 
-  bool abierto() const { return descriptor_ >= 0; }
+  bool abierto() const { return descriptor_ != cerrado; }
   /// Writes `texto` and CR LF at the end of the file. After False (no room, input/output error) none of it stands
   /// there.
   bool linea(std::string_view texto);
   void cerrar();
 
  private:
-  int descriptor_ = -1;
+  static constexpr std::intptr_t cerrado = -1;
+
+  std::intptr_t descriptor_ = cerrado;
   /// The line being written; kept to spare an allocation for each.
   std::string renglon_;
 };
 
-/// Outcome of a file operation: 0, or the host's number of the error.
+/// Outcome of a file operation: 0, or the number that <cerrno> has for the error, on every host.
 using error_archivo = int;
 
 /// The files of the system. A name of the system's own uses backslashes: one that begins with the application's
-/// directory lies there, and a drive such as C:\ is the folder `unidades/c/` there. Every function below takes such a
-/// name. A name is found whatever the case of its last part. The contents are bytes, never translated.
+/// directory lies there, and a drive such as C:\ is the folder `unidades/c/` there, unless the host has drives itself.
+/// Every function below takes such a name, in UTF-8. A name is found whatever the case of its last part. The contents
+/// are bytes, never translated.
 class archivos {
  public:
   enum class modo { leer, escribir, anadir };

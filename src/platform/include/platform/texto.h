@@ -29,4 +29,8 @@ std::size_t longitud(std::string_view texto);
 /// sequence; bytes that are no UTF-8 come through as they are.
 std::string_view trozo(std::string_view texto, std::size_t inicio, std::size_t cuantos);
 
+/// `texto` in UTF-8: as it is if all of it is UTF-8 already, else taken as Windows-1252, in which each byte is a
+/// character. The five bytes that have none there become the control characters of the same number, as Windows does.
+std::string en_utf8(std::string_view texto);
+
 }  // namespace morvane

@@ -1,0 +1,17 @@
+# Builds for Windows on Debian, with the packages g++-mingw-w64-x86-64-posix and, to run what was built, wine64.
+set(CMAKE_SYSTEM_NAME Windows)
+set(CMAKE_SYSTEM_PROCESSOR x86_64)
+set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
+set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)
+set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
+set(CMAKE_FIND_ROOT_PATH /usr/x86_64-w64-mingw32)
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
+# The programs stand alone: no library of the compiler has to go with them.
+set(CMAKE_EXE_LINKER_FLAGS_INIT -static)
+find_program(MORVANE_WINE NAMES wine64 wine64-stable wine PATHS /usr/lib/wine)
+if(MORVANE_WINE)
+  set(CMAKE_CROSSCOMPILING_EMULATOR ${MORVANE_WINE})
+endif()

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "platform/anfitrion_posix.h"
+#include "platform/transporte_tty.h"
+
+namespace morvane {
+
+/// The serial lines and the host of the system that this is built for.
+using transporte_del_sistema = transporte_tty;
+using anfitrion_del_sistema = anfitrion_posix;
+
+}  // namespace morvane

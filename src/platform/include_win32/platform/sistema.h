@@ -1,0 +1,12 @@
+#pragma once
+
+#include "platform/anfitrion_win32.h"
+#include "platform/transporte_win32.h"
+
+namespace morvane {
+
+/// The serial lines and the host of the system that this is built for.
+using transporte_del_sistema = transporte_win32;
+using anfitrion_del_sistema = anfitrion_win32;
+
+}  // namespace morvane
