@@ -4,6 +4,8 @@
 
 #include <shellapi.h>
 
+#include <cstring>
+
 #include "manejador_win32.h"
 
 namespace morvane {
@@ -73,10 +75,7 @@ bool anfitrion_win32::iniciar(const std::string& ruta) {
 }
 
 std::vector<std::string> anfitrion_win32::programas_de_informacion() {
-  std::wstring carpeta(MAX_PATH, L'\0');
-  carpeta.resize(::GetSystemDirectoryW(carpeta.data(), MAX_PATH));
-  std::string programa = estrecho(carpeta) + "\\msinfo32.exe";
-  return existe(programa) ? std::vector{std::move(programa)} : std::vector<std::string>();
+  return {};
 }
 
 }  // namespace morvane

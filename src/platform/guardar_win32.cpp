@@ -95,9 +95,9 @@ int sustituir(const std::wstring& nuevo, const std::wstring& definitivo) {
 
 error_archivo archivos::guardar(std::string_view nombre, std::string_view contenido) const {
   const fs::path definitivo = seguir_enlaces(encontrar(nombre));
-  // Says what stands in the way: a folder, a device, a file that may only be read.
-  const apertura viejo = abrir_normal(definitivo, GENERIC_READ | GENERIC_WRITE, OPEN_EXISTING, true);
-  if (viejo.error != 0 && viejo.error != ENOENT && viejo.error != EBUSY) return viejo.error;
+  // Says what stands in the way: a folder, a device, a file that may only be read. What is open cannot be replaced.
+  const int viejo = abrir_normal(definitivo, GENERIC_READ | GENERIC_WRITE, OPEN_EXISTING, true).error;
+  if (viejo != 0 && viejo != ENOENT && viejo != EBUSY) return viejo;
   if (definitivo.filename().empty()) return ENOENT;
   std::wstring nuevo;
   if (const int error = llenar(definitivo.parent_path(), contenido, nuevo)) return error;

@@ -113,7 +113,9 @@ apertura abrir_normal(const fs::path& ruta, DWORD acceso, DWORD disposicion, boo
   if (es_aparato(ruta)) return {{}, ENODEV};
   const std::wstring nombre = ruta_larga(ruta);
   const DWORD que = ::GetFileAttributesW(nombre.c_str());
-  if (que != INVALID_FILE_ATTRIBUTES && (que & FILE_ATTRIBUTE_DIRECTORY) != 0) return {{}, EISDIR};
+  const bool existe = que != INVALID_FILE_ATTRIBUTES;
+  if (existe && (que & FILE_ATTRIBUTE_DIRECTORY) != 0) return {{}, EISDIR};
+  if (existe && (que & FILE_ATTRIBUTE_READONLY) != 0 && (acceso & GENERIC_WRITE) != 0) return {{}, EACCES};
   // To take its place is not to write to it: that goes on.
   const DWORD reparto = FILE_SHARE_READ | FILE_SHARE_DELETE | (compartido ? FILE_SHARE_WRITE : 0);
   manejador archivo(

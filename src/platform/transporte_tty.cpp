@@ -11,6 +11,7 @@
 
 #include "ajuste_tty.h"
 #include "descriptor.h"
+#include "motivos.h"
 #include "puertos_tty.h"
 
 namespace morvane {
@@ -21,12 +22,6 @@ namespace {
 constexpr std::size_t salida_maxima = std::size_t{64} * 1024;
 constexpr std::chrono::milliseconds plazo_vaciado{100};
 constexpr int pausa_vaciado = 1;
-
-std::string texto_de(const parametros_linea& linea) {
-  return std::to_string(linea.velocidad) + " baudios, paridad " + linea.paridad + ", " +
-         std::to_string(linea.bits_datos) + " bits de datos, " + std::to_string(linea.medios_bits_parada / 2) +
-         (linea.medios_bits_parada % 2 != 0 ? ",5" : "") + " de parada";
-}
 
 bool salida_vacia(int fd) {
   int quedan = 0;
@@ -52,9 +47,7 @@ bool transporte_tty::existe(int numero) {
 }
 
 bool transporte_tty::falla(int numero, const std::string& porque) {
-  motivo_ = "COM" + std::to_string(numero) + ": " + porque;
-  // Names of files and programs may hold anything, and this is one line.
-  for (char& c : motivo_) c = static_cast<unsigned char>(c) < ' ' || c == '\x7F' ? '?' : c;
+  motivo_ = motivo_de(numero, porque);
   if (al_fallar) al_fallar(motivo_);
   return false;
 }
@@ -72,7 +65,7 @@ std::string transporte_tty::tomar(const std::filesystem::path& ruta, const param
   if (!fd.abierto() || !tomar_en_exclusiva(fd.numero())) return explicar_apertura(ruta, errno);
   if (!ajustar_tty(fd.numero(), linea)) {
     dejar_exclusiva(fd.numero());
-    return "el dispositivo no admite estos parámetros: " + texto_de(linea);
+    return parametros_rechazados(linea);
   }
   pedir_latencia_baja(fd.numero());
   (void)::ioctl(fd.numero(), TCFLSH, TCIOFLUSH);

@@ -5,6 +5,7 @@
 #include "image/cargar_bin.h"
 #include "image/cargar_s19.h"
 #include "link/puerto.h"
+#include "platform/rutas.h"
 #include "platform/texto.h"
 #include "shell/historial.h"
 
@@ -69,11 +70,11 @@ bool es_firmware(std::string_view ruta) {
 
 std::string carpeta_de_partida(const frm_principal& f) {
   std::error_code error;
-  const std::filesystem::path ultima = std::filesystem::path(f.ultimo_archivo).parent_path();
-  if (std::filesystem::is_directory(ultima, error)) return ultima;
+  const std::filesystem::path ultima = ruta_de(f.ultimo_archivo).parent_path();
+  if (std::filesystem::is_directory(ultima, error)) return texto_de(ultima);
   for (std::size_t i = f.menu.men_dir.size(); i > 0; --i) {
-    const std::filesystem::path una = f.historial.at(i);
-    if (std::filesystem::is_regular_file(una, error)) return una.parent_path();
+    const std::filesystem::path una = ruta_de(f.historial.at(i));
+    if (std::filesystem::is_regular_file(una, error)) return texto_de(una.parent_path());
   }
   return {};
 }

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <stdexcept>
+#include <random>
 #include <string>
+#include <string_view>
 
 namespace apoyo {
 
@@ -13,9 +13,11 @@ namespace apoyo {
 class carpeta {
  public:
   carpeta() {
-    std::string plantilla = (std::filesystem::temp_directory_path() / "morvane-XXXXXX").string();
-    if (mkdtemp(plantilla.data()) == nullptr) throw std::runtime_error("mkdtemp");
-    ruta_ = std::filesystem::canonical(plantilla);
+    std::random_device azar;
+    const std::filesystem::path temporal = std::filesystem::canonical(std::filesystem::temp_directory_path());
+    do {
+      ruta_ = temporal / ("morvane-" + std::to_string(azar()));
+    } while (!std::filesystem::create_directory(ruta_));
   }
   ~carpeta() {
     std::error_code sin_importancia;
@@ -25,14 +27,20 @@ class carpeta {
   carpeta& operator=(const carpeta&) = delete;
 
   const std::filesystem::path& ruta() const { return ruta_; }
+  /// Where `nombre` lies: here, or, below "unidades/c", on the drive C: of a host that has one.
+  std::filesystem::path en(const std::string& nombre) const {
+    constexpr std::string_view unidad = "unidades/c";
+    const bool hay_unidades = std::filesystem::path::preferred_separator == '\\';
+    return hay_unidades && nombre.starts_with(unidad) ? "C:" + nombre.substr(unidad.size()) : ruta_ / nombre;
+  }
   std::string escribir(const std::string& nombre, const std::string& contenido) const {
-    const std::filesystem::path ruta = ruta_ / nombre;
+    const std::filesystem::path ruta = en(nombre);
     std::filesystem::create_directories(ruta.parent_path());
     std::ofstream(ruta, std::ios::binary) << contenido;
     return ruta.string();
   }
   std::string leer(const std::string& nombre) const {
-    std::ifstream f(ruta_ / nombre, std::ios::binary);
+    std::ifstream f(en(nombre), std::ios::binary);
     return {std::istreambuf_iterator<char>(f), {}};
   }
 

@@ -153,7 +153,7 @@ TEST_F(flujos, a_protected_flash_is_the_users_decision) {
 }
 
 TEST_F(flujos, a_missing_journal_directory_is_told_and_the_run_goes_on) {
-  std::filesystem::remove_all(dir.ruta() / "unidades");
+  std::filesystem::remove_all(dir.en("unidades/c/Datos/TORVAX-m68k"));
   cargar(0, {1, 2, 3, 4});
   grabar();
   EXPECT_EQ(textos(), "Se ha producido el siguiente error: " + std::to_string(ENOENT) +

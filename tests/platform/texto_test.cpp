@@ -25,6 +25,18 @@ TEST(Texto, CadaCaracterSaleEnteroYCadaByteSuelto) {
   }
 }
 
+TEST(Texto, LoQueNoEsUtf8SeLeeComoLaPaginaDeWindows) {
+  const std::pair<const char*, const char*> casos[] = {
+      {"C:\\Ni\xF1o\\se\xF1" "al.s19", "C:\\Niño\\señal.s19"},
+      {"C:\\Niño\\señal.s19", "C:\\Niño\\señal.s19"},
+      {"ñ\xF1", "Ã±ñ"},
+      {"\xE1\xC9\xDC\xBF\xBA\xFF", "áÉÜ¿ºÿ"},
+      {"\x80\x85\x8C\x92\x96\x99\x9F", "€…Œ’–™Ÿ"},
+      {"\x81\x9D", "\xC2\x81\xC2\x9D"},
+  };
+  for (const auto& [leido, texto] : casos) EXPECT_EQ(en_utf8(leido), texto) << leido;
+}
+
 TEST(ParametrosLinea, LosAbsurdosNoPasanPorValidos) {
   const std::pair<const char*, parametros_linea> validos[] = {
       {"28800e72", {28800, 'e', 7, 4}}, {" 50,m,,5,1.5 ", {50, 'm', 5, 3}}, {"4000000S81", {4000000, 's', 8, 2}}};

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <windows.h>
+
+#include <filesystem>
+#include <string>
+
+namespace morvane {
+
+/// \\.\COMn, whether there is such a port or not.
+std::filesystem::path dispositivo_com(int numero);
+
+/// What the host calls the device behind COMn, such as \Device\Serial0; empty if there is none. Opens nothing.
+std::string aparato_tras(int numero);
+
+/// Why opening the port failed with `error` of the host, in Spanish, without a line end.
+std::string explicar_apertura(DWORD error);
+
+}  // namespace morvane

@@ -1,0 +1,137 @@
+#include "platform/archivos.h"
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include "apoyo/carpeta.h"
+#include "platform/anfitrion_win32.h"
+#include "platform/lector_lineas.h"
+#include "platform/rutas.h"
+
+namespace morvane {
+namespace {
+
+namespace fs = std::filesystem;
+using modo = archivos::modo;
+
+class ArchivosWin32 : public testing::Test {
+ protected:
+  std::string propio(const std::string& nombre) const { return disco.ruta_aplicacion() + nombre; }
+  int cuantos_hay() const {
+    return static_cast<int>(std::distance(fs::directory_iterator(carpeta.ruta()), fs::directory_iterator()));
+  }
+
+  apoyo::carpeta carpeta;
+  archivos disco{carpeta.ruta()};
+};
+
+TEST_F(ArchivosWin32, NombresConTildesYLargosSeGuardanSeAmplianYSeLeen) {
+  std::string honda = propio("Año €");
+  for (int i = 0; i < 8; ++i) {
+    honda += "\\" + std::string(60, static_cast<char>('a' + i));
+    ASSERT_TRUE(i > 0 || ::CreateDirectoryW(ruta_de(propio("Año €")).c_str(), nullptr) != 0);
+    ASSERT_NE(::CreateDirectoryW((L"\\\\?\\" + ruta_de(honda).native()).c_str(), nullptr), 0) << i;
+  }
+  for (const std::string& nombre : {propio("señal 😀.txt"), propio("Año €\\ñ.txt"), honda + "\\Niño.txt"}) {
+    SCOPED_TRACE(nombre);
+    EXPECT_EQ(disco.Dir(nombre), "");
+    ASSERT_EQ(disco.guardar(nombre, "viejo"), 0);
+    ASSERT_EQ(disco.guardar(nombre, "uno"), 0);
+    EXPECT_EQ(disco.anadir_linea(nombre, "dos\r\n"), 0);
+    fichero f;
+    ASSERT_EQ(disco.abrir(nombre, modo::anadir, f), 0);
+    f.cerrar();
+    EXPECT_EQ(disco.leer(nombre), "uno\r\ndos\r\n");
+    EXPECT_EQ(disco.Dir(nombre.substr(0, nombre.size() - 3) + "TXT"), nombre.substr(nombre.rfind('\\') + 1));
+    lector_lineas lector;
+    lector_lineas::linea linea;
+    EXPECT_TRUE(lector.abrir(nombre, lector_lineas::finales::cr) && lector.siguiente(linea)) << lector.motivo();
+    EXPECT_EQ(linea.texto, "uno");
+  }
+  ::RemoveDirectoryW((L"\\\\?\\" + ruta_de(honda).native()).c_str());
+}
+
+TEST_F(ArchivosWin32, LoQueEstorbaSeDiceYLoViejoQuedaEntero) {
+  carpeta.escribir("carpeta/x", "");
+  carpeta.escribir("solo.txt", "viejo");
+  carpeta.escribir("ajeno.txt", "viejo");
+  ::SetFileAttributesW((carpeta.ruta() / "solo.txt").c_str(), FILE_ATTRIBUTE_READONLY);
+  const HANDLE ajeno = ::CreateFileW((carpeta.ruta() / "ajeno.txt").c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                     OPEN_EXISTING, 0, nullptr);
+  const int antes = cuantos_hay();
+  fichero f;
+  const std::pair<const char*, error_archivo> casos[] = {
+      {"carpeta", EISDIR}, {"NUL", ENODEV}, {"com1.txt", ENODEV}, {"no\\hay", ENOENT}, {"solo.txt", EACCES}};
+  for (const auto& [nombre, error] : casos) {
+    EXPECT_EQ(disco.guardar(propio(nombre), "x"), error) << nombre;
+    EXPECT_EQ(disco.abrir(propio(nombre), modo::escribir, f), error) << nombre;
+  }
+  EXPECT_NE(disco.guardar(propio("ajeno.txt"), "nuevo"), 0) << "somebody else holds it";
+  ::CloseHandle(ajeno);
+  for (const char* nombre : {"solo.txt", "ajeno.txt"}) EXPECT_EQ(disco.leer(propio(nombre)), "viejo");
+  EXPECT_EQ(cuantos_hay(), antes) << "nothing half written is left";
+  EXPECT_EQ(disco.Dir(propio("so*.txt")), "") << "a name is no pattern";
+  ::SetFileAttributesW((carpeta.ruta() / "solo.txt").c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
+TEST_F(ArchivosWin32, UnDiarioAbiertoEsDeUnSoloProgramaYLosDemasLoLeen) {
+  fichero primero, segundo;
+  ASSERT_EQ(disco.abrir(propio("memoria.txt"), modo::escribir, primero), 0);
+  EXPECT_TRUE(primero.linea("1"));
+  for (const modo m : {modo::escribir, modo::anadir}) EXPECT_EQ(disco.abrir(propio("memoria.txt"), m, segundo), EBUSY);
+  EXPECT_EQ(disco.leer(propio("memoria.txt")), "1\r\n");
+  primero.cerrar();
+  EXPECT_EQ(disco.abrir(propio("memoria.txt"), modo::anadir, segundo), 0);
+}
+
+TEST_F(ArchivosWin32, SoloSeBarreLoQueProcesosMuertosDejaronHaceTiempo) {
+  const std::string muerto = ".morvane-2147483643-0.tmp", vivo = ".morvane-" + std::to_string(::GetCurrentProcessId());
+  for (const std::string& uno : {muerto, vivo + "-9.tmp", std::string(".morvane-2147483643-1.tmp")}) {
+    carpeta.escribir(uno, "x");
+    if (!uno.ends_with("-1.tmp")) {
+      fs::last_write_time(carpeta.ruta() / uno, fs::file_time_type::clock::now() - std::chrono::hours(2));
+    }
+  }
+  ASSERT_EQ(disco.guardar(propio("MENU.TXT"), "x"), 0);
+  EXPECT_FALSE(fs::exists(carpeta.ruta() / muerto));
+  EXPECT_EQ(cuantos_hay(), 3);
+}
+
+TEST(AnfitrionWin32, LaVistaDe32BitsGanaYUnTextoSaleEnUtf8) {
+  const wchar_t* clave = L"Software\\Morvane-prueba";
+  const auto poner = [&](REGSAM vista, const wchar_t* nombre, DWORD tipo, const void* datos, DWORD bytes) {
+    HKEY abierta = nullptr;
+    ASSERT_EQ(::RegCreateKeyExW(HKEY_LOCAL_MACHINE, clave, 0, nullptr, 0, KEY_ALL_ACCESS | vista, nullptr, &abierta,
+                                nullptr),
+              ERROR_SUCCESS);
+    ::RegSetValueExW(abierta, nombre, 0, tipo, static_cast<const BYTE*>(datos), bytes);
+    ::RegCloseKey(abierta);
+  };
+  const DWORD numero = 0x01020304;
+  poner(KEY_WOW64_64KEY, L"PATH", REG_SZ, L"de 64", 12);
+  anfitrion_win32 maquina;
+  const auto leer = [&](const char* nombre) {
+    const auto abierta = maquina.RegOpenKeyExA(static_cast<std::int32_t>(0x80000002U), "SOFTWARE\\Morvane-prueba", 0);
+    if (!abierta) return std::optional<valor_registro>();
+    const auto valor = maquina.RegQueryValueExA(*abierta, nombre, 1024);
+    maquina.RegCloseKey(*abierta);
+    return valor;
+  };
+  const auto texto = [&](const char* nombre) {
+    const auto valor = leer(nombre);
+    return valor ? std::string(valor->bytes.begin(), valor->bytes.begin() + valor->tamano) : "-";
+  };
+  EXPECT_EQ(texto("PATH"), std::string("de 64\0", 6));
+  poner(KEY_WOW64_32KEY, L"PATH", REG_SZ, L"C:\\Año", 14);
+  poner(KEY_WOW64_32KEY, L"N", REG_DWORD, &numero, 4);
+  EXPECT_EQ(texto("PATH"), std::string("C:\\Año\0", 8));
+  EXPECT_EQ(texto("N"), "\x04\x03\x02\x01");
+  EXPECT_FALSE(leer("falta"));
+  for (const REGSAM vista : {KEY_WOW64_32KEY, KEY_WOW64_64KEY}) {
+    ::RegDeleteKeyExW(HKEY_LOCAL_MACHINE, clave, vista, 0);
+  }
+  EXPECT_FALSE(leer("PATH"));
+}
+
+}  // namespace
+}  // namespace morvane
