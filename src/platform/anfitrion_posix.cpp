@@ -1,10 +1,10 @@
+#include "platform/anfitrion_posix.h"
+
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
 #include <csignal>
-
-#include "platform/anfitrion_posix.h"
 
 namespace morvane {
 

@@ -1,8 +1,7 @@
 #include "platform/anfitrion_win32.h"
 
-#include <windows.h>
-
 #include <shellapi.h>
+#include <windows.h>
 
 #include <cstring>
 

@@ -1,10 +1,9 @@
-#include "platform/archivos.h"
-
 #include <algorithm>
 #include <cerrno>
 #include <vector>
 
 #include "manejador_win32.h"
+#include "platform/archivos.h"
 #include "platform/rutas.h"
 
 namespace morvane {

@@ -1,11 +1,11 @@
-#include "descriptor.h"
-
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
+
+#include "descriptor.h"
 
 namespace morvane {
 

@@ -66,8 +66,8 @@ int llenar(const fs::path& carpeta, std::string_view contenido, std::wstring& nu
   for (unsigned intento = 0; !archivo.abierto(); ++intento) {
     const auto pid = static_cast<std::int32_t>(::GetCurrentProcessId());
     nuevo = ruta_larga(carpeta / nombre_provisional(pid, intento));
-    archivo = manejador(
-        ::CreateFileW(nuevo.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
+    archivo =
+        manejador(::CreateFileW(nuevo.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!archivo.abierto() && ultimo_error() != EEXIST) return ultimo_error();
   }
   int error = escribir_todo(archivo.numero(), contenido);

@@ -1,5 +1,3 @@
-#include "lectura.h"
-
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -7,6 +5,7 @@
 #include <cerrno>
 
 #include "descriptor.h"
+#include "lectura.h"
 
 namespace morvane {
 

@@ -48,8 +48,8 @@ bool transporte_win32::linea_abierta::recibir(std::span<char> destino, std::size
   if (inicio == fin) {
     inicio = fin = 0;
     const auto cabida = static_cast<DWORD>(entrada.size());
-    if (!lectura.en_marcha() && !lectura.empezada(::ReadFile(puerto.numero(), entrada.data(), cabida, nullptr,
-                                                             lectura.nueva()))) {
+    if (!lectura.en_marcha() &&
+        !lectura.empezada(::ReadFile(puerto.numero(), entrada.data(), cabida, nullptr, lectura.nueva()))) {
       return false;
     }
     DWORD hechos = 0;
@@ -112,9 +112,9 @@ bool transporte_win32::falla(int numero, const std::string& porque) {
 bool transporte_win32::abrir(int numero, const parametros_linea& linea) {
   cerrar();
   if (!existe(numero)) return false;
-  auto nueva = std::make_unique<linea_abierta>(::CreateFileW(dispositivo_com(numero).c_str(),
-                                                             GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING,
-                                                             FILE_FLAG_OVERLAPPED, nullptr));
+  auto nueva =
+      std::make_unique<linea_abierta>(::CreateFileW(dispositivo_com(numero).c_str(), GENERIC_READ | GENERIC_WRITE, 0,
+                                                    nullptr, OPEN_EXISTING, FILE_FLAG_OVERLAPPED, nullptr));
   const HANDLE puerto = nueva->puerto.numero();
   if (!nueva->puerto.abierto()) return falla(numero, explicar_apertura(::GetLastError()));
   if (!ajustar_com(puerto, linea)) return falla(numero, parametros_rechazados(linea));
@@ -140,8 +140,8 @@ std::size_t transporte_win32::leer(std::span<char> destino) {
   DWORD por_salir = 0;
   std::size_t cuantos = 0;
   // Some drivers read nothing for ever when the device is gone, but can no longer tell its state.
-  const bool bien = linea_->enviar() && linea_->recibir(destino, cuantos) &&
-                    (cuantos > 0 || linea_->sigue_ahi(por_salir));
+  const bool bien =
+      linea_->enviar() && linea_->recibir(destino, cuantos) && (cuantos > 0 || linea_->sigue_ahi(por_salir));
   if (!bien) perder();
   return bien ? cuantos : 0;
 }

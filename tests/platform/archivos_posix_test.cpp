@@ -1,11 +1,10 @@
-#include "platform/archivos.h"
-
 #include <sys/stat.h>
 
 #include <chrono>
 
 #include "apoyo/carpeta.h"
 #include "apoyo/hijos.h"
+#include "platform/archivos.h"
 #include "platform/sin_privilegios.h"
 
 namespace morvane {

@@ -1,10 +1,9 @@
-#include "platform/archivos.h"
-
 #include <gtest/gtest.h>
 #include <windows.h>
 
 #include "apoyo/carpeta.h"
 #include "platform/anfitrion_win32.h"
+#include "platform/archivos.h"
 #include "platform/lector_lineas.h"
 #include "platform/rutas.h"
 
@@ -101,9 +100,9 @@ TEST(AnfitrionWin32, LaVistaDe32BitsGanaYUnTextoSaleEnUtf8) {
   const wchar_t* clave = L"Software\\Morvane-prueba";
   const auto poner = [&](REGSAM vista, const wchar_t* nombre, DWORD tipo, const void* datos, DWORD bytes) {
     HKEY abierta = nullptr;
-    ASSERT_EQ(::RegCreateKeyExW(HKEY_LOCAL_MACHINE, clave, 0, nullptr, 0, KEY_ALL_ACCESS | vista, nullptr, &abierta,
-                                nullptr),
-              ERROR_SUCCESS);
+    ASSERT_EQ(
+        ::RegCreateKeyExW(HKEY_LOCAL_MACHINE, clave, 0, nullptr, 0, KEY_ALL_ACCESS | vista, nullptr, &abierta, nullptr),
+        ERROR_SUCCESS);
     ::RegSetValueExW(abierta, nombre, 0, tipo, static_cast<const BYTE*>(datos), bytes);
     ::RegCloseKey(abierta);
   };

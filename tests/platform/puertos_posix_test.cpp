@@ -1,8 +1,7 @@
-#include "platform/puertos.h"
-
 #include <gtest/gtest.h>
 
 #include "apoyo/carpeta.h"
+#include "platform/puertos.h"
 
 namespace morvane {
 namespace {

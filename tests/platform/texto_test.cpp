@@ -27,7 +27,9 @@ TEST(Texto, CadaCaracterSaleEnteroYCadaByteSuelto) {
 
 TEST(Texto, LoQueNoEsUtf8SeLeeComoLaPaginaDeWindows) {
   const std::pair<const char*, const char*> casos[] = {
-      {"C:\\Ni\xF1o\\se\xF1" "al.s19", "C:\\Niño\\señal.s19"},
+      {"C:\\Ni\xF1o\\se\xF1"
+       "al.s19",
+       "C:\\Niño\\señal.s19"},
       {"C:\\Niño\\señal.s19", "C:\\Niño\\señal.s19"},
       {"ñ\xF1", "Ã±ñ"},
       {"\xE1\xC9\xDC\xBF\xBA\xFF", "áÉÜ¿ºÿ"},

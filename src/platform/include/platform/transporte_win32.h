@@ -30,8 +30,8 @@ class transporte_win32 final : public transporte {
 
   /// The device of port `numero`, as \\.\COMn; empty if there is none.
   std::filesystem::path dispositivo(int numero) const;
-  /// Why the last `existe` or `abrir` gave False: the port, the cause, and what the user can do about it, in one Spanish
-  /// line without a line end. Empty after True.
+  /// Why the last `existe` or `abrir` gave False: the port, the cause, and what the user can do about it, in one
+  /// Spanish line without a line end. Empty after True.
   const std::string& motivo() const { return motivo_; }
   /// Told the same each time, at once, if set. Who only wants to know where a port leads asks `dispositivo`, which
   /// tells nobody.
