@@ -31,7 +31,8 @@ class carpeta {
   std::filesystem::path en(const std::string& nombre) const {
     constexpr std::string_view unidad = "unidades/c";
     const bool hay_unidades = std::filesystem::path::preferred_separator == '\\';
-    return hay_unidades && nombre.starts_with(unidad) ? "C:" + nombre.substr(unidad.size()) : ruta_ / nombre;
+    if (!hay_unidades || !nombre.starts_with(unidad)) return ruta_ / nombre;
+    return "C:" + nombre.substr(unidad.size());
   }
   std::string escribir(const std::string& nombre, const std::string& contenido) const {
     const std::filesystem::path ruta = en(nombre);
