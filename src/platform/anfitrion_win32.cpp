@@ -1,8 +1,5 @@
 #include "platform/anfitrion_win32.h"
 
-#include <shellapi.h>
-#include <windows.h>
-
 #include <cstring>
 
 #include "manejador_win32.h"

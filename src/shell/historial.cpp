@@ -19,9 +19,9 @@ constexpr const char* nombre_historial = "MENU.TXT";
 /// The longest path that the host takes, in bytes.
 constexpr std::size_t ruta_mas_larga = 4095;
 
-/// True for a path that a line of MENU.TXT can hold.
+/// True for a path that a line of MENU.TXT can hold. One that is no UTF-8 would be another when it is read.
 bool cabe(std::string_view ruta) {
-  return !ruta.empty() && ruta.size() <= ruta_mas_larga &&
+  return !ruta.empty() && ruta.size() <= ruta_mas_larga && en_utf8(ruta) == ruta &&
          ruta.find_first_of(std::string_view("\"\r\n\0", 4)) == std::string_view::npos;
 }
 
