@@ -49,7 +49,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t lar
     programa& p = que % 4 == 1 ? a : b;
     actualizar_historial(p.f, ruta);
     mirar(p);
-    const bool cabe = !ruta.empty() && en_utf8(ruta) == ruta && ruta.find_first_of(std::string("\"\r\n\0", 4)) == std::string::npos;
+    const bool cabe =
+        !ruta.empty() && en_utf8(ruta) == ruta && ruta.find_first_of(std::string("\"\r\n\0", 4)) == std::string::npos;
     if (!cabe) continue;
     const auto lista = p.lista();
     apoyo::exigir(std::ranges::find(lista, ruta) != lista.end(), "what was entered is in the list");
