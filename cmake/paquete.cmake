@@ -1,7 +1,7 @@
 # What `cmake --install` and CPack lay out: the component "directorio" is the program's directory, complete in itself; the
 # component "sistema" is what makes a desktop know of it. The .tar.gz holds the directory alone; the .deb puts it into
 # /usr/lib/morvane, which users cannot write to, so that the program makes a directory of its own for each.
-if(NOT MORVANE_DESKTOP)
+if(NOT MORVANE_DESKTOP OR WIN32)
   return()
 endif()
 # The day of the version, as the changelog has it.

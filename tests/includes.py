@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Fails on an include that runs upwards between the rooms, or on Qt outside the desktop."""
+"""Fails on an include that runs upwards between the rooms, on Qt outside the desktop, and on a header of one system where
+all systems build."""
 import pathlib
 import re
 import sys
@@ -13,6 +14,8 @@ BELOW = {
     "desktop": {"shell", "flash", "image", "link", "platform"},
     "bridge": set(),
 }
+ONE_SYSTEM = re.compile(r"(sys|linux|net)/|(dirent|dlfcn|fcntl|poll|pty|pwd|spawn|termios|unistd|windows)\.h$")
+OF_ONE_SYSTEM = re.compile(r"(_posix|_tty|_win32)\.(h|cpp)$")
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')
 
 
@@ -33,6 +36,8 @@ def faults(root):
                 yield f"{path}:{number}: {room} must not see {target}"
             if room != "desktop" and not quoted and re.match(r"Q[A-Z]|Qt", name):
                 yield f"{path}:{number}: only desktop may see Qt"
+            if room != "bridge" and ONE_SYSTEM.match(name) and not OF_ONE_SYSTEM.search(path.name):
+                yield f"{path}:{number}: {name} is for files of one system, by their names"
             if quoted and "/" not in name and not (path.parent / name).exists():
                 yield f"{path}:{number}: {name} is not beside this file"
     if seen == 0:

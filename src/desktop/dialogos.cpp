@@ -13,7 +13,9 @@
 #include <QTextEdit>
 #include <span>
 
+#include "conversiones.h"
 #include "desktop/plataforma_qt.h"
+#include "platform/rutas.h"
 
 namespace morvane {
 namespace {
@@ -161,7 +163,7 @@ dialogo_abrir::dialogo_abrir(const CommonDialog& descripcion, QWidget* duena)
   setOption(QFileDialog::DontUseNativeDialog);
   setFileMode(QFileDialog::ExistingFile);
   setNameFilters(filtros_de(descripcion.Filter));
-  if (!descripcion.InitDir.empty()) setDirectory(QFile::decodeName(descripcion.InitDir.c_str()));
+  if (!descripcion.InitDir.empty()) setDirectory(qt(ruta_de(descripcion.InitDir)));
   setLabelText(QFileDialog::LookIn, QStringLiteral("Buscar en:"));
   setLabelText(QFileDialog::FileName, QStringLiteral("&Nombre de archivo:"));
   setLabelText(QFileDialog::FileType, QStringLiteral("Archivos de tipo:"));
@@ -178,7 +180,7 @@ dialogo_abrir::dialogo_abrir(const CommonDialog& descripcion, QWidget* duena)
 
 std::string dialogo_abrir::ruta() const {
   if (result() != QDialog::Accepted || selectedFiles().isEmpty()) return {};
-  return QFile::encodeName(selectedFiles().first()).toStdString();
+  return texto_de(ruta_qt(selectedFiles().first()));
 }
 
 }  // namespace morvane

@@ -1,12 +1,12 @@
 #include "desktop/directorio.h"
 
-#include <unistd.h>
-
-#include <QFile>
 #include <QStandardPaths>
 #include <cstdio>
 
+#include "conversiones.h"
 #include "platform/archivos.h"
+#include "platform/proceso.h"
+#include "platform/rutas.h"
 
 namespace morvane {
 namespace {
@@ -14,7 +14,7 @@ namespace {
 namespace fs = std::filesystem;
 
 fs::path del_usuario() {
-  return QFile::encodeName(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation)).toStdString();
+  return ruta_qt(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
 }
 
 void hacer_escribible(const fs::path& raiz) {
@@ -28,7 +28,7 @@ void hacer_escribible(const fs::path& raiz) {
 void quitar_puertos_pasajeros(const fs::path& puertos) {
   if (!fs::exists(puertos)) return;
   for (const auto& uno : fs::directory_iterator(puertos)) {
-    if (uno.is_symlink() && fs::read_symlink(uno.path()).native().starts_with("/dev/pts/")) fs::remove(uno.path());
+    if (uno.is_symlink() && fs::read_symlink(uno.path()).parent_path() == "/dev/pts") fs::remove(uno.path());
   }
 }
 
@@ -56,12 +56,12 @@ void sembrar(const fs::path& origen, const fs::path& destino) {
   const archivos vecinos(destino.parent_path());
   // A second program that starts at the same moment waits until the first has finished.
   vecinos.por_turno(
-      destino.native(), [&] { llenar(origen, destino); }, std::chrono::seconds(10));
+      texto_de(destino), [&] { llenar(origen, destino); }, std::chrono::seconds(10));
 }
 
 fs::path directorio_aplicacion() {
-  fs::path propio = fs::read_symlink("/proc/self/exe").parent_path();
-  if (access(propio.c_str(), W_OK) == 0) return propio;
+  fs::path propio = carpeta_del_programa();
+  if (se_puede_escribir_en(propio)) return propio;
   fs::path usuario = del_usuario();
   try {
     sembrar(propio, usuario);

@@ -4,15 +4,13 @@
 #include <QFile>
 #include <QSaveFile>
 
+#include "conversiones.h"
+
 namespace morvane {
 
 namespace {
 
 constexpr int plazo_ms = 2000;
-
-QString qt_de(const std::filesystem::path& ruta) {
-  return QFile::decodeName(ruta.c_str());
-}
 
 }  // namespace
 
@@ -34,7 +32,7 @@ std::string placa_simulada::poner(int numero) {
   quitar();
   std::string fallo = arrancar(numero);
   if (!fallo.empty()) return fallo;
-  QSaveFile fichero(qt_de(nota()));
+  QSaveFile fichero(qt(nota()));
   const QByteArray texto = "COM" + QByteArray::number(numero) + "\n";
   if (fichero.open(QIODevice::WriteOnly) && fichero.write(texto) == texto.size() && fichero.commit()) return {};
   return "La placa simulada está en " + texto.trimmed().toStdString() +
@@ -43,7 +41,7 @@ std::string placa_simulada::poner(int numero) {
 
 std::string placa_simulada::arrancar(int numero) {
   const std::string puerto = "COM" + std::to_string(numero);
-  const auto dentro = [this](const std::string& nombre) { return qt_de(directorio_ / nombre); };
+  const auto dentro = [this](const std::string& nombre) { return qt(directorio_ / nombre); };
   // It ends by itself when its input closes, however this program ends.
   proceso_.start(QCoreApplication::applicationDirPath() + QStringLiteral("/puente"),
                  {QStringLiteral("--ligada"), QStringLiteral("--enlace"), dentro("puertos/" + puerto),
@@ -59,7 +57,7 @@ std::string placa_simulada::arrancar(int numero) {
 
 void placa_simulada::quitar() {
   parar();
-  QFile::remove(qt_de(nota()));
+  QFile::remove(qt(nota()));
 }
 
 void placa_simulada::parar() {
@@ -71,7 +69,7 @@ void placa_simulada::parar() {
 }
 
 void placa_simulada::reanudar() {
-  QFile fichero(qt_de(nota()));
+  QFile fichero(qt(nota()));
   if (!fichero.open(QIODevice::ReadOnly)) return;
   const QByteArray texto = fichero.read(16).trimmed();
   const int numero = texto.startsWith("COM") ? texto.mid(3).toInt() : 0;

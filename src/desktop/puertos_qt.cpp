@@ -3,7 +3,6 @@
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QEvent>
-#include <QFile>
 #include <QLineEdit>
 #include <QMenu>
 
@@ -21,7 +20,7 @@ int numero_de(const QString& texto) {
 }
 
 QString rotulo_de(const aparato& uno) {
-  const QString ruta = QFile::decodeName(uno.dispositivo.c_str());
+  const QString ruta = qt(uno.dispositivo);
   return uno.nombre.empty() ? ruta : ruta + QStringLiteral("  —  ") + qt(uno.nombre);
 }
 

@@ -7,6 +7,7 @@
 #include <QUrl>
 #include <filesystem>
 
+#include "platform/rutas.h"
 #include "shell/proyecto.h"
 
 namespace morvane {
@@ -31,9 +32,10 @@ std::string firmware_ofrecido(const QMimeData& oferta) {
   if (!maquina.isEmpty() && maquina != QLatin1String("localhost")) return {};
   // Not toLocalFile, which changes names that are no UTF-8.
   const QByteArray codificada = lugares.first().path(QUrl::FullyEncoded).toLatin1();
-  std::string ruta = QByteArray::fromPercentEncoding(codificada).toStdString();
+  const std::filesystem::path ruta = ruta_de_url(QByteArray::fromPercentEncoding(codificada).toStdString());
+  const std::string nombre = texto_de(ruta);
   std::error_code error;
-  return es_firmware(ruta) && std::filesystem::is_regular_file(ruta, error) ? ruta : std::string();
+  return es_firmware(nombre) && std::filesystem::is_regular_file(ruta, error) ? nombre : std::string();
 }
 
 recepcion_qt::recepcion_qt(ventana_qt& ventana, std::function<void(const std::string& ruta)> al_recibir)

@@ -2,12 +2,12 @@
 
 #include <QFont>
 #include <QRect>
-#include <QString>
 #include <functional>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "conversiones.h"
 #include "platform/controles.h"
 
 class QMenu;
@@ -15,10 +15,6 @@ class QMenuBar;
 class QWidget;
 
 namespace morvane {
-
-inline QString qt(const std::string& texto) {
-  return QString::fromStdString(texto);
-}
 
 /// What the makers of widgets share while a window is built.
 struct taller {

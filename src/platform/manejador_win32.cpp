@@ -98,6 +98,12 @@ std::string texto_de(const fs::path& ruta) {
   return estrecho(ruta.native());
 }
 
+fs::path ruta_de_url(std::string_view parte) {
+  // In front of a drive stands a slash that is none of the path: "/C:/Datos".
+  const bool unidad = parte.size() > 2 && parte[0] == '/' && parte[2] == ':';
+  return ruta_de(parte.substr(unidad ? 1 : 0));
+}
+
 std::wstring ruta_larga(const fs::path& ruta) {
   const std::wstring& tal_cual = ruta.native();
   if (tal_cual.starts_with(L"\\\\?\\")) return tal_cual;

@@ -1,15 +1,13 @@
-#include <dlfcn.h>
-
 #include <QApplication>
+#include <QLibrary>
 #include <QTimer>
-#include <csignal>
 #include <cstdio>
 #include <exception>
 #include <thread>
 
 #include "desktop/directorio.h"
 #include "desktop/programa.h"
-#include "senales.h"
+#include "platform/proceso.h"
 
 namespace {
 
@@ -18,18 +16,19 @@ namespace {
 /// desktop. Where there is no such library nothing happens.
 void leer_fuentes() {
   using lectura = int (*)();
-  if (const auto leer = reinterpret_cast<lectura>(dlsym(RTLD_DEFAULT, "FcInit"))) leer();
+  if (const auto leer = reinterpret_cast<lectura>(QLibrary::resolve(QStringLiteral("fontconfig"), 1, "FcInit"))) leer();
 }
 
-int correr(QApplication& aplicacion, morvane::senales& avisos) {
+int correr(QApplication& aplicacion, const morvane::peticiones_de_fin& avisos) {
   morvane::preparar_aplicacion();
   morvane::programa programa(morvane::directorio_aplicacion());
-  avisos.escuchar([&programa] { programa.pedir_fin(); });
-  // Later, since the desktop waits for its call to return.
+  // Later: a signal is told in a thread of its own, and the desktop waits for its call to return.
   QTimer despues;
   despues.setSingleShot(true);
   QObject::connect(&despues, &QTimer::timeout, &despues, [&programa] { programa.pedir_fin(); });
-  QObject::connect(&aplicacion, &QGuiApplication::commitDataRequest, &despues, [&despues] { despues.start(0); });
+  QObject::connect(&aplicacion, &QGuiApplication::commitDataRequest, &despues, [&despues] { despues.start(); });
+  const std::jthread oyente =
+      avisos.escuchar([&despues] { QMetaObject::invokeMethod(&despues, "start", Qt::QueuedConnection); });
   programa.empezar();
   return QApplication::exec();
 }
@@ -38,9 +37,7 @@ int correr(QApplication& aplicacion, morvane::senales& avisos) {
 
 int main(int cuantos, char** argumentos) {
   try {
-    // What reads the messages of this program may be gone by the time they are written.
-    std::signal(SIGPIPE, SIG_IGN);
-    morvane::senales avisos;
+    const morvane::peticiones_de_fin avisos;
     const std::jthread fuentes(leer_fuentes);
     // The program takes no command line; Qt gets its name alone.
     int uno = cuantos > 0 ? 1 : 0;

@@ -11,4 +11,7 @@ namespace morvane {
 std::filesystem::path ruta_de(std::string_view nombre);
 std::string texto_de(const std::filesystem::path& ruta);
 
+/// The host's path of the path part of a file URL, its percent signs taken out already.
+std::filesystem::path ruta_de_url(std::string_view parte);
+
 }  // namespace morvane

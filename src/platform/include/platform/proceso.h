@@ -1,0 +1,37 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <thread>
+
+namespace morvane {
+
+/// The folder of the program that is running, with every link in its path followed.
+std::filesystem::path carpeta_del_programa();
+
+/// True if files can be made and replaced in `carpeta`.
+bool se_puede_escribir_en(const std::filesystem::path& carpeta);
+
+/// The ways besides its windows in which a system asks a program to end: SIGTERM, SIGINT and SIGHUP where there are
+/// signals, but for those that whoever started the program wants it to ignore. Windows has none of its own for a
+/// program with windows.
+class peticiones_de_fin {
+ public:
+  /// Holds them back from now on; to be made before any thread is. If that cannot be, they keep their usual effect.
+  /// What is written to a pipe that nobody reads any more is an error from now on, and no reason to end.
+  peticiones_de_fin();
+  ~peticiones_de_fin();
+  peticiones_de_fin(const peticiones_de_fin&) = delete;
+  peticiones_de_fin& operator=(const peticiones_de_fin&) = delete;
+
+  /// Calls `atender` for each, those included that came before, in a thread of its own, which ends with what this gives
+  /// back. This must live longer.
+  [[nodiscard]] std::jthread escuchar(std::function<void()> atender) const;
+
+ private:
+  struct fuente;
+  std::unique_ptr<fuente> fuente_;
+};
+
+}  // namespace morvane
