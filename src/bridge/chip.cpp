@@ -12,6 +12,7 @@ bool chip::palabra_de_proteccion() const {
 
 void chip::abrir() {
   reiniciar();
+  pegar_celdas();
   abierto_ = true;
 }
 
@@ -33,7 +34,7 @@ chip::resultado chip::impedimento() const {
 
 chip::resultado chip::permitir_escritura() {
   const resultado r = impedimento();
-  if (r == resultado::hecho) permiso_ = !falla_permiso;
+  if (r == resultado::hecho) permiso_ = !modo.falla_permiso;
   return r;
 }
 
@@ -42,7 +43,7 @@ chip::resultado chip::escribir_config(std::uint8_t valor) {
   if (r != resultado::hecho) return r;
   if (!permiso_) return resultado::sin_permiso;
   permiso_ = false;
-  configurado_ = valor != 0 && !falla_config;
+  configurado_ = valor != 0 && !modo.falla_config;
   return resultado::hecho;
 }
 
@@ -51,9 +52,9 @@ chip::resultado chip::borrar() {
   if (r != resultado::hecho) return r;
   if (!permiso_ || !configurado_) return resultado::sin_permiso;
   permiso_ = error_ = false;
-  borrado_fallido_ = falla_borrado;
+  borrado_fallido_ = modo.falla_borrado;
   protegido_ = protegido_ && borrado_fallido_;
-  sondeos_ = sondeos_totales_ = std::max(sondeos_de_borrado, 0);
+  sondeos_ = sondeos_totales_ = std::max(modo.sondeos_de_borrado, 0);
   if (sondeos_ == 0) avanzar_borrado();
   return resultado::hecho;
 }
@@ -65,7 +66,13 @@ void chip::avanzar_borrado() {
   const std::int64_t hechos = sondeos_totales_ - sondeos_;
   const std::int64_t fin = sondeos_ == 0 ? tamano : tamano * hechos / sondeos_totales_;
   std::fill(flash_.begin(), flash_.begin() + fin, 0xFF);
+  pegar_celdas();
   ++cambios_;
+}
+
+void chip::pegar_celdas() {
+  if (modo.celda_a_0 && *modo.celda_a_0 < tamano) flash_[*modo.celda_a_0] &= 0xFE;
+  if (modo.celda_a_1 && *modo.celda_a_1 < tamano) flash_[*modo.celda_a_1] |= 0x01;
 }
 
 chip::resultado chip::grabar(std::uint32_t dir, std::span<const std::uint8_t, 4> datos) {
@@ -76,6 +83,7 @@ chip::resultado chip::grabar(std::uint32_t dir, std::span<const std::uint8_t, 4>
   if (!permiso_ || !configurado_) return resultado::sin_permiso;
   permiso_ = error_ = false;
   for (std::size_t i = 0; i < datos.size(); ++i) flash_[dir + i] &= datos[i];
+  pegar_celdas();
   ++cambios_;
   return resultado::hecho;
 }
@@ -94,7 +102,7 @@ chip::resultado chip::leer(std::uint32_t dir, std::span<std::uint8_t> destino) c
 std::uint8_t chip::estado() {
   const bool ocupado = sondeos_ > 0;
   if (ocupado) avanzar_borrado();
-  if (mudo) return 0xFF;
+  if (modo.mudo) return 0xFF;
   // The reading that ends an erase still shows it running, so its verdict comes with the next one.
   return static_cast<std::uint8_t>((ocupado ? 0x01 : 0) | (permiso_ ? 0x02 : 0) | (configurado_ ? 0x20 : 0) |
                                    (error_ && !ocupado ? 0x40 : 0) | (protegido_ ? 0x80 : 0));

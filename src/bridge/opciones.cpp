@@ -4,6 +4,9 @@
 #include <array>
 #include <charconv>
 #include <cstdint>
+#include <type_traits>
+
+#include "bridge/averias.h"
 
 namespace puente {
 
@@ -29,36 +32,52 @@ bool numero(T& campo, std::string_view texto, std::uint64_t minimo, std::uint64_
   return true;
 }
 
-template <std::string opciones::*campo>
+/// The place of a value, which is one of the board's own, of its faults, or of its chip's.
+template <class T, class parte>
+T& en(opciones& o, T parte::*campo) {
+  if constexpr (std::is_same_v<parte, faltas>) return o.fallos.*campo;
+  if constexpr (std::is_same_v<parte, conducta>) return o.modo.*campo;
+  if constexpr (std::is_same_v<parte, opciones>) return o.*campo;
+}
+
+template <auto campo>
 bool ruta(opciones& o, std::string_view texto) {
-  o.*campo = texto;
+  en(o, campo) = texto;
   return !texto.empty();
 }
 
-template <bool opciones::*campo>
+template <auto campo>
 bool marca(opciones& o, std::string_view) {
-  return o.*campo = true;
+  return en(o, campo) = true;
 }
 
-template <bool faltas::*campo>
-bool marca_falta(opciones& o, std::string_view) {
-  return o.fallos.*campo = true;
-}
-
-/// Frames count from 1.
-template <std::uint64_t faltas::*campo>
+/// Frames and characters count from 1.
+template <auto campo>
 bool trama(opciones& o, std::string_view texto) {
-  return numero(o.fallos.*campo, texto, 1, UINT64_MAX);
+  return numero(en(o, campo), texto, 1, UINT64_MAX);
 }
 
-template <unsigned faltas::*campo, std::uint64_t maximo>
+template <auto campo, std::uint64_t maximo>
 bool cantidad(opciones& o, std::string_view texto) {
-  return numero(o.fallos.*campo, texto, 0, maximo);
+  return numero(en(o, campo), texto, 0, maximo);
+}
+
+template <auto campo>
+bool celda(opciones& o, std::string_view texto) {
+  return numero(en(o, campo).emplace(), texto, 0, chip::tamano - 1);
 }
 
 bool codigo_error(opciones& o, std::string_view texto) {
   o.fallos.codigo_error = texto.empty() ? ' ' : texto[0];
   return texto.size() == 1 && texto[0] > ' ' && texto[0] <= '~';
+}
+
+bool una_averia(opciones& o, std::string_view texto) {
+  std::uint64_t semilla = 0;
+  if (!numero(semilla, texto, 0, UINT64_MAX)) return false;
+  azar suerte(semilla);
+  o.averia = averia_al_azar(o.fallos, o.modo, suerte).nombre;
+  return true;
 }
 
 constexpr std::uint64_t un_dia_ms = 86'400'000;
@@ -77,18 +96,20 @@ constexpr std::array tabla{
     opcion{"--ligada", "", "termina cuando se cierra su entrada estándar", marca<&opciones::ligada>},
     opcion{"--protegida", "", "el chip empieza con la flash protegida", marca<&opciones::protegida>},
     opcion{"--sondeos-borrado", "N", "lecturas de estado que dura un borrado (3)",
-           [](opciones& o, std::string_view t) { return numero(o.sondeos_de_borrado, t, 0, 1'000'000); }},
-    opcion{"--falla-borrado", "", "el borrado termina con error", marca<&opciones::falla_borrado>},
-    opcion{"--falla-config", "", "el registro de configuración no se escribe", marca<&opciones::falla_config>},
-    opcion{"--falla-permiso", "", "la escritura no se habilita", marca<&opciones::falla_permiso>},
-    opcion{"--mudo", "", "el estado se lee siempre como FF", marca<&opciones::mudo>},
+           cantidad<&conducta::sondeos_de_borrado, 1'000'000>},
+    opcion{"--falla-borrado", "", "el borrado termina con error", marca<&conducta::falla_borrado>},
+    opcion{"--falla-config", "", "el registro de configuración no se escribe", marca<&conducta::falla_config>},
+    opcion{"--falla-permiso", "", "la escritura no se habilita", marca<&conducta::falla_permiso>},
+    opcion{"--mudo", "", "el estado se lee siempre como FF", marca<&conducta::mudo>},
+    opcion{"--bit-a-0", "DIR", "celda cuyo bit 0 nunca es 1", celda<&conducta::celda_a_0>},
+    opcion{"--bit-a-1", "DIR", "celda cuyo bit 0 nunca es 0", celda<&conducta::celda_a_1>},
     opcion{"--muda-desde", "T", "desde la trama T no atiende ni responde", trama<&faltas::muda_desde>},
     opcion{"--calla-en", "T", "no responde a la trama T", trama<&faltas::calla_en>},
     opcion{"--cortada-en", "T", "corta la respuesta a la trama T", trama<&faltas::cortada_en>},
     opcion{"--cortada-tras", "N", "caracteres que quedan de la respuesta cortada (0)",
            cantidad<&faltas::cortada_tras, 1000>},
     opcion{"--retrasada-en", "T", "retrasa la respuesta a la trama T", trama<&faltas::retrasada_en>},
-    opcion{"--retrasa-todas", "", "retrasa todas las respuestas", marca_falta<&faltas::retrasa_todas>},
+    opcion{"--retrasa-todas", "", "retrasa todas las respuestas", marca<&faltas::retrasa_todas>},
     opcion{"--retraso-ms", "N", "cuánto se retrasan (0)", cantidad<&faltas::retraso_ms, un_dia_ms>},
     opcion{"--suma-mala-en", "T", "suma de control errónea a la trama T", trama<&faltas::suma_mala_en>},
     opcion{"--suma-minuscula-en", "T", "suma de control en minúsculas a la trama T", trama<&faltas::suma_minuscula_en>},
@@ -96,16 +117,28 @@ constexpr std::array tabla{
     opcion{"--codigo-error", "C", "carácter con que la rechaza (6)", codigo_error},
     opcion{"--reset-en", "T", "responde RESET a la trama T y el chip reinicia", trama<&faltas::reset_en>},
     opcion{"--reset-repetido", "N", "cuántas veces seguidas lo envía (1)", cantidad<&faltas::reset_repetido, 1000>},
+    opcion{"--reset-suelto-en", "T", "RESET sin que se pregunte, tras la trama T", trama<&faltas::reset_suelto_en>},
+    opcion{"--reset-suelto-ms", "N", "cuánto después (0)", cantidad<&faltas::reset_suelto_ms, un_dia_ms>},
+    opcion{"--duplicada-en", "T", "responde dos veces a la trama T", trama<&faltas::duplicada_en>},
+    opcion{"--suelta-en", "T", "con la trama T viene otra respuesta que nadie pidió", trama<&faltas::suelta_en>},
+    opcion{"--saluda", "", "envía una respuesta cada vez que se abre la línea", marca<&faltas::saluda>},
     opcion{"--ruido", "N", "caracteres de ruido ante cada respuesta (0)", cantidad<&faltas::ruido, 10'000>},
+    opcion{"--ruido-detras", "N", "y tras cada respuesta (0)", cantidad<&faltas::ruido_detras, 10'000>},
     opcion{"--balbuceo-desde", "T", "desde la trama T envía caracteres sin fin", trama<&faltas::balbuceo_desde>},
-    opcion{"--balbuceo-etx", "", "con ETX entre ellos", marca_falta<&faltas::balbuceo_etx>},
+    opcion{"--balbuceo-etx", "", "con ETX entre ellos", marca<&faltas::balbuceo_etx>},
     opcion{"--goteo-ms", "N", "pausa entre los caracteres de una respuesta (0)",
            cantidad<&faltas::goteo_ms, un_dia_ms>},
     opcion{"--por-mil-sin-grabar", "N", "de cada mil palabras, las que confirma sin grabarlas (0)",
            cantidad<&faltas::por_mil_sin_grabar, 1000>},
+    opcion{"--altera", "N", "altera el carácter N hacia el programa", trama<&faltas::altera>},
+    opcion{"--pierde", "N", "pierde el carácter N hacia el programa", trama<&faltas::pierde>},
+    opcion{"--altera-ida", "N", "altera el carácter N hacia la placa", trama<&faltas::altera_ida>},
+    opcion{"--pierde-ida", "N", "pierde el carácter N hacia la placa", trama<&faltas::pierde_ida>},
+    opcion{"--rearranca-en", "T", "pierde la corriente un momento antes de la trama T", trama<&faltas::rearranca_en>},
     opcion{"--cuelga-en", "T", "cuelga la línea al recibir la trama T y termina", trama<&faltas::cuelga_en>},
     opcion{"--semilla", "N", "semilla de todo lo que va por azar (1)",
            [](opciones& o, std::string_view t) { return numero(o.fallos.semilla, t, 0, UINT64_MAX); }},
+    opcion{"--averia", "N", "una avería al azar, que la semilla N elige y se dice al empezar", una_averia},
     opcion{"--ayuda", "", "muestra esta ayuda (también --help)", marca<&opciones::ayuda>},
 };
 
@@ -118,6 +151,7 @@ std::string incompleta(const opciones& o) {
   if (!retrasa && f.retraso_ms != 0) return "--retraso-ms requiere --retrasada-en o --retrasa-todas";
   if (f.codigo_error != por_omision.codigo_error && f.error_en == 0) return "--codigo-error requiere --error-en";
   if (f.reset_repetido != por_omision.reset_repetido && f.reset_en == 0) return "--reset-repetido requiere --reset-en";
+  if (f.reset_suelto_ms != 0 && f.reset_suelto_en == 0) return "--reset-suelto-ms requiere --reset-suelto-en";
   if (f.balbuceo_etx && f.balbuceo_desde == 0) return "--balbuceo-etx requiere --balbuceo-desde";
   return "";
 }

@@ -13,6 +13,17 @@ constexpr int maximo_balbuceo = 4096;
 constexpr unsigned maximo_reset = 1000;
 constexpr unsigned maximo_ruido = 10'000;
 
+constexpr std::string_view respuesta_suelta{
+    "\x02"
+    "030"
+    "\x03"};
+
+/// Does to a character what the line does to it. False if it is lost.
+bool danar(char& c, std::uint64_t cual, std::uint64_t alterado, std::uint64_t perdido) {
+  if (cual == alterado) c ^= 0x11;
+  return cual != perdido;
+}
+
 instante milisegundos(std::uint64_t ms) {
   return std::chrono::milliseconds{ms};
 }
@@ -29,7 +40,8 @@ void placa::entra(std::string_view datos, instante ahora) {
     const instante inicio = std::max(ahora, libre_placa_);
     for (std::size_t i = 0; i < trozo.size(); ++i) {
       libre_placa_ = inicio + paso_.caracteres(i + 1);
-      hacia_placa_.push_back({trozo[i], libre_placa_});
+      char c = trozo[i];
+      if (danar(c, ++entrados_, fallos.altera_ida, fallos.pierde_ida)) hacia_placa_.push_back({c, libre_placa_});
     }
     datos.remove_prefix(trozo.size());
     avanzar(ahora);
@@ -71,6 +83,22 @@ void placa::vaciar() {
   }
 }
 
+void placa::abierta(instante ahora) {
+  if (fallos.saluda) intercalar(respuesta_suelta, ahora);
+}
+
+void placa::averiar(const faltas& f) {
+  fallos = f;
+  tramas_ = entrados_ = salidos_ = 0;
+  azar_.seed(f.semilla);
+}
+
+void placa::reparar() {
+  averiar({});
+  vaciar();
+  colgada_ = false;
+}
+
 void placa::avanzar(instante ahora) {
   while (!hacia_placa_.empty() && hacia_placa_.front().llega <= ahora) {
     const caracter k = hacia_placa_.front();
@@ -95,6 +123,7 @@ void placa::recibir(char c, instante cuando) {
 void placa::colgar() {
   balbucea_ = false;
   vaciar();
+  chip_.reiniciar();
   colgada_ = true;
 }
 
@@ -103,6 +132,14 @@ void placa::atender(instante cuando) {
   const auto desde = [n](std::uint64_t primera) { return primera != 0 && n >= primera; };
   if (traza) traza('>', stx + trama_ + etx, cuando);
   if (n == fallos.cuelga_en) return colgar();
+  if (n == fallos.suelta_en) intercalar(respuesta_suelta, cuando);
+  if (n == fallos.rearranca_en || n == fallos.reset_suelto_en) chip_.reiniciar();
+  if (n == fallos.rearranca_en) hacia_pc_.clear();
+  if (n == fallos.reset_suelto_en)
+    intercalar(
+        "\x02"
+        "1RESETB4\x03",
+        cuando + milisegundos(fallos.reset_suelto_ms));
   if (desde(fallos.balbuceo_desde) && !balbucea_) {
     balbucea_ = true;
     libre_pc_ = std::max(libre_pc_, cuando);
@@ -128,10 +165,9 @@ void placa::responder(std::string_view contenido, instante cuando) {
   }
   std::string crudo = stx + std::string(contenido) + digitos + etx;
   if (tramas_ == fallos.cortada_en) crudo.resize(std::min<std::size_t>(crudo.size(), fallos.cortada_tras));
-  std::string ruido(std::min(fallos.ruido, maximo_ruido), ' ');
-  for (char& c : ruido) c = ruidoso();
+  if (tramas_ == fallos.duplicada_en) crudo += crudo;
   const bool tarde = fallos.retrasa_todas || tramas_ == fallos.retrasada_en;
-  poner(ruido + crudo, cuando + milisegundos(tarde ? fallos.retraso_ms : 0));
+  poner(ruido(fallos.ruido) + crudo + ruido(fallos.ruido_detras), cuando + milisegundos(tarde ? fallos.retraso_ms : 0));
 }
 
 void placa::poner(std::string_view crudo, instante cuando) {
@@ -140,9 +176,17 @@ void placa::poner(std::string_view crudo, instante cuando) {
   const instante inicio = std::max(cuando, libre_pc_);
   for (std::size_t i = 0; i < crudo.size(); ++i) {
     libre_pc_ = inicio + paso_.caracteres(i + 1) + milisegundos(i * std::uint64_t{fallos.goteo_ms});
-    hacia_pc_.push_back({crudo[i], libre_pc_});
+    char c = crudo[i];
+    if (danar(c, ++salidos_, fallos.altera, fallos.pierde)) hacia_pc_.push_back({c, libre_pc_});
   }
   if (traza) traza('<', crudo, libre_pc_);
+}
+
+/// Puts what comes of itself between what is on its way, without holding that up.
+void placa::intercalar(std::string_view crudo, instante cuando) {
+  for (const char c : crudo.substr(0, capacidad - hacia_pc_.size())) hacia_pc_.push_back({c, cuando});
+  std::ranges::stable_sort(hacia_pc_, {}, &caracter::llega);
+  if (traza) traza('<', crudo, cuando);
 }
 
 /// Keeps the next character always under way, and never makes up for more than `maximo_balbuceo` that nobody took.
@@ -154,6 +198,12 @@ void placa::balbucear(instante ahora) {
     libre_pc_ += uno;
     hacia_pc_.push_back({fallos.balbuceo_etx && azar_() % 16 == 0 ? etx : ruidoso(), libre_pc_});
   }
+}
+
+std::string placa::ruido(unsigned cuantos) {
+  std::string texto(std::min(cuantos, maximo_ruido), ' ');
+  for (char& c : texto) c = ruidoso();
+  return texto;
 }
 
 char placa::ruidoso() {

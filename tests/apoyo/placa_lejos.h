@@ -21,6 +21,7 @@ class placa_lejos final : public morvane::extremo {
   std::string entregar(std::size_t cuantos, morvane::instante ahora) override { return placa.sale(ahora, cuantos); }
   std::optional<morvane::instante> proximo() const override { return placa.proximo(); }
   bool colgado() const override { return placa.colgada(); }
+  void abierta() override { placa.abierta({}); }
 
   /// The commands from the `desde`-th on, joined by blanks.
   std::string flujo(std::size_t desde = 0) const {

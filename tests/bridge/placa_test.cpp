@@ -95,6 +95,14 @@ TEST(faltas, each_one_strikes_in_its_frame) {
       {{.suma_minuscula_en = 6}, {"<030>", "<0ABb3>"}},
       {{.error_en = 5, .codigo_error = 'X'}, {"<X58>", "<0FFBC>"}},
       {{.reset_en = 5, .reset_repetido = 2}, {"<1RESETB4><1RESETB4>", "<737>"}},
+      {{.reset_suelto_en = 5}, {"<1RESETB4><737>", "<737>"}},
+      {{.duplicada_en = 5}, {"<030><030>", "<0ABB3>"}},
+      {{.suelta_en = 6}, {"<030>", "<030><0ABB3>"}},
+      {{.altera = 22}, {"<!30>", "<0ABB3>"}},
+      {{.pierde = 23}, {"<00>", "<0ABB3>"}},
+      {{.altera_ida = 24}, {"<333>", "<0FFBC>"}},
+      {{.pierde_ida = 24}, {"<333>", "<0FFBC>"}},
+      {{.rearranca_en = 5}, {"<737>", "<737>"}},
       {{.por_mil_sin_grabar = 1000}, {"<030>", "<0FFBC>"}},
       {{.cuelga_en = 5}, {"", ""}}};
   for (const auto& [f, respuestas] : casos) {
@@ -102,10 +110,27 @@ TEST(faltas, each_one_strikes_in_its_frame) {
     for (const std::string& paso : partes("A a d2E a")) b.manda(paso);
     EXPECT_EQ(b.manda("g000000AB000000"), hilo(respuestas[0]));
     EXPECT_EQ(b.manda("e00000001"), hilo(respuestas[1]));
-    EXPECT_TRUE((b.c.flash()[0] == 0xAB) == respuestas[1].starts_with("<0AB") && b.p.colgada() == (f.cuelga_en != 0));
+    EXPECT_TRUE((b.c.flash()[0] == 0xAB) == (respuestas[1].find("<0AB") != std::string::npos) &&
+                b.p.colgada() == (f.cuelga_en != 0));
   }
-  const auto ruidosa = [](std::uint64_t semilla) { return banco({.semilla = semilla, .ruido = 500}).manda("A"); };
-  EXPECT_TRUE(ruidosa(7).find_first_of("\x02\x03") == 500 && ruidosa(7) == ruidosa(7) && ruidosa(7) != ruidosa(8));
+  const auto ruidosa = [](std::uint64_t n) {
+    return banco({.semilla = n, .ruido = 500, .ruido_detras = 9}).manda("A");
+  };
+  EXPECT_TRUE(ruidosa(7).find_first_of("\x02\x03") == 500 && ruidosa(7).find_last_of("\x02\x03") == 504);
+  EXPECT_TRUE(ruidosa(7).size() == 514 && ruidosa(7) == ruidosa(7) && ruidosa(7) != ruidosa(8));
+}
+
+TEST(faltas, a_cell_with_a_stuck_bit_holds_no_other_and_repairing_brings_back_a_board_that_hung_up) {
+  banco b({.saluda = true, .cuelga_en = 7});
+  b.c.modo = {.celda_a_0 = 1, .celda_a_1 = 2};
+  b.p.abierta(instante{0});
+  EXPECT_EQ(b.crudo(""), hilo("<030>"));
+  for (const std::string& paso : partes("A a d2E a g0000000FFF00F0")) b.manda(paso);
+  EXPECT_EQ(b.manda("e00000004"), en_trama("00FFE01F0"));
+  EXPECT_TRUE(b.manda("c").empty() && b.p.colgada());
+  b.p.reparar();
+  b.p.abierta(instante{0});
+  EXPECT_EQ(b.manda("c"), hilo("<737>"));
 }
 
 // 10,000 bits a second are a character in a millisecond; at 57,600 the roundings must not add up.
@@ -168,17 +193,45 @@ TEST(opciones, none_lands_in_the_place_of_another_and_what_is_wrong_is_named) {
           "--calla-en 2 --cortada-en 3 --cortada-tras 4 --retrasada-en 5 --retraso-ms 6 --suma-mala-en 7 "
           "--suma-minuscula-en 8 --error-en 9 --codigo-error X --reset-en 10 --reset-repetido 11 --ruido 12 "
           "--balbuceo-desde 13 "
-          "--goteo-ms 14 --por-mil-sin-grabar 15 --cuelga-en 16 --semilla 18446744073709551615");
+          "--reset-suelto-en 17 --reset-suelto-ms 18 --duplicada-en 19 --suelta-en 20 --ruido-detras 21 --altera 22 "
+          "--pierde 23 --altera-ida 24 --pierde-ida 25 --rearranca-en 26 --bit-a-0 27 --bit-a-1 28 --goteo-ms 14 "
+          "--por-mil-sin-grabar 15 --cuelga-en 16 --semilla 18446744073709551615");
   EXPECT_EQ(error + o.enlace + o.flash + o.traza, "p/COM1ft=1");
   const faltas& f = o.fallos;
-  const std::uint64_t hay[] = {f.muda_desde,     f.calla_en,   f.cortada_en,         f.cortada_tras,
-                               f.retrasada_en,   f.retraso_ms, f.suma_mala_en,       f.suma_minuscula_en,
-                               f.error_en,       f.reset_en,   f.reset_repetido,     f.ruido,
-                               f.balbuceo_desde, f.goteo_ms,   f.por_mil_sin_grabar, f.cuelga_en};
-  for (std::uint64_t i = 0; i < 16; ++i) EXPECT_EQ(hay[i], i + 1);
-  EXPECT_TRUE(f.codigo_error == 'X' && f.semilla == UINT64_MAX && o.baudios == 9600 && o.sondeos_de_borrado == 17);
-  EXPECT_TRUE(o.falla_config && !(o.falla_borrado || o.falla_permiso || o.mudo || o.protegida));
+  const std::uint64_t hay[] = {f.muda_desde,
+                               f.calla_en,
+                               f.cortada_en,
+                               f.cortada_tras,
+                               f.retrasada_en,
+                               f.retraso_ms,
+                               f.suma_mala_en,
+                               f.suma_minuscula_en,
+                               f.error_en,
+                               f.reset_en,
+                               f.reset_repetido,
+                               f.ruido,
+                               f.balbuceo_desde,
+                               f.goteo_ms,
+                               f.por_mil_sin_grabar,
+                               f.cuelga_en,
+                               f.reset_suelto_en,
+                               f.reset_suelto_ms,
+                               f.duplicada_en,
+                               f.suelta_en,
+                               f.ruido_detras,
+                               f.altera,
+                               f.pierde,
+                               f.altera_ida,
+                               f.pierde_ida,
+                               f.rearranca_en,
+                               *o.modo.celda_a_0,
+                               *o.modo.celda_a_1};
+  for (std::uint64_t i = 0; i < std::size(hay); ++i) EXPECT_EQ(hay[i], i + 1);
+  EXPECT_TRUE(f.codigo_error == 'X' && f.semilla == UINT64_MAX && o.baudios == 9600 && o.modo.sondeos_de_borrado == 17);
+  EXPECT_TRUE(o.modo.falla_config && !(o.modo.falla_borrado || o.modo.falla_permiso || o.modo.mudo || o.protegida));
   EXPECT_TRUE(lee("--baudios 9600 --sin-ritmo").valores.baudios == 0 && lee("--help --nada").valores.ayuda);
+  EXPECT_TRUE(lee("--averia 1").valores.averia == lee("--averia 1").valores.averia &&
+              !lee("--saluda").valores.averia.size());
   const std::pair<const char*, const char*> errores[] = {
       {"--nada", "opción desconocida: --nada"},
       {"--enlace", "falta el valor de la opción --enlace"},
@@ -186,6 +239,8 @@ TEST(opciones, none_lands_in_the_place_of_another_and_what_is_wrong_is_named) {
       {"--baudios 57600x", "valor no válido para la opción --baudios: 57600x"},
       {"--calla-en 0", "valor no válido para la opción --calla-en: 0"},
       {"--cortada-tras 3", "--cortada-tras requiere --cortada-en"},
+      {"--bit-a-0 262144", "valor no válido para la opción --bit-a-0: 262144"},
+      {"--reset-suelto-ms 3", "--reset-suelto-ms requiere --reset-suelto-en"},
       {"--balbuceo-etx", "--balbuceo-etx requiere --balbuceo-desde"}};
   for (const auto& [argumentos, texto] : errores) EXPECT_EQ(lee(argumentos).error, texto);
 }

@@ -13,7 +13,7 @@ constexpr std::array<const char*, 14> textos{"",      "0",     "10",       "20",
 
 class caminante {
  public:
-  caminante(azar& a, std::vector<gesto>& g) : a_(a), gestos_(g) {}
+  caminante(puente::azar& a, std::vector<gesto>& g) : a_(a), gestos_(g) {}
 
   void menu(const Menu& m) {
     if (m.Click) gestos_.push_back({m.Name, m.Click});
@@ -57,13 +57,13 @@ class caminante {
   void operator()(control*) {}
 
  private:
-  azar& a_;
+  puente::azar& a_;
   std::vector<gesto>& gestos_;
 };
 
 }  // namespace
 
-std::vector<gesto> gestos(frm_principal& f, azar& a) {
+std::vector<gesto> gestos(frm_principal& f, puente::azar& a) {
   std::vector<gesto> todos;
   caminante c(a, todos);
   std::vector<Form*> ventanas = f.otras_ventanas();

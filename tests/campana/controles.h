@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "azar.h"
+#include "bridge/azar.h"
 #include "shell/frm_principal.h"
 
 namespace campana {
@@ -17,6 +17,6 @@ struct gesto {
 
 /// Everything that the controls of all windows offer now: entries of every menu, hidden ones included; buttons, boxes
 /// and lists of the windows that are open; opening, closing and resizing the windows.
-std::vector<gesto> gestos(morvane::frm_principal& f, azar& a);
+std::vector<gesto> gestos(morvane::frm_principal& f, puente::azar& a);
 
 }  // namespace campana

@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::int32_t hueco_desde = 0x400, hueco_hasta = 0x41F;
 
-std::string registro(azar& a, contenido& c, std::int32_t dir) {
+std::string registro(puente::azar& a, contenido& c, std::int32_t dir) {
   const int ancho = dir > 0xFF00 ? 6 + 2 * static_cast<int>(a.hasta(2)) : 4 + 2 * static_cast<int>(a.hasta(3));
   const std::int32_t cuantos = 4 * static_cast<std::int32_t>(1 + a.hasta(8));
   std::array<char, 16> texto{};
@@ -25,7 +25,7 @@ std::string registro(azar& a, contenido& c, std::int32_t dir) {
   return linea + "00";
 }
 
-std::string registros(azar& a, contenido& c, std::int32_t base) {
+std::string registros(puente::azar& a, contenido& c, std::int32_t base) {
   const std::string fin = a.una_de(2) ? "\r\n" : "\n";
   std::string texto = "S0030000FC" + fin;
   for (std::uint64_t n = 1 + a.hasta(6); n > 0; --n) {
@@ -35,7 +35,7 @@ std::string registros(azar& a, contenido& c, std::int32_t base) {
   return texto + "S9030000FC" + fin;
 }
 
-std::string binario(azar& a, contenido& c) {
+std::string binario(puente::azar& a, contenido& c) {
   std::string texto;
   for (std::uint64_t n = 1 + a.hasta(120); n > 0; --n) texto += static_cast<char>(0x20 + a.hasta(0xE0));
   for (const char byte : texto + "..") c.bytes[c.dir_max++] = static_cast<std::uint8_t>(byte);
@@ -45,7 +45,7 @@ std::string binario(azar& a, contenido& c) {
 
 }  // namespace
 
-ficheros_al_azar::ficheros_al_azar(const apoyo::carpeta& dir, azar& a) {
+ficheros_al_azar::ficheros_al_azar(const apoyo::carpeta& dir, puente::azar& a) {
   const auto anadir = [&](const std::string& nombre, const std::string& texto, contenido c) {
     rutas_.push_back(dir.escribir(nombre, texto));
     contenidos_[rutas_.back()] = std::move(c);

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "apoyo/carpeta.h"
-#include "azar.h"
+#include "bridge/azar.h"
 
 namespace campana {
 
@@ -21,8 +21,8 @@ struct contenido {
 /// lead nowhere.
 class ficheros_al_azar {
  public:
-  ficheros_al_azar(const apoyo::carpeta& dir, azar& a);
-  const std::string& alguno(azar& a) const { return a.uno<std::string>(rutas_); }
+  ficheros_al_azar(const apoyo::carpeta& dir, puente::azar& a);
+  const std::string& alguno(puente::azar& a) const { return a.uno<std::string>(rutas_); }
   /// Null for a path that is none of these.
   const contenido* de(const std::string& ruta) const;
 

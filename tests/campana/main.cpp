@@ -60,7 +60,7 @@ int main(int argc, char** argv) {
   std::uint64_t fallidos = 0;
   for (std::uint64_t s = e->semilla; s < e->semilla + e->mundos; ++s) fallidos += recorrer(s, c) ? 0 : 1;
   if (e->contar) {
-    mostrar("faults", c.faltas);
+    mostrar("faults", c.averias);
     mostrar("gestures", c.gestos);
     mostrar("boxes", c.frases);
   }

@@ -104,26 +104,23 @@ circunstancias mundo::sortear() {
   if (azar_.una_de(3)) {
     // What the operation before has left under way may still come.
     const bool pendiente = lejos_.proximo().has_value();
-    const bool goteaba = lejos_.lejos.placa.fallos.goteo_ms > 1'000 && pendiente;
+    const bool goteaba = lejos_.placa.fallos.goteo_ms > 1'000 && pendiente;
     c.limpia = !pendiente && !lejos_.colgado();
-    c.efecto.desplaza = c.efecto.ensucia = goteaba || lejos_.debe_algo_tras(plat_.ahora() + plazo_de_reposo);
-    lejos_.estropear({});
-    lejos_.lejos.placa.fallos = {};
+    c.efecto.desplaza = c.efecto.ensucia =
+        goteaba || lejos_.placa.ultimo().value_or(instante{0}) > plat_.ahora() + plazo_de_reposo;
   } else {
-    lejos_.reparar(plat_.ahora());
+    lejos_.placa.reparar();
   }
-  lejos_.lejos.chip.falla_borrado = lejos_.lejos.chip.falla_config = lejos_.lejos.chip.falla_permiso = false;
-  lejos_.lejos.chip.mudo = false;
-  lejos_.lejos.chip.sondeos_de_borrado = static_cast<int>(azar_.hasta(6));
-  if (azar_.una_de(30)) std::ranges::fill(lejos_.lejos.chip.flash(), static_cast<std::uint8_t>(azar_.hasta(256)));
+  puente::faltas fallos;
+  puente::conducta modo{.sondeos_de_borrado = static_cast<int>(azar_.hasta(6))};
+  if (azar_.una_de(30)) std::ranges::fill(lejos_.chip.flash(), static_cast<std::uint8_t>(azar_.hasta(256)));
 
   constexpr std::array cuantas{0, 0, 0, 1, 1, 1, 1, 1, 2, 2};
   c.efecto.solo_tarda = true;
   for (int n = azar_.uno<int>(cuantas); n > 0; --n) {
-    const falta& f = azar_.uno<falta>(faltas());
-    ++cuenta_.faltas[f.nombre];
+    const puente::averia& f = puente::averia_al_azar(fallos, modo, azar_);
+    ++cuenta_.averias[f.nombre];
     historia_ += std::string("  fault ") + f.nombre + "\n";
-    f.poner(lejos_, azar_, 1 + azar_.hasta(azar_.una_de(3) ? 120 : 22));
     c.limpia = false;
     c.efecto.ensucia |= f.efecto.ensucia;
     c.efecto.altera |= f.efecto.altera;
@@ -131,6 +128,8 @@ circunstancias mundo::sortear() {
     c.efecto.no_graba |= f.efecto.no_graba;
     c.efecto.solo_tarda &= f.efecto.solo_tarda;
   }
+  lejos_.placa.averiar(fallos);
+  lejos_.chip.modo = modo;
   c.efecto.solo_tarda &= !c.limpia;
   const std::uint64_t alcance = azar_.una_de(2) ? 40 : 900;
   nervios_ = azar_.una_de(4) ? 1 + azar_.hasta(60) : 0;
@@ -200,8 +199,8 @@ std::string mundo::informe() const {
   std::string texto = "the operation before:\n" + anterior_ + "this one:\n" + historia_;
   for (const std::string& fallo : p_->juez.fallos) texto += "FAILED: " + fallo + "\n";
   constexpr std::size_t ultimas = 80;
-  const std::size_t todas = lejos_.lejos.comandos.size();
-  return texto + "last frames: " + lejos_.lejos.flujo(todas > ultimas ? todas - ultimas : 0) + "\n";
+  const std::size_t todas = lejos_.comandos.size();
+  return texto + "last frames: " + lejos_.flujo(todas > ultimas ? todas - ultimas : 0) + "\n";
 }
 
 }  // namespace campana

@@ -5,10 +5,10 @@
 #include <string>
 
 #include "apoyo/carpeta.h"
-#include "azar.h"
+#include "apoyo/placa_lejos.h"
+#include "bridge/azar.h"
 #include "controles.h"
 #include "ficheros.h"
-#include "linea_mala.h"
 #include "oraculo.h"
 #include "platform/gemelo.h"
 
@@ -17,7 +17,7 @@ namespace campana {
 /// What has been seen in all worlds so far.
 struct cuenta {
   std::uint64_t operaciones = 0, clics_dentro = 0, cierres = 0, muertes = 0;
-  std::map<std::string, std::uint64_t> faltas, gestos, frases;
+  std::map<std::string, std::uint64_t> averias, gestos, frases;
 };
 
 /// Stands in for a kill at any moment.
@@ -53,12 +53,12 @@ class mundo {
   morvane::respuesta_caja elegir_respuesta(const morvane::caja& mensaje);
   gesto un_gesto();
 
-  azar azar_;
+  puente::azar azar_;
   cuenta& cuenta_;
   apoyo::carpeta dir_;
   morvane::archivos ficheros_;
   morvane::gemelo plat_;
-  linea_mala lejos_;
+  apoyo::placa_lejos lejos_;
   ficheros_al_azar firmware_;
   std::unique_ptr<programa> p_;
 

@@ -22,7 +22,7 @@ bool tiene(const std::string& texto, std::string_view parte) {
 
 }  // namespace
 
-oraculo::oraculo(frm_principal& f, const transporte_memoria& linea, const linea_mala& lejos,
+oraculo::oraculo(frm_principal& f, const transporte_memoria& linea, const apoyo::placa_lejos& lejos,
                  const ficheros_al_azar& ficheros, const apoyo::carpeta& dir)
     : f_(f), linea_(linea), lejos_(lejos), ficheros_(ficheros), dir_(dir) {}
 
@@ -42,7 +42,7 @@ void oraculo::exigir(bool bien, const std::string& que) {
 void oraculo::juzgar(const caja& mensaje) {
   const std::string& t = mensaje.texto;
   dicho.push_back(t);
-  const alcance& e = c_.efecto;
+  const puente::alcance& e = c_.efecto;
   if (mensaje.titulo == "Atención respuesta del Chip") rechazo_ = true;
   if (tiene(t, "¡Ha terminado de borrar!")) exigir(rechazo_ || e.no_graba || borrada(), "false: " + t);
   if (tiene(t, "¡Ha terminado de grabar!")) exigir(grabada(), "false: " + t);
@@ -97,7 +97,7 @@ std::vector<std::string> oraculo::enviados(char letra) const {
 }
 
 bool oraculo::borrada() const {
-  return std::ranges::all_of(lejos_.lejos.chip.flash(), [](std::uint8_t b) { return b == 0xFF; });
+  return std::ranges::all_of(lejos_.chip.flash(), [](std::uint8_t b) { return b == 0xFF; });
 }
 
 /// Every word has gone out, in order and into the journal. With a board that does what it is told, the chip holds the
@@ -118,7 +118,7 @@ bool oraculo::grabada() const {
   }
   if (n != palabras.size() || !diario_igual(palabras)) return false;
   if (!c_.limpia && !c_.efecto.solo_tarda) return true;
-  const auto flash = lejos_.lejos.chip.flash();
+  const auto flash = lejos_.chip.flash();
   for (std::int32_t i = 0; i < total_flash; ++i) {
     const bool dentro = i >= inicio && i <= (tope | 3);
     const std::uint8_t debe = dentro ? f_.v.buffer_salida[static_cast<std::size_t>(i)] : 0xFF;
@@ -134,7 +134,7 @@ bool oraculo::diario_igual(const std::vector<std::string>& palabras) const {
 }
 
 bool oraculo::leida() const {
-  const auto flash = lejos_.lejos.chip.flash();
+  const auto flash = lejos_.chip.flash();
   const std::vector<std::string> pedidos = enviados('e');
   std::int64_t fin = -1;
   for (const std::string& p : pedidos) {
@@ -149,7 +149,7 @@ bool oraculo::leida() const {
 }
 
 bool oraculo::sumas_iguales() const {
-  const auto flash = lejos_.lejos.chip.flash();
+  const auto flash = lejos_.chip.flash();
   const auto suma = [](const auto& b, std::int32_t desde, std::int32_t cuenta) {
     std::uint64_t total = 0;
     for (std::int32_t i = desde; i < desde + cuenta; ++i) total += b[static_cast<std::size_t>(i)];
@@ -165,12 +165,12 @@ bool oraculo::sumas_iguales() const {
 /// As the comparison goes: whole groups of 16, of which the one that begins at the top is not looked at.
 bool oraculo::bytes_iguales() const {
   const std::int32_t hasta = std::min((f_.v.dir_max + 15) / 16 * 16, total_flash);
-  return std::equal(f_.v.buffer_salida.begin(), f_.v.buffer_salida.begin() + hasta, lejos_.lejos.chip.flash().begin());
+  return std::equal(f_.v.buffer_salida.begin(), f_.v.buffer_salida.begin() + hasta, lejos_.chip.flash().begin());
 }
 
 bool oraculo::protegida() const {
   const auto& palabra = puente::chip::palabra;
-  return std::equal(palabra.begin(), palabra.end(), lejos_.lejos.chip.flash().begin() + puente::chip::dir_proteccion);
+  return std::equal(palabra.begin(), palabra.end(), lejos_.chip.flash().begin() + puente::chip::dir_proteccion);
 }
 
 bool oraculo::cargado() const {

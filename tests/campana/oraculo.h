@@ -4,7 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "faltas_al_azar.h"
+#include "apoyo/placa_lejos.h"
+#include "bridge/averias.h"
 #include "ficheros.h"
 #include "shell/frm_principal.h"
 
@@ -12,7 +13,7 @@ namespace campana {
 
 /// What one operation went through.
 struct circunstancias {
-  alcance efecto;
+  puente::alcance efecto;
   /// No fault of any kind, and nobody clicked meanwhile: whatever is said must be the plain truth.
   bool limpia = true;
   bool con_clics = false;
@@ -21,7 +22,7 @@ struct circunstancias {
 /// Knows what the chip holds and what went over the line, and judges each box of the program by it.
 class oraculo {
  public:
-  oraculo(morvane::frm_principal& f, const morvane::transporte_memoria& linea, const linea_mala& lejos,
+  oraculo(morvane::frm_principal& f, const morvane::transporte_memoria& linea, const apoyo::placa_lejos& lejos,
           const ficheros_al_azar& ficheros, const apoyo::carpeta& dir);
 
   void empezar(const circunstancias& c);
@@ -47,7 +48,7 @@ class oraculo {
 
   morvane::frm_principal& f_;
   const morvane::transporte_memoria& linea_;
-  const linea_mala& lejos_;
+  const apoyo::placa_lejos& lejos_;
   const ficheros_al_azar& ficheros_;
   const apoyo::carpeta& dir_;
   circunstancias c_;

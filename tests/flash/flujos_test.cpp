@@ -56,8 +56,8 @@ TEST_F(flujos, write_enable_goes_step_by_step_and_stops_at_the_first_refusal) {
       {false, true, "a c d2E c", "Error al escribir el registro de configuración"}};
   for (const auto& [sin_permiso, sin_config, flujo, texto] : casos) {
     empezar();
-    lejos.chip.falla_permiso = sin_permiso;
-    lejos.chip.falla_config = sin_config;
+    lejos.chip.modo.falla_permiso = sin_permiso;
+    lejos.chip.modo.falla_config = sin_config;
     EXPECT_EQ(habilitar_flash(e), *texto == '\0');
     EXPECT_EQ(lejos.flujo(), flujo);
     EXPECT_EQ(textos(), texto);
@@ -82,8 +82,8 @@ TEST_F(flujos, the_erase_counts_its_polls_and_an_error_wins_over_done) {
       {53, false, 54, ""}, {54, false, 55, largo}, {100'000, false, 55, largo}, {0, true, 1, texto_sin_borrar}};
   for (const auto& [ocupada, falla, sondeos, texto] : casos) {
     empezar();
-    lejos.chip.sondeos_de_borrado = ocupada;
-    lejos.chip.falla_borrado = falla;
+    lejos.chip.modo.sondeos_de_borrado = ocupada;
+    lejos.chip.modo.falla_borrado = falla;
     EXPECT_EQ(borrar_flash(e, a), texto.empty());
     EXPECT_EQ(lejos.flujo().size(), (habilitacion + " i").size() + 2 * sondeos);
     EXPECT_EQ(textos(), texto);
@@ -144,7 +144,7 @@ TEST_F(flujos, a_protected_flash_is_the_users_decision) {
   cargar(0, {1, 2, 3, 4});
   for (const auto& [respuesta, falla, flujo, dicho] : casos) {
     empezar(0xFF, true);
-    lejos.chip.falla_borrado = falla;
+    lejos.chip.modo.falla_borrado = falla;
     plat.responder(respuesta);
     programar_flash(e, v, a);
     EXPECT_EQ(textos(), dicho);

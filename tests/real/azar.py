@@ -13,31 +13,25 @@ from textos import CLEAN, ERASED, LOADED, QUESTION, RIGHT, WRITTEN
 # A user who has waited this long stops the run, and an operation that has not ended by then has hung.
 IMPATIENT, HUNG, BOXES = 20.0, 120.0, 15
 DIES, STOPS = "dies", "stops for a while"
-# The board's options, with the frame at which a fault begins, and another number of its own.
-FAULTS = (
-    DIES, STOPS, "--muda-desde {frame}", "--calla-en {frame}", "--cortada-en {frame} --cortada-tras {few}",
-    "--retrasada-en {frame} --retraso-ms {late}", "--retrasa-todas --retraso-ms {few}", "--suma-mala-en {frame}",
-    "--suma-minuscula-en {frame}", "--error-en {frame} --codigo-error {digit}", "--reset-en {frame}",
-    "--reset-en {frame} --reset-repetido {many}", "--ruido {few}", "--balbuceo-desde {frame}",
-    "--balbuceo-desde {frame} --balbuceo-etx", "--goteo-ms {few}", "--por-mil-sin-grabar {many}", "--cuelga-en {frame}",
-    "--falla-borrado", "--falla-config", "--falla-permiso", "--mudo", "--protegida", "--sondeos-borrado {many}",
-    "--baudios 9600")
+# What the board draws by lot, by the words that follow on it: replies that are no replies, words that do not arrive.
+SPOILS = ("RESET suelto", "muchos RESET", "ruido", "balbuceo", "duplicada", "suelta", "saluda", "carácter")
+KEEPS_NOT = "sin grabar", "bit pegado"
 COMMANDS = ("Borrar Flash", "Programar dispositivo", "Chequear lo Programado", "Reset procesador", "Verificar Borrado",
             "Leer de la flash", "Leer de la flash (Rango)")
 
 
 class Chance:
     def __init__(self, bench, seed):
-        self.bench, self.dice, self.said, self.faults = bench, random.Random(seed), [], ()
+        self.bench, self.dice, self.said = bench, random.Random(seed), []
 
     def draw_board(self):
-        self.faults = () if self.dice.random() < 0.2 else self.dice.sample(FAULTS, self.dice.choice((1, 1, 2)))
-        options = " ".join(fault for fault in self.faults if fault not in (DIES, STOPS)).format(
-            frame=self.dice.randint(1, self.dice.choice((6, 25, 25, 600))), few=self.dice.randint(1, 20),
-            many=self.dice.randint(2, 70), digit=self.dice.choice("123456789AZ"),
-            late=self.dice.choice((300, 2000, 7000)))
-        print(f"  faults: {', '.join(self.faults) or 'none'}; the board: {options}")
-        self.bench.begin_board(f"{'' if '--baudios' in options else '--sin-ritmo'} {options}")
+        """A good board, one with a fault, or one that something happens to meanwhile."""
+        lot, seed = self.dice.random(), self.dice.randrange(10**6)
+        options = ("--baudios 9600" if lot < 0.2 else "--protegida --sin-ritmo" if lot < 0.25 else
+                   "--sin-ritmo" if lot < 0.4 else f"--sin-ritmo --averia {seed}")
+        self.fault = self.bench.begin_board(options).partition("avería: ")[2]
+        self.befalls = self.dice.choice((DIES, STOPS)) if lot < 0.4 and self.dice.random() < 0.4 else ""
+        print(f"  the board: {options} {self.fault} {self.befalls}")
 
     def draw_control(self):
         """A command more often than not, else anything that can be pressed in the main window."""
@@ -102,11 +96,11 @@ class Chance:
         if self.ended():
             return
         self.press(self.draw_control())
-        if DIES in self.faults:
+        if self.befalls == DIES:
             time.sleep(self.dice.random() / 2)
             self.bench.end(self.bench.board, "kill")
             self.bench.begin_board()
-        if STOPS in self.faults:
+        if self.befalls == STOPS:
             self.bench.board.send_signal(signal.SIGSTOP)
             threading.Timer(self.dice.choice((1, 7)), self.bench.board.send_signal, (signal.SIGCONT,)).start()
         if self.dice.random() < 0.15 and not self.ended() and not self.bench.boxes():
@@ -123,14 +117,14 @@ class Chance:
         flash, images = self.bench.flash.read_bytes(), self.bench.images
         erase_refused = any(command == (">", "i") and reply[0] == "<" and reply[1] != "0"
                             for command, reply in pairwise(exchange))
-        garbled = any(fault.startswith(("--ruido", "--balbuceo")) for fault in self.faults)
+        spoilt, kept = self.fault.startswith(SPOILS), not self.fault.startswith(KEEPS_NOT)
         for text, true in (
-                (ERASED, flash == BLANK or erase_refused), (CLEAN, flash == BLANK),
-                ("La Flash contiene datos, no está borrada", flash != BLANK or garbled),
+                (ERASED, flash == BLANK or erase_refused or not kept), (CLEAN, flash == BLANK or spoilt),
+                ("La Flash contiene datos, no está borrada", flash != BLANK or spoilt),
                 # Nothing may be loaded, and an erased chip is as empty.
-                (RIGHT, flash == BLANK or any(flash.startswith(image.rstrip(b"\xff")) for image in images)),
+                (RIGHT, spoilt or flash == BLANK or any(flash.startswith(image.rstrip(b"\xff")) for image in images)),
                 (WRITTEN, not groups or any(groups == groups_of(image) for image in images))):
-            assert true or DIES in self.faults or text not in self.said, f"a false word: {text}"
+            assert true or self.befalls == DIES or text not in self.said, f"a false word: {text}"
 
     def good_round(self):
         """With a good board everything works, whatever has gone before."""

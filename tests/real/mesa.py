@@ -90,6 +90,7 @@ class Bench:
         said = self.hear(self.home / "puente", "--enlace", self.port, "--flash", self.flash, "--traza", self.trace,
                          *options.split())
         self.line, self.board = said.split()[1], self.started[-1]
+        return said
 
     def begin_program(self, probes=True):
         """Starts it, and waits until it has probed the board if that is a good one."""

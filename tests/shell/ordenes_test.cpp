@@ -67,7 +67,7 @@ TEST_F(ordenes, a_command_sends_these_frames_and_shows_these_boxes_where_a_brack
                {comparar, 99, 16, 0, "A []" + dos + " [] D", {pregunta, exito}},
                {comparar, 16, 17, 17, "A" + dos + " [] e00002016 D", {distintos}},
                {comparar, 15, 16, 16, "A e00000016 [] e00001016 D", {distintos}}};
-  lejos.chip.sondeos_de_borrado = 2;
+  lejos.chip.modo.sondeos_de_borrado = 2;
   plat.usuario = [this](const caja&) { return lejos.comandos.emplace_back("[]"), vbOK; };
   for (const auto& c : casos) {
     llenar(0xFF);
@@ -83,7 +83,7 @@ TEST_F(ordenes, a_command_sends_these_frames_and_shows_these_boxes_where_a_brack
   plat.usuario = nullptr;
   v.dir_max_grabada = 0;
   EXPECT_EQ(correr(comparar), "A") << "the question was answered with Cancel";
-  lejos.chip.falla_config = true;
+  lejos.chip.modo.falla_config = true;
   for (const orden cual : {men_borrar_t_Click, men_reset_Click, sumar}) {
     EXPECT_EQ(correr(cual), "A a c d2E c D");
     EXPECT_EQ(plat.cajas, std::vector{sin_config});

@@ -32,7 +32,8 @@ void servir(const puente::opciones& o) {
     puente::terminal t;
     std::optional<puente::enlace> e;
     if (!o.enlace.empty()) e.emplace(o.enlace, t.nombre());
-    std::cout << "puente: " << t.nombre() << (e ? " <- " + o.enlace : "") << std::endl;
+    std::cout << "puente: " << t.nombre() << (e ? " <- " + o.enlace : "")
+              << (o.averia.empty() ? "" : "; avería: " + o.averia) << std::endl;
     s.atender(t);
   }
   s.guardar();

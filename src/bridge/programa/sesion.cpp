@@ -24,11 +24,7 @@ constexpr instante margen{40};
 
 sesion::sesion(const opciones& o, int senales)
     : opciones_(o), senales_(senales), placa_(chip_, ritmo{o.baudios}, o.fallos) {
-  chip_.sondeos_de_borrado = o.sondeos_de_borrado;
-  chip_.falla_borrado = o.falla_borrado;
-  chip_.falla_config = o.falla_config;
-  chip_.falla_permiso = o.falla_permiso;
-  chip_.mudo = o.mudo;
+  chip_.modo = o.modo;
   if (!o.flash.empty()) nueva_ = !cargar_flash(o.flash, chip_.flash());
   if (o.protegida) {
     std::copy(chip::palabra.begin(), chip::palabra.end(), chip_.flash().begin() + chip::dir_proteccion);
@@ -87,12 +83,12 @@ bool sesion::esperar(terminal& t) {
   const auto entrada = static_cast<short>(placa_.hueco() > 0 ? POLLIN : 0);
   const int quien_la_liga = opciones_.ligada ? STDIN_FILENO : -1;
   std::array<pollfd, 4> fds{
-      {{senales_, POLLIN, 0}, {t.fd(), entrada, 0}, {t.fd_cierres(), POLLIN, 0}, {quien_la_liga, POLLIN, 0}}};
+      {{senales_, POLLIN, 0}, {t.fd(), entrada, 0}, {t.fd_avisos(), POLLIN, 0}, {quien_la_liga, POLLIN, 0}}};
   const instante plazo = proximo_plazo();
   const instante falta = std::max(plazo - ahora() - margen, instante{0});
   const timespec limite{falta.count() / 1'000'000, falta.count() % 1'000'000 * 1000};
   ppoll(fds.data(), fds.size(), plazo == nunca ? nullptr : &limite, nullptr);
-  if ((fds[2].revents & POLLIN) != 0) t.atender_cierre();
+  if ((fds[2].revents & POLLIN) != 0 && t.atender_avisos()) placa_.abierta(ahora());
   return (fds[0].revents & POLLIN) == 0 && (fds[3].revents == 0 || sigue_ligada());
 }
 

@@ -36,7 +36,7 @@ terminal::terminal() : maestro_(logrado(posix_openpt(O_RDWR | O_NOCTTY | O_NONBL
   hacer_crudo(*esclavo_);
   // Without a watch, if the host has run out of them, an exclusive opening outlives its program and nothing else fails.
   vigia_ = descriptor(inotify_init1(IN_NONBLOCK | IN_CLOEXEC));
-  if (vigia_) inotify_add_watch(*vigia_, nombre_.c_str(), IN_CLOSE);
+  if (vigia_) inotify_add_watch(*vigia_, nombre_.c_str(), IN_OPEN | IN_CLOSE);
 }
 
 std::string terminal::leer(std::size_t cuantos) {
@@ -53,10 +53,12 @@ void terminal::escribir(std::string_view datos) {
   }
 }
 
-void terminal::atender_cierre() {
-  std::array<char, 4096> avisos;
-  while (read(*vigia_, avisos.data(), avisos.size()) > 0) continue;
-  ioctl(*esclavo_, TIOCNXCL);
+bool terminal::atender_avisos() {
+  // All are of one file and carry no name, so they are of one size.
+  std::uint32_t vistos = 0;
+  for (inotify_event uno{}; read(*vigia_, &uno, sizeof uno) == sizeof uno;) vistos |= uno.mask;
+  if ((vistos & IN_CLOSE) != 0) ioctl(*esclavo_, TIOCNXCL);
+  return (vistos & IN_OPEN) != 0;
 }
 
 }  // namespace puente

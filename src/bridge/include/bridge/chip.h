@@ -2,10 +2,27 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <vector>
 
 namespace puente {
+
+/// How a chip behaves.
+struct conducta {
+  /// How many status readings an erase keeps the chip busy.
+  int sondeos_de_borrado = 3;
+  /// The erase ends with its error bit set and leaves the flash as it was.
+  bool falla_borrado = false;
+  /// The configuration register does not take its value.
+  bool falla_config = false;
+  /// The write-enable latch does not set.
+  bool falla_permiso = false;
+  /// The status always reads as 0xFF, as from an EzPort that is not active.
+  bool mudo = false;
+  /// Addresses of cells whose lowest bit never is 1, and never is 0.
+  std::optional<std::uint32_t> celda_a_0{}, celda_a_1{};
+};
 
 /// The microcontroller behind the bridge, as its EzPort shows it: 256 KiB of flash, a write-enable latch, a
 /// configuration register, and a protection word.
@@ -20,16 +37,7 @@ class chip {
   /// and `borrar` the configuration, is missing. `fuera`: no place of the flash.
   enum class resultado { hecho, inactivo, ocupado, protegido, sin_permiso, fuera };
 
-  /// How many status readings an erase keeps the chip busy.
-  int sondeos_de_borrado = 3;
-  /// The erase ends with its error bit set and leaves the flash as it was.
-  bool falla_borrado = false;
-  /// The configuration register does not take its value.
-  bool falla_config = false;
-  /// The write-enable latch does not set.
-  bool falla_permiso = false;
-  /// The status always reads as 0xFF, as from an EzPort that is not active.
-  bool mudo = false;
+  conducta modo;
 
   chip();
 
@@ -67,6 +75,8 @@ class chip {
   bool palabra_de_proteccion() const;
   resultado impedimento() const;
   void avanzar_borrado();
+  /// To be called after each change of the flash.
+  void pegar_celdas();
 
   std::vector<std::uint8_t> flash_;
   std::uint64_t cambios_ = 0;

@@ -4,8 +4,9 @@
 
 namespace puente {
 
-/// What a board does wrong. Frames count from 1, in the order in which the board receives them; 0 means never.
-/// Everything that is drawn by lot comes from `semilla`, so a run can be repeated.
+/// What a board, or the line to it, does wrong. Frames count from 1, in the order in which the board receives them, and
+/// so do the characters of each direction; 0 means never. Everything that is drawn by lot comes from `semilla`, so a
+/// run can be repeated.
 struct faltas {
   std::uint64_t semilla = 1;
 
@@ -29,8 +30,16 @@ struct faltas {
   /// This frame is answered by a RESET signal, and the chip starts anew; `reset_repetido` sends that many.
   std::uint64_t reset_en = 0;
   unsigned reset_repetido = 1;
-  /// Characters of noise in front of each reply, none of them STX or ETX.
-  unsigned ruido = 0;
+  /// A RESET signal that answers no command, this long after this frame; the chip starts anew.
+  std::uint64_t reset_suelto_en = 0;
+  unsigned reset_suelto_ms = 0;
+  /// The reply to this frame comes twice.
+  std::uint64_t duplicada_en = 0;
+  /// A good reply that nobody asked for comes with this frame; with `saluda` whenever the line is opened.
+  std::uint64_t suelta_en = 0;
+  bool saluda = false;
+  /// Characters of noise in front of each reply and behind it, none of them STX or ETX.
+  unsigned ruido = 0, ruido_detras = 0;
   /// From this frame on characters come without end, none of them STX and only with `balbuceo_etx` ETX, and no command
   /// is carried out. A line without a pace carries them as fast as one of 115,200 bits a second.
   std::uint64_t balbuceo_desde = 0;
@@ -39,7 +48,11 @@ struct faltas {
   unsigned goteo_ms = 0;
   /// Of each thousand words to program, how many are acknowledged and not written.
   unsigned por_mil_sin_grabar = 0;
-  /// The line is hung up when this frame has come in.
+  /// This character towards the program, or towards the board, arrives changed, or not at all.
+  std::uint64_t altera = 0, pierde = 0, altera_ida = 0, pierde_ida = 0;
+  /// The board loses its power for a moment just before it takes this frame.
+  std::uint64_t rearranca_en = 0;
+  /// The line is hung up when this frame has come in, and the board loses its power.
   std::uint64_t cuelga_en = 0;
 };
 

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "bridge/chip.h"
 #include "bridge/faltas.h"
 
 namespace puente {
@@ -16,9 +17,10 @@ struct opciones {
   unsigned baudios = 57600;
   /// The flash holds the protection word from the start.
   bool protegida = false;
-  int sondeos_de_borrado = 3;
-  bool falla_borrado = false, falla_config = false, falla_permiso = false, mudo = false;
+  conducta modo;
   faltas fallos;
+  /// The fault that was drawn by lot, which `modo` and `fallos` then have in them; empty for none.
+  std::string averia;
   /// The run ends with whoever holds the other end of the standard input.
   bool ligada = false;
   bool ayuda = false;

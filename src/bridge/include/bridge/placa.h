@@ -57,12 +57,18 @@ class placa {
   std::string sale(instante ahora, std::size_t cuantos = SIZE_MAX);
   /// How many characters `entra` takes just now without losing one.
   std::size_t hueco() const { return capacidad - hacia_placa_.size(); }
-  /// The board has hung up; nothing works any more.
+  /// The board has hung up; nothing works any more until `reparar`.
   bool colgada() const { return colgada_; }
+  /// The far end has opened the line.
+  void abierta(instante ahora);
   /// What was on its way in both directions is lost, as when the far end closes the line.
   void vaciar();
+  /// From now on it does wrong what `f` says; frames, characters and the lots count anew from here.
+  void averiar(const faltas& f);
+  /// Does nothing wrong any more; what was on its way is lost. The chip stays as it is.
+  void reparar();
 
-  /// Frames received so far, well-formed or not.
+  /// Frames received so far, or since `averiar`, well-formed or not.
   std::uint64_t tramas() const { return tramas_; }
   /// Sees every frame, if set.
   testigo traza;
@@ -84,6 +90,8 @@ class placa {
   std::string examinar(std::string_view campos) const;
   void responder(std::string_view contenido, instante cuando);
   void poner(std::string_view crudo, instante cuando);
+  void intercalar(std::string_view crudo, instante cuando);
+  std::string ruido(unsigned cuantos);
   void balbucear(instante ahora);
   char ruidoso();
 
@@ -95,7 +103,7 @@ class placa {
   std::string trama_;
   bool en_trama_ = false;
   instante libre_placa_{0}, libre_pc_{0};
-  std::uint64_t tramas_ = 0;
+  std::uint64_t tramas_ = 0, entrados_ = 0, salidos_ = 0;
   bool balbucea_ = false;
   bool colgada_ = false;
 };

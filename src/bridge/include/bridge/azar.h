@@ -4,9 +4,9 @@
 #include <random>
 #include <span>
 
-namespace campana {
+namespace puente {
 
-/// Everything that is drawn by lot in one world.
+/// Lots that follow from a seed.
 class azar {
  public:
   explicit azar(std::uint64_t semilla) : fuente_(semilla) {}
@@ -22,4 +22,4 @@ class azar {
   std::mt19937_64 fuente_;
 };
 
-}  // namespace campana
+}  // namespace puente
