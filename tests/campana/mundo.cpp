@@ -56,7 +56,7 @@ respuesta_caja mundo::elegir_respuesta(const caja& mensaje) {
 }
 
 respuesta_caja mundo::contestar(const caja& mensaje) {
-  ++cuenta_.frases[mensaje.texto.substr(0, 40)];
+  ++cuenta_.de["box " + mensaje.texto.substr(0, 40)];
   p_->juez.juzgar(mensaje);
   const instante piensa = std::chrono::milliseconds(azar_.hasta(azar_.una_de(5) ? 20'000 : 800));
   plat_.pasar(piensa);
@@ -119,7 +119,7 @@ circunstancias mundo::sortear() {
   c.efecto.solo_tarda = true;
   for (int n = azar_.uno<int>(cuantas); n > 0; --n) {
     const puente::averia& f = puente::averia_al_azar(fallos, modo, azar_);
-    ++cuenta_.averias[f.nombre];
+    ++cuenta_.de[std::string("fault ") + f.nombre];
     historia_ += std::string("  fault ") + f.nombre + "\n";
     c.limpia = false;
     c.efecto.ensucia |= f.efecto.ensucia;
@@ -188,7 +188,7 @@ bool mundo::operar() {
     ejecutar([this] { Form_Load(p_->f); });
   } else {
     const gesto g = un_gesto();
-    ++cuenta_.gestos[g.nombre];
+    ++cuenta_.de["gesture " + g.nombre];
     historia_ += g.nombre + "\n";
     ejecutar(g.hacer);
   }

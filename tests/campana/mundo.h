@@ -17,7 +17,8 @@ namespace campana {
 /// What has been seen in all worlds so far.
 struct cuenta {
   std::uint64_t operaciones = 0, clics_dentro = 0, cierres = 0, muertes = 0;
-  std::map<std::string, std::uint64_t> averias, gestos, frases;
+  /// Each kind of fault, gesture and box.
+  std::map<std::string, std::uint64_t> de;
 };
 
 /// Stands in for a kill at any moment.
