@@ -6,7 +6,7 @@ else()
 endif()
 
 # A room: the library morvane_<name> of src/<name>, which sees its own headers and those of the rooms named after USES.
-# Every public header is also compiled alone, so that it includes what it needs.
+# The target all_verify_interface_header_sets compiles each public header alone, to see that it includes what it needs.
 function(habitacion nombre)
   cmake_parse_arguments(H "" "TARGET" "USES" ${ARGN})
   if(NOT H_TARGET)
@@ -16,14 +16,10 @@ function(habitacion nombre)
   file(GLOB cabeceras CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${nombre}/include/${nombre}/*.h)
   list(FILTER fuentes EXCLUDE REGEX ${de_otro_sistema})
   list(FILTER cabeceras EXCLUDE REGEX ${de_otro_sistema})
-  foreach(cabecera ${cabeceras})
-    get_filename_component(base ${cabecera} NAME)
-    set(sola ${CMAKE_CURRENT_BINARY_DIR}/solas/${nombre}_${base}.cpp)
-    file(CONFIGURE OUTPUT ${sola} CONTENT "#include \"${nombre}/${base}\"\n" @ONLY)
-    list(APPEND fuentes ${sola})
-  endforeach()
   add_library(${H_TARGET} STATIC ${fuentes})
-  target_include_directories(${H_TARGET} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR}/${nombre}/include)
+  target_sources(${H_TARGET} PUBLIC FILE_SET HEADERS BASE_DIRS ${CMAKE_CURRENT_SOURCE_DIR}/${nombre}/include
+                                    FILES ${cabeceras})
+  set_target_properties(${H_TARGET} PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON)
   target_link_libraries(${H_TARGET} PUBLIC ${H_USES})
 endfunction()
 
