@@ -13,19 +13,6 @@ HANDLE manejador_de(std::intptr_t numero) {
 
 }  // namespace
 
-fichero::fichero(fichero&& otro) noexcept : descriptor_(std::exchange(otro.descriptor_, cerrado)) {}
-
-fichero& fichero::operator=(fichero&& otro) noexcept {
-  if (this == &otro) return *this;
-  cerrar();
-  descriptor_ = std::exchange(otro.descriptor_, cerrado);
-  return *this;
-}
-
-fichero::~fichero() {
-  cerrar();
-}
-
 bool fichero::linea(std::string_view texto) {
   if (!abierto()) return false;
   renglon_.assign(texto).append("\r\n");
