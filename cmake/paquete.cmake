@@ -4,8 +4,13 @@
 if(NOT MORVANE_DESKTOP OR WIN32)
   return()
 endif()
-# The day of the version, as the changelog has it.
-set(MORVANE_FECHA "2026-11-23")
+# The day of the version stands in the changelog.
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS CHANGELOG.md)
+file(STRINGS CHANGELOG.md entrada REGEX "^## \\[${PROJECT_VERSION}\\] - ")
+if(NOT entrada MATCHES "([0-9]+-[0-9]+-[0-9]+)$")
+  message(FATAL_ERROR "CHANGELOG.md has no entry for ${PROJECT_VERSION}")
+endif()
+set(MORVANE_FECHA ${CMAKE_MATCH_1})
 
 install(TARGETS morvane puente RUNTIME DESTINATION . COMPONENT directorio)
 install(DIRECTORY samples/ DESTINATION muestras COMPONENT directorio FILES_MATCHING PATTERN "*.s19" PATTERN "*.bin"

@@ -21,6 +21,7 @@ class extremo {
   /// When the next character will reach the program, if one is on its way.
   virtual std::optional<instante> proximo() const = 0;
   virtual bool colgado() const { return false; }
+  /// The program has opened the line, or closed it.
   virtual void abierta() {}
   virtual void cerrada() {}
 };
