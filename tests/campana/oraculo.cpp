@@ -48,7 +48,7 @@ void oraculo::juzgar(const caja& mensaje) {
   if (tiene(t, "¡Ha terminado de grabar!")) exigir(grabada(), "false: " + t);
   if (tiene(t, "¡Ha terminado de Leer!")) exigir(rechazo_ || e.altera || e.desplaza || leida(), "false: " + t);
   if (tiene(t, ", está borrada")) exigir(e.altera || e.desplaza || borrada(), "false: " + t);
-  if (tiene(t, "está correcto")) exigir(e.ensucia || sumas_iguales(), "false: " + t);
+  if (tiene(t, "está correcto")) exigir(e.altera || e.desplaza || sumas_iguales(), "false: " + t);
   if (tiene(t, "ha sido exitosa")) exigir(rechazo_ || e.altera || e.desplaza || bytes_iguales(), "false: " + t);
   if (tiene(t, "Se ha protegido")) exigir(protegida(), "false: " + t);
   if (tiene(t, "Ha terminado de cargar")) exigir(cargado(), "false: " + t);
