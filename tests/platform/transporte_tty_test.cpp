@@ -119,23 +119,14 @@ TEST_F(TransporteTty, QuienNoLeeNoRetieneElCierre) {
   }
 }
 
-TEST_F(TransporteTty, LoQueNoSePuedeAbrirDiceElMotivoUnaVez) {
-  const std::string puertos = carpeta.ruta().string() + "/puertos/";
+TEST_F(TransporteTty, LoQueNoSePuedeAbrirDiceElMotivoUnaVezYEnUnRenglon) {
   enlazar(2, "no\nhay");
-  enlazar(7, "/dev/null");
-  const std::pair<int, std::string> casos[] = {
-      {0, "no existe el enlace " + puertos + "COM0"},
-      {2, "el enlace " + puertos + "COM2 lleva a no?hay, que no existe"},
-      {7, "/dev/null: no es un dispositivo serie"},
-      {8, "no existen ni /dev/ttyUSB3 ni el enlace " + puertos + "COM8"},
-  };
-  std::vector<std::string> dichos, esperados;
-  linea.al_fallar = [&](const std::string& uno) { dichos.push_back(uno); };
-  for (const auto& [puerto, motivo] : casos) {
-    EXPECT_FALSE(linea.abrir(puerto, {}));
-    esperados.push_back("COM" + std::to_string(puerto) + ": " + motivo);
-  }
-  EXPECT_EQ(dichos, esperados);
+  std::string dichos;
+  linea.al_fallar = [&](const std::string& uno) { dichos += uno + "|"; };
+  for (const int puerto : {2, 8}) EXPECT_FALSE(linea.abrir(puerto, {}));
+  const std::string enlace = "el enlace " + carpeta.ruta().string() + "/puertos/COM";
+  EXPECT_EQ(dichos,
+            "COM2: " + enlace + "2 lleva a no?hay, que no existe|COM8: no existen ni /dev/ttyUSB3 ni " + enlace + "8|");
 }
 
 }  // namespace
