@@ -12,7 +12,6 @@ using namespace apoyo;
 namespace {
 
 const std::string habilitacion = "a c d2E c a c";
-const std::string texto_sin_borrar = "Error al borrar la Flash, se ha detenido la acción de borrar";
 
 /// The flows against the simulated board, with the port open and the chip taking commands.
 struct flujos : banco_enlace<placa_lejos> {
@@ -69,8 +68,9 @@ TEST_F(guion_de_borrado, a_reply_without_data_does_not_end_an_erase) {
 
 TEST_F(flujos, the_erase_counts_its_polls_and_an_error_wins_over_done) {
   const std::string largo = "Tiempo de borrado de Flash se ha excedido, se ha detenido el proceso de grabación";
+  const std::string error = "Error al borrar la Flash, se ha detenido la acción de borrar";
   const std::tuple<int, bool, std::size_t, std::string> casos[] = {
-      {53, false, 54, ""}, {54, false, 55, largo}, {100'000, false, 55, largo}, {0, true, 1, texto_sin_borrar}};
+      {53, false, 54, ""}, {54, false, 55, largo}, {100'000, false, 55, largo}, {0, true, 1, error}};
   for (const auto& [ocupada, falla, sondeos, texto] : casos) {
     empezar();
     lejos.chip.modo.sondeos_de_borrado = ocupada;
@@ -85,12 +85,6 @@ TEST_F(flujos, an_erase_that_a_reset_cut_off_is_no_success) {
   lejos.placa.fallos.reset_en = lejos.placa.tramas() + 9;
   EXPECT_FALSE(borrar_flash(e, a));
   EXPECT_TRUE(e.corte.interrumpida && e.corte.cierre_permitido && plat.cajas.size() == 1);
-}
-
-TEST_F(flujos, a_poll_without_a_status_repeats_the_verdict_before) {
-  lejos.placa.fallos.error_en = lejos.placa.tramas() + 8;
-  EXPECT_TRUE(borrar_flash(e, a) && std::ranges::count(lejos.chip.flash(), 0xFF) == total_flash);
-  EXPECT_EQ(lejos.flujo(), habilitacion + " i c c c c c") << "the refused poll says nothing";
 }
 
 TEST_F(flujos, programming_starts_at_a_whole_group_and_fills_the_last_one) {
@@ -118,22 +112,18 @@ TEST_F(flujos, holes_old_marks_and_the_top_of_the_flash_go_out_as_the_image_hold
 }
 
 TEST_F(flujos, a_protected_flash_is_the_users_decision) {
-  const std::string pregunta =
-      "La Flash del microcontrolador se encuentra protegida, desea borrarla para grabar un programa nuevo?";
-  const std::string borrado = "c " + habilitacion + " i c c c c";
+  const std::string sin_permiso = "c", borrado = "c " + habilitacion + " i c c c c";
   cargar(0, {1, 2, 3, 4});
-  for (const bool falla : {true, false}) {
+  for (const std::string& flujo : {sin_permiso, borrado, borrado + " a g00000001020304"}) {
     empezar(0xFF, true);
-    lejos.chip.modo.falla_borrado = falla;
-    plat.responder(vbYes);
+    lejos.chip.modo.falla_borrado = flujo == borrado;
+    plat.responder(flujo == sin_permiso ? vbNo : vbYes);
     programar_flash(e, v, a);
-    EXPECT_EQ(textos(), pregunta + "|" + (falla ? texto_sin_borrar : texto_grabado));
-    EXPECT_EQ(lejos.flujo(), borrado + (falla ? "" : " a g00000001020304"));
+    EXPECT_EQ(lejos.flujo(), flujo);
   }
-  empezar(0xFF, true);
-  plat.responder(vbNo);
-  programar_flash(e, v, a);
-  EXPECT_EQ(lejos.flujo(), "c");
+  EXPECT_EQ(textos(),
+            "La Flash del microcontrolador se encuentra protegida, desea borrarla para grabar un programa nuevo?|" +
+                texto_grabado);
 }
 
 TEST_F(flujos, a_missing_journal_directory_is_told_and_the_run_goes_on) {
