@@ -5,6 +5,7 @@
 #include "apoyo/carpeta.h"
 #include "apoyo/hijos.h"
 #include "platform/archivos.h"
+#include "platform/lector_lineas.h"
 #include "platform/sin_privilegios.h"
 
 namespace morvane {
@@ -48,16 +49,26 @@ TEST_F(ArchivosPosix, GuardarConservaModoYEnlace) {
 
 TEST_F(ArchivosPosix, DondeNoSePuedeSeDiceElErrorYNadaCambia) {
   fs::permissions(carpeta.escribir("carpeta/menu.txt", "viejo"), fs::perms(0444));
+  fs::permissions(carpeta.escribir("secreto", "x"), fs::perms(0));
   ASSERT_EQ(::mkfifo(ruta("tubo").c_str(), 0600), 0);
   fs::create_symlink("circulo", ruta("circulo"));
-  const std::tuple<const char*, error_archivo, error_archivo> casos[] = {
-      {"carpeta", EISDIR, EISDIR}, {"tubo", ENODEV, ENODEV}, {"circulo", ELOOP, ELOOP},
-      {"no\\hay", ENOENT, ENOENT}, {"", EISDIR, EISDIR},     {"falta", 0, ENOENT},
+  fs::resize_file(carpeta.escribir("enorme", ""), (128 << 20) + 1);
+  const std::tuple<std::string, error_archivo, error_archivo, const char*> casos[] = {
+      {"carpeta", EISDIR, EISDIR, "no es un archivo normal"},
+      {"tubo", ENODEV, ENODEV, "no es un archivo normal"},
+      {"circulo", ELOOP, ELOOP, "sus enlaces se muerden la cola"},
+      {"no\\hay", ENOENT, ENOENT, "el archivo no existe"},
+      {std::string(256, 'n'), ENAMETOOLONG, ENAMETOOLONG, "el nombre es demasiado largo"},
+      {"falta", 0, ENOENT, "el archivo no existe"},
+      {"enorme", 0, 0, "es demasiado grande: el máximo son 128 MiB"},
   };
   fichero f;
-  for (const auto& [nombre, al_guardar, al_abrir] : casos) {
+  lector_lineas lector;
+  for (const auto& [nombre, al_guardar, al_abrir, motivo] : casos) {
     SCOPED_TRACE(nombre);
     EXPECT_EQ(disco.leer(propio(nombre)), std::nullopt);
+    EXPECT_FALSE(lector.abrir(ruta(nombre), lector_lineas::finales::cr));
+    EXPECT_EQ(lector.motivo(), motivo);
     EXPECT_EQ(disco.abrir(propio(nombre), modo::anadir, f), al_abrir);
     EXPECT_EQ(disco.guardar(propio(nombre), "x"), al_guardar);
     EXPECT_EQ(disco.abrir(propio(nombre), modo::escribir, f), al_guardar);
@@ -65,6 +76,8 @@ TEST_F(ArchivosPosix, DondeNoSePuedeSeDiceElErrorYNadaCambia) {
   for (const char* paso : {"", "carpeta"}) fs::permissions(ruta(paso), fs::perms(0777));
   const sin_privilegios guarda;
   EXPECT_EQ(disco.guardar(propio("carpeta\\menu.txt"), "nuevo"), EACCES) << "what is read-only stays so";
+  EXPECT_FALSE(lector.abrir(ruta("secreto"), lector_lineas::finales::cr));
+  EXPECT_EQ(lector.motivo(), "no hay permiso para leerlo");
 }
 
 TEST_F(ArchivosPosix, UnDiscoLlenoNoDejaMediaLineaNiRestos) {
