@@ -114,15 +114,5 @@ TEST_F(TransporteTty, QuienNoLeeNoRetieneElCierre) {
   }
 }
 
-TEST_F(TransporteTty, LoQueNoSePuedeAbrirDiceElMotivoUnaVezYEnUnRenglon) {
-  enlazar(2, "no\nhay");
-  std::string dichos;
-  linea.al_fallar = [&](const std::string& uno) { dichos += uno + "|"; };
-  for (const int puerto : {2, 8}) EXPECT_FALSE(linea.abrir(puerto, {}));
-  const std::string enlace = "el enlace " + carpeta.ruta().string() + "/puertos/COM";
-  EXPECT_EQ(dichos, "COM2: " + enlace + "2 lleva a no?hay, que no existe|" + "COM8: no existen ni /dev/ttyUSB3 ni " +
-                        enlace + "8|");
-}
-
 }  // namespace
 }  // namespace morvane
