@@ -26,9 +26,8 @@ class ArchivosWin32 : public testing::Test {
 
 TEST_F(ArchivosWin32, NombresConTildesYLargosSeGuardanSeAmplianYSeLeen) {
   std::string honda = propio("Año €");
-  for (int i = 0; i < 8; ++i) {
-    honda += "\\" + std::string(60, static_cast<char>('a' + i));
-    ASSERT_TRUE(i > 0 || ::CreateDirectoryW(ruta_de(propio("Año €")).c_str(), nullptr) != 0);
+  for (int i = 0; i <= 8; ++i) {
+    if (i > 0) honda += "\\" + std::string(60, 'a');
     ASSERT_NE(::CreateDirectoryW((L"\\\\?\\" + ruta_de(honda).native()).c_str(), nullptr), 0) << i;
   }
   for (const std::string& nombre : {propio("señal 😀.txt"), honda + "\\Niño.txt"}) {
@@ -36,9 +35,6 @@ TEST_F(ArchivosWin32, NombresConTildesYLargosSeGuardanSeAmplianYSeLeen) {
     EXPECT_EQ(disco.Dir(nombre), "");
     for (const char* texto : {"viejo", "uno"}) ASSERT_EQ(disco.guardar(nombre, texto), 0);
     EXPECT_EQ(disco.anadir_linea(nombre, "dos\r\n"), 0);
-    fichero f;
-    ASSERT_EQ(disco.abrir(nombre, modo::anadir, f), 0);
-    f.cerrar();
     EXPECT_EQ(disco.leer(nombre), "uno\r\ndos\r\n");
     EXPECT_EQ(disco.Dir(nombre.substr(0, nombre.size() - 3) + "TXT"), nombre.substr(nombre.rfind('\\') + 1));
     lector_lineas lector;
@@ -46,7 +42,6 @@ TEST_F(ArchivosWin32, NombresConTildesYLargosSeGuardanSeAmplianYSeLeen) {
     EXPECT_TRUE(lector.abrir(nombre, lector_lineas::finales::cr) && lector.siguiente(linea)) << lector.motivo();
     EXPECT_EQ(linea.texto, "uno");
   }
-  ::RemoveDirectoryW((L"\\\\?\\" + ruta_de(honda).native()).c_str());
 }
 
 TEST_F(ArchivosWin32, LoQueEstorbaSeDiceYLoViejoQuedaEntero) {
