@@ -15,6 +15,9 @@ TEST(mapa_flash, a_verification_forgets_the_one_before_and_a_read_what_lay_befor
   EXPECT_TRUE(!m.sabe(0, hecho::igual) && m.sabe(2, hecho::distinta));
   for (const tramo t : {tramo{0x20, 0x40}, tramo{0x80, 0xA0}, tramo{0xA0, 0x1000000}, tramo{-64, -32}}) m.lectura(t);
   EXPECT_EQ(m.leido(), (tramo{0x80, total_flash}));
+  m.borrado();
+  EXPECT_TRUE(m.sabe(0, hecho::leida) && m.sabe(0, hecho::borrada))
+      << "what was read stands in the buffer all the same";
   m.empezar_escritura(0x3FFFC);
   for (const std::int32_t dir : {0x3FFFC, 0x40000}) m.escribir(dir);
   m.fin_de_escritura(0x40004, false);

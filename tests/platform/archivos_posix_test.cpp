@@ -40,7 +40,8 @@ TEST_F(ArchivosPosix, GuardarConservaModoYEnlace) {
   fs::create_symlink("datos/real.txt", ruta("menu.txt"));
   ASSERT_EQ(disco.guardar(propio("MENU.TXT"), "nuevo"), 0);
   EXPECT_TRUE(fs::is_symlink(ruta("menu.txt")));
-  EXPECT_EQ(carpeta.leer("datos/real.txt"), "nuevo");
+  ASSERT_EQ(disco.anadir_linea(propio("menu.txt"), "dos\r\n"), 0);
+  EXPECT_EQ(carpeta.leer("datos/real.txt"), "nuevo\r\ndos\r\n");
   EXPECT_EQ(fs::status(ruta("datos/real.txt")).permissions(), fs::perms(0666));
 }
 
