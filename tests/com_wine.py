@@ -9,9 +9,10 @@ import subprocess
 import sys
 import tempfile
 
+import muestras
+
 WINE, TESTS, BOARD, SAMPLE, PREFIX = map(os.path.abspath, sys.argv[1:])
 ENV = dict(os.environ, WINEPREFIX=PREFIX, WINEDEBUG="-all")
-PORTS = r"HKLM\Software\Wine\Ports"
 
 
 def server(option):
@@ -21,25 +22,16 @@ def server(option):
     subprocess.run([found[0], option], env=ENV, timeout=60, check=False, stderr=subprocess.DEVNULL)
 
 
-def image(sample):
-    """The bytes of an S-record file, by address; the configuration field is always zeros."""
-    cells = {}
-    for line in pathlib.Path(sample).read_text(encoding="ascii").split():
-        if line[:2] == "S1":
-            data = bytes.fromhex(line[8:-2])
-            cells.update(zip(range(int(line[4:8], 16), 1 << 16), data))
-    return cells | dict.fromkeys(range(0x400, 0x420), 0)
-
-
 def run(folder, test, *options):
     with subprocess.Popen([BOARD, *options], cwd=folder, text=True, stdout=subprocess.PIPE) as board:
         try:
             terminal = board.stdout.readline().split()[1]
-            subprocess.run([WINE, "reg", "add", PORTS, "/v", "COM1", "/d", terminal, "/f"], env=ENV, timeout=120,
-                           check=True, stdout=subprocess.DEVNULL)
+            subprocess.run([WINE, "reg", "add", r"HKLM\Software\Wine\Ports", "/v", "COM1", "/d", terminal, "/f"],
+                           env=ENV, timeout=120, check=True, stdout=subprocess.DEVNULL)
             # The ports are looked at when the server starts.
             server("-w")
-            return subprocess.run([WINE, TESTS, f"--gtest_filter=*{test}*"], env=ENV, timeout=180, check=False).returncode
+            tests = [WINE, TESTS, f"--gtest_filter=*{test}*"]
+            return subprocess.run(tests, env=ENV, timeout=180, check=False).returncode
         finally:
             board.terminate()
             server("-w")
@@ -53,8 +45,10 @@ def main():
         if run(folder, "SeGraba", "--flash", "f.bin"):
             return 1
         flash = pathlib.Path(folder, "f.bin").read_bytes()
-        wrong = [f"{a:06X}" for a, b in image(SAMPLE).items() if flash[a] != b]
-        if wrong or len(image(SAMPLE)) < 1000:
+        # The configuration field is always zeros.
+        image = muestras.read(pathlib.Path(SAMPLE))[0] | dict.fromkeys(range(0x400, 0x420), 0)
+        wrong = [f"{a:06X}" for a, b in image.items() if flash[a] != b]
+        if wrong:
             print("not in the flash:", *wrong[:10])
             return 1
         return run(folder, "SeCuelga", "--cuelga-en", "200")

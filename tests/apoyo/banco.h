@@ -63,8 +63,6 @@ inline std::string marco(const std::string& contenido) {
   return trama(contenido + suma_comprobacion(contenido));
 }
 
-inline const std::string texto_cheksum =
-    "Error en la comunicación, el Cheksum ha fallado, verifique la conexión y el cableado";
 inline const std::string texto_pregunta =
     "No hay respuesta del Dispositivo, verifique la conexión con el puerto.\r\n"
     "Desea intentar conectarse?, si pulsa No, se saldrá del sistema";
@@ -75,8 +73,6 @@ inline const std::string texto_no_es_puerto = "Debe escribir un puerto válido, 
 inline const std::string texto_no_hay_puerto =
     "Es probable que el puerto no exista, verifique en su Sistema Operativo los puertos existentes";
 inline const std::string texto_en_otra_aplicacion = "El puerto ya ha sido utilizado por otra aplicación";
-inline const std::string texto_mala_velocidad =
-    "Verifique los valores de: Velocidad de transmisión, Bit de paridad, Bits de datos y bit de parada";
 inline const std::string texto_grabado = "¡Ha terminado de grabar!";
 inline const std::string texto_detenido = "El proceso de grabación ha sido detenido por el usuario";
 inline const std::string texto_sin_config = "Error al escribir el registro de configuración";

@@ -36,10 +36,8 @@ struct banco_principal : banco<placa_lejos> {
     frm_principal otra(plat, ficheros, linea, v);
     otra.link.valores.ruta_aplicacion = ficheros.ruta_aplicacion();
     leer_historial(otra);
-    std::vector<std::string> rutas;
-    for (const std::string& ruta : otra.historial) {
-      if (!ruta.empty()) rutas.push_back(ruta);
-    }
+    std::vector<std::string> rutas(otra.historial.begin(), otra.historial.end());
+    std::erase(rutas, "");
     EXPECT_EQ(otra.menu.separa_1.Visible.valor(), !rutas.empty());
     return rutas;
   }

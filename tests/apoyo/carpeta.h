@@ -14,10 +14,9 @@ class carpeta {
  public:
   carpeta() {
     std::random_device azar;
-    const std::filesystem::path temporal = std::filesystem::canonical(std::filesystem::temp_directory_path());
-    do {
-      ruta_ = temporal / ("morvane-" + std::to_string(azar()));
-    } while (!std::filesystem::create_directory(ruta_));
+    const std::string nombre = "morvane-" + std::to_string(azar()) + "-" + std::to_string(azar());
+    ruta_ = std::filesystem::canonical(std::filesystem::temp_directory_path()) / nombre;
+    std::filesystem::create_directory(ruta_);
   }
   ~carpeta() {
     std::error_code sin_importancia;

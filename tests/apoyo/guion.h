@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <deque>
 #include <string>
 #include <string_view>
@@ -43,19 +42,15 @@ class guion final : public morvane::extremo {
     for (; texto.size() < cuantos && !cola_.empty() && cola_.front().cuando <= ahora; cola_.pop_front()) {
       texto += cola_.front().c;
     }
-    if (balbuceo != 0) texto.resize(std::max(texto.size(), std::min<std::size_t>(cuantos, 40)), balbuceo);
     return texto;
   }
   std::optional<instante> proximo() const override {
-    if (cola_.empty()) return balbuceo == 0 ? std::nullopt : std::optional(instante{0});
-    return cola_.front().cuando;
+    return cola_.empty() ? std::nullopt : std::optional(cola_.front().cuando);
   }
   bool colgado() const override { return cuelga; }
 
   std::vector<std::string> comandos;
   bool cuelga = false;
-  /// A character that comes without end, 40 in every read.
-  char balbuceo = 0;
 
  private:
   struct respuesta {

@@ -31,11 +31,7 @@ class disco_lleno {
 inline pid_t en_un_hijo(const std::function<void()>& trabajo) {
   const pid_t hijo = ::fork();
   if (hijo != 0) return hijo;
-  try {
-    trabajo();
-  } catch (...) {
-    ::_exit(1);
-  }
+  [&]() noexcept { trabajo(); }();
   ::_exit(0);
 }
 
@@ -52,15 +48,12 @@ inline fin_hijo matar_en(int n, const std::function<void()>& trabajo) {
   int estado = 0;
   ::waitpid(hijo, &estado, 0);
   if (!WIFSTOPPED(estado)) return fin_hijo::prohibido;
-  ::ptrace(PTRACE_SETOPTIONS, hijo, 0, PTRACE_O_EXITKILL | PTRACE_O_TRACESYSGOOD);
+  ::ptrace(PTRACE_SETOPTIONS, hijo, 0, PTRACE_O_EXITKILL);
   // Each call stops it twice.
-  for (int parada = -1; parada < 2 * n;) {
-    const int senal = WSTOPSIG(estado);
-    const bool propia = senal == (SIGTRAP | 0x80) || senal == SIGSTOP;
-    ::ptrace(PTRACE_SYSCALL, hijo, 0, propia ? 0 : senal);
+  for (int parada = 0; parada <= 2 * n; ++parada) {
+    ::ptrace(PTRACE_SYSCALL, hijo, 0, 0);
     ::waitpid(hijo, &estado, 0);
     if (!WIFSTOPPED(estado)) return fin_hijo::terminado;
-    if (WSTOPSIG(estado) == (SIGTRAP | 0x80)) ++parada;
   }
   ::kill(hijo, SIGKILL);
   ::waitpid(hijo, &estado, 0);

@@ -1,18 +1,13 @@
 // A binary file of any content gives its bytes with two dots for each line end, or none at all.
 
-#include <algorithm>
-#include <vector>
-
-#include "apoyo/carpeta.h"
-#include "fuzz/exigir.h"
+#include "fuzz/mesa.h"
 #include "image/cargar_bin.h"
-#include "platform/gemelo.h"
 
 using namespace morvane;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t largo) {
-  static apoyo::carpeta dir;
   static Variables_grab v;
+  apoyo::mesa m;
   const std::string texto = apoyo::archivo_de(datos, largo);
   std::string esperada;
   bool buena = true;
@@ -22,13 +17,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t lar
   }
   buena = buena && esperada.size() <= total_celdas;
 
-  gemelo plat;
-  plat.paciencia = total_celdas;
+  m.plat.paciencia = total_celdas;
   limpiar_buffer_salida(v);
-  std::fill(v.mascara_salida.begin(), v.mascara_salida.end(), std::uint8_t{0});
-  v.ruta_archivo = dir.escribir("f.bin", texto);
-  cargar_bin(plat, v);
-  apoyo::exigir(plat.cajas.size() == (buena ? 0 : 1), "one box for a bad file alone");
+  std::ranges::fill(v.mascara_salida, std::uint8_t{0});
+  v.ruta_archivo = m.dir.escribir("f.bin", texto);
+  cargar_bin(m.plat, v);
+  apoyo::exigir(m.plat.cajas.size() == (buena ? 0 : 1), "one box for a bad file alone");
   std::vector<std::uint8_t> marcas(esperada.size(), 1), imagen(esperada.begin(), esperada.end());
   marcas.resize(total_celdas, 0);
   apoyo::exigir(!buena || v.mascara_salida == marcas, "marks");

@@ -1,8 +1,6 @@
 // Noise of any kind against a wait in each mode: it ends, nothing but a good frame counts as a reply, and the port is
 // as before.
 
-#include <optional>
-
 #include "fuzz/mesa.h"
 #include "link/esperas.h"
 #include "link/puerto.h"
@@ -14,14 +12,9 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// What a stream of characters holds for somebody who misses none of them.
-struct contenido {
-  bool trama = false, reset = false;
-  std::string estados;
-};
-
-contenido mirar(std::string_view flujo) {
-  contenido c;
+/// The good frames in a stream of characters, for somebody who misses none of them.
+std::vector<std::string> tramas_de(std::string_view flujo) {
+  std::vector<std::string> buenas;
   std::string trama;
   for (const char uno : flujo) {
     if (uno == '\x02') {
@@ -29,12 +22,10 @@ contenido mirar(std::string_view flujo) {
     } else if (uno != '\x03') {
       trama += uno;
     } else if (validar_checksum(trama)) {
-      c.trama = true;
-      c.reset |= trama[0] != '0' && trama.compare(1, 5, "RESET") == 0;
-      if (trama[0] == '0') c.estados += static_cast<char>(valor_hex(trama.substr(1, 2)));
+      buenas.push_back(trama);
     }
   }
-  return c;
+  return buenas;
 }
 
 }  // namespace
@@ -71,11 +62,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t lar
   apoyo::exigir(cajas <= 4 + 2 * repetidas, "few boxes");
   apoyo::exigir(m.plat.ahora() < 60s + repetidas * 60s, "bounded time");
   apoyo::exigir(e.respuesta_lista || e.datos_listos || e.corte.interrumpida || e.tiempo_agotado, "a wait has an end");
-  const contenido c = mirar(flujo);
-  if (repetidas == 0 && !c.reset && modo[1] == 1) {
-    apoyo::exigir(!e.respuesta_lista || c.trama, "a reply is a good frame");
-    const char estado = static_cast<char>(e.registro_estado);
-    apoyo::exigir(!e.estado_reciente || c.estados.find(estado) != std::string::npos, "a status is a good frame's");
+  const auto hay = [tramas = tramas_de(flujo)](auto tal) { return std::ranges::any_of(tramas, tal); };
+  const auto reset = [](const std::string& t) { return t[0] != '0' && t.compare(1, 5, "RESET") == 0; };
+  const auto estado = [&e](const std::string& t) {
+    return t[0] == '0' && valor_hex(t.substr(1, 2)) == e.registro_estado;
+  };
+  if (repetidas == 0 && !hay(reset) && modo[1] == 1) {
+    apoyo::exigir(!e.respuesta_lista || hay([](const auto&) { return true; }), "a reply is a good frame");
+    apoyo::exigir(!e.estado_reciente || hay(estado), "a status is a good frame's");
   }
   const bool cortada = e.corte.interrumpida || e.corte.sin_respuesta;
   cerrar_orden(e);

@@ -1,11 +1,7 @@
 // An S-record file of any content gives the image that a plain reading of its lines gives, or none at all.
 
-#include <algorithm>
-
-#include "apoyo/carpeta.h"
-#include "fuzz/exigir.h"
+#include "fuzz/mesa.h"
 #include "image/cargar_s19.h"
-#include "platform/gemelo.h"
 #include "platform/texto.h"
 
 using namespace morvane;
@@ -34,7 +30,6 @@ bool poner(Variables_grab& v, const std::string& linea) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t largo) {
-  static apoyo::carpeta dir;
   static Variables_grab v, esperada;
   static const Variables_grab vacia = [] {
     Variables_grab nueva;
@@ -42,17 +37,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t lar
     return nueva;
   }();
   const std::string texto = apoyo::archivo_de(datos, largo);
-  gemelo plat;
+  apoyo::mesa m;
   contador_cambios cambios;
   avance a(cambios);
   v = esperada = vacia;
-  v.ruta_archivo = dir.escribir("f.s19", texto);
-  cargar_s19(plat, v, a);
+  v.ruta_archivo = m.dir.escribir("f.s19", texto);
+  cargar_s19(m.plat, v, a);
 
   const auto lineas = apoyo::lineas_de(texto, texto.find('\r') == std::string::npos ? '\n' : '\r');
   const bool buena = std::ranges::all_of(lineas, [](const auto& linea) { return poner(esperada, linea); });
-  apoyo::exigir(plat.cajas.size() == 1, "one box");
-  apoyo::exigir((plat.cajas[0].texto == "Ha terminado de cargar el archivo") == buena, "the box tells the truth");
+  apoyo::exigir(m.plat.cajas.size() == 1, "one box");
+  apoyo::exigir((m.plat.cajas[0].texto == "Ha terminado de cargar el archivo") == buena, "the box tells the truth");
   apoyo::exigir(v.mascara_salida == esperada.mascara_salida, "marks");
   if (!buena) esperada = vacia;
   apoyo::exigir(v.buffer_salida == esperada.buffer_salida && v.dir_max == esperada.dir_max, "image");

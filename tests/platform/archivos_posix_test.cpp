@@ -5,6 +5,7 @@
 #include "apoyo/carpeta.h"
 #include "apoyo/hijos.h"
 #include "platform/archivos.h"
+#include "platform/lector_lineas.h"
 #include "platform/sin_privilegios.h"
 
 namespace morvane {
@@ -25,13 +26,10 @@ class ArchivosPosix : public testing::Test {
 TEST_F(ArchivosPosix, UnNombreSeHallaSinMirarMayusculasYElExactoGana) {
   carpeta.escribir("unidades/c/datos/TORVAX/Memoria.txt", "");
   for (const char* nombre : {"unO.txt", "Uno.txt", "UNO.txt", "UnO.txt"}) carpeta.escribir(nombre, nombre);
-  const std::pair<std::string, const char*> casos[] = {
-      {propio("UNO.TXT"), "UNO.txt"},
-      {"C:\\Datos\\Torvax\\memoria.txt", "Memoria.txt"},
-      {propio("UNIDADES"), ""},
-      {propio(""), ""},
-      {propio(std::string("UNO.txt\0x", 9)), ""},
-  };
+  const std::pair<std::string, const char*> casos[] = {{propio("UNO.TXT"), "UNO.txt"},
+                                                       {"C:\\Datos\\Torvax\\memoria.txt", "Memoria.txt"},
+                                                       {propio("UNIDADES"), ""},
+                                                       {propio(std::string("UNO.txt\0x", 9)), ""}};
   for (const auto& [nombre, hallado] : casos) EXPECT_EQ(disco.Dir(nombre), hallado) << nombre;
   EXPECT_EQ(disco.leer(propio("UnO.txt")), "UnO.txt") << "the exact name wins";
   EXPECT_EQ(disco.anfitrion("d:\\\\Datos\\m.txt"), ruta("unidades/d/Datos/m.txt"));
@@ -42,22 +40,33 @@ TEST_F(ArchivosPosix, GuardarConservaModoYEnlace) {
   fs::create_symlink("datos/real.txt", ruta("menu.txt"));
   ASSERT_EQ(disco.guardar(propio("MENU.TXT"), "nuevo"), 0);
   EXPECT_TRUE(fs::is_symlink(ruta("menu.txt")));
-  EXPECT_EQ(carpeta.leer("datos/real.txt"), "nuevo");
+  ASSERT_EQ(disco.anadir_linea(propio("menu.txt"), "dos\r\n"), 0);
+  EXPECT_EQ(carpeta.leer("datos/real.txt"), "nuevo\r\ndos\r\n");
   EXPECT_EQ(fs::status(ruta("datos/real.txt")).permissions(), fs::perms(0666));
 }
 
 TEST_F(ArchivosPosix, DondeNoSePuedeSeDiceElErrorYNadaCambia) {
   fs::permissions(carpeta.escribir("carpeta/menu.txt", "viejo"), fs::perms(0444));
+  fs::permissions(carpeta.escribir("secreto", "x"), fs::perms(0));
   ASSERT_EQ(::mkfifo(ruta("tubo").c_str(), 0600), 0);
   fs::create_symlink("circulo", ruta("circulo"));
-  const std::tuple<const char*, error_archivo, error_archivo> casos[] = {
-      {"carpeta", EISDIR, EISDIR}, {"tubo", ENODEV, ENODEV}, {"circulo", ELOOP, ELOOP},
-      {"no\\hay", ENOENT, ENOENT}, {"", EISDIR, EISDIR},     {"falta", 0, ENOENT},
+  fs::resize_file(carpeta.escribir("enorme", ""), (128 << 20) + 1);
+  const std::tuple<std::string, error_archivo, error_archivo, const char*> casos[] = {
+      {"carpeta", EISDIR, EISDIR, "no es un archivo normal"},
+      {"tubo", ENODEV, ENODEV, "no es un archivo normal"},
+      {"circulo", ELOOP, ELOOP, "sus enlaces se muerden la cola"},
+      {"no\\hay", ENOENT, ENOENT, "el archivo no existe"},
+      {std::string(256, 'n'), ENAMETOOLONG, ENAMETOOLONG, "el nombre es demasiado largo"},
+      {"falta", 0, ENOENT, "el archivo no existe"},
+      {"enorme", 0, 0, "es demasiado grande: el máximo son 128 MiB"},
   };
   fichero f;
-  for (const auto& [nombre, al_guardar, al_abrir] : casos) {
+  lector_lineas lector;
+  for (const auto& [nombre, al_guardar, al_abrir, motivo] : casos) {
     SCOPED_TRACE(nombre);
     EXPECT_EQ(disco.leer(propio(nombre)), std::nullopt);
+    EXPECT_FALSE(lector.abrir(ruta(nombre), lector_lineas::finales::cr));
+    EXPECT_EQ(lector.motivo(), motivo);
     EXPECT_EQ(disco.abrir(propio(nombre), modo::anadir, f), al_abrir);
     EXPECT_EQ(disco.guardar(propio(nombre), "x"), al_guardar);
     EXPECT_EQ(disco.abrir(propio(nombre), modo::escribir, f), al_guardar);
@@ -65,25 +74,20 @@ TEST_F(ArchivosPosix, DondeNoSePuedeSeDiceElErrorYNadaCambia) {
   for (const char* paso : {"", "carpeta"}) fs::permissions(ruta(paso), fs::perms(0777));
   const sin_privilegios guarda;
   EXPECT_EQ(disco.guardar(propio("carpeta\\menu.txt"), "nuevo"), EACCES) << "what is read-only stays so";
+  EXPECT_FALSE(lector.abrir(ruta("secreto"), lector_lineas::finales::cr));
+  EXPECT_EQ(lector.motivo(), "no hay permiso para leerlo");
 }
 
-TEST_F(ArchivosPosix, DiscoLlenoEnCadaByteDejaLoViejoEnteroYNuncaMediaLinea) {
-  const std::string viejo(20, 'v'), nuevo(40, 'n'), linea = "\"/uno\"\r\n";
-  for (rlim_t bytes = 0; bytes <= 45; ++bytes) {
+TEST_F(ArchivosPosix, UnDiscoLlenoNoDejaMediaLineaNiRestos) {
+  for (rlim_t bytes = 0; bytes <= 25; ++bytes) {
     SCOPED_TRACE(bytes);
-    for (const char* nombre : {"SETTINGS.TXT", "MENU.TXT"}) carpeta.escribir(nombre, viejo);
     fichero f;
     ASSERT_EQ(disco.abrir(propio("memoria.txt"), modo::escribir, f), 0);
-    {
-      const apoyo::disco_lleno tope(bytes);
-      EXPECT_EQ(disco.guardar(propio("SETTINGS.TXT"), nuevo), bytes < 40 ? EFBIG : 0);
-      EXPECT_EQ(disco.anadir_linea(propio("menu.txt"), linea) == 0, bytes >= 30);
-      for (rlim_t fin = 6; fin <= 48; fin += 6) EXPECT_EQ(f.linea("1234"), fin <= bytes);
-    }
-    EXPECT_EQ(carpeta.leer("SETTINGS.TXT"), bytes < 40 ? viejo : nuevo);
-    EXPECT_EQ(carpeta.leer("MENU.TXT"), bytes < 30 ? viejo : viejo + "\r\n" + linea);
+    const apoyo::disco_lleno tope(bytes);
+    EXPECT_EQ(disco.guardar(propio("SETTINGS.TXT"), std::string(26, 'n')), EFBIG);
+    for (rlim_t fin = 6; fin <= 24; fin += 6) EXPECT_EQ(f.linea("1234"), fin <= bytes);
     EXPECT_EQ(carpeta.leer("memoria.txt").size(), bytes / 6 * 6);
-    EXPECT_EQ(std::distance(fs::directory_iterator(carpeta.ruta()), fs::directory_iterator()), 3);
+    EXPECT_EQ(std::distance(fs::directory_iterator(carpeta.ruta()), fs::directory_iterator()), 1);
   }
 }
 

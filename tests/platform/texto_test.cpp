@@ -26,17 +26,9 @@ TEST(Texto, CadaCaracterSaleEnteroYCadaByteSuelto) {
 }
 
 TEST(Texto, LoQueNoEsUtf8SeLeeComoLaPaginaDeWindows) {
-  const std::pair<const char*, const char*> casos[] = {
-      {"C:\\Ni\xF1o\\se\xF1"
-       "al.s19",
-       "C:\\Niño\\señal.s19"},
-      {"C:\\Niño\\señal.s19", "C:\\Niño\\señal.s19"},
-      {"ñ\xF1", "Ã±ñ"},
-      {"\xE1\xC9\xDC\xBF\xBA\xFF", "áÉÜ¿ºÿ"},
-      {"\x80\x85\x8C\x92\x96\x99\x9F", "€…Œ’–™Ÿ"},
-      {"\x81\x9D", "\xC2\x81\xC2\x9D"},
-  };
-  for (const auto& [leido, texto] : casos) EXPECT_EQ(en_utf8(leido), texto) << leido;
+  EXPECT_EQ(en_utf8("C:\\Niño"), "C:\\Niño");
+  EXPECT_EQ(en_utf8("ñ\xF1\xE1\xC9\xDC\xBF\xBA\xFF"), "Ã±ñáÉÜ¿ºÿ");
+  EXPECT_EQ(en_utf8("\x80\x81\x85\x8C\x92\x96\x99\x9F"), "€\xC2\x81…Œ’–™Ÿ");
 }
 
 TEST(ParametrosLinea, LosAbsurdosNoPasanPorValidos) {

@@ -53,7 +53,7 @@ class anfitrion_de_guion final : public anfitrion {
 /// A platform by script, with a clock of its own. A pass in which nothing is due moves the clock to the next thing that
 /// is: a running clock, a character on a watched line, an action of the script. Passes with nothing ever due throw
 /// `colgado`, so nothing sleeps and nothing hangs.
-class gemelo final : public plataforma {
+class gemelo : public plataforma {
  public:
   instante ahora() const override { return ahora_; }
   std::string hora() const override;
