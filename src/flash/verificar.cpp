@@ -24,8 +24,8 @@ void decir(enlace& e, const char* texto) {
 /// a next one of the same length would be read at the wrong place.
 enum class sobrante { se_tolera, interrumpe };
 
-/// True if noise stands in front of what came, so that the reply in it would be read at the wrong place. Without any STX
-/// nobody can tell.
+/// True if noise stands in front of what came, so that the reply in it would be read at the wrong place. Without any
+/// STX nobody can tell.
 bool corrida(const enlace& e) {
   const std::size_t inicio = e.entrada_serie.find(STX);
   return inicio != std::string::npos && inicio != 0;

@@ -6,6 +6,7 @@
 #include "flash/borrar.h"
 #include "flash/grabar.h"
 #include "flash/habilitar.h"
+#include "flash/verificar.h"
 
 using namespace apoyo;
 
@@ -106,6 +107,16 @@ TEST_F(flujos, old_marks_and_the_top_of_the_flash_go_out_as_the_image_holds_them
   cargar(0x3FFFA, {1, 2, 3, 4, 5, 6, 7, 8});
   grabar();
   EXPECT_EQ(lejos.flujo(), "a g03FFF0FFFFFFFF a g03FFF4FFFFFFFF a g03FFF8FFFF0102 a g03FFFC03040506 a g040000FFFFFFFF");
+}
+
+// The replies begin with sixteen erased bytes, whose FF then stand where the mark of the whole block is looked for.
+TEST_F(flujos, noise_behind_a_reply_does_not_push_the_next_one_to_where_it_praises_a_flash_that_holds_data) {
+  empezar(0xFF);
+  lejos.chip.flash()[0x100] = 0xFE;
+  ASSERT_TRUE(habilitar_flash(e));
+  lejos.placa.averiar({.ruido_detras = 2});
+  verificar_borrado(e, a);
+  EXPECT_TRUE(e.corte.interrumpida && plat.cajas.empty()) << textos();
 }
 
 TEST_F(flujos, a_protected_flash_is_the_users_decision) {
