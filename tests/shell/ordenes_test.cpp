@@ -11,6 +11,8 @@ const std::string habilitacion = "A a c d2E c a c", titulo_problema = "Atención
 const std::string texto_borrado = "¡Ha terminado de borrar!", texto_leido = "¡Ha terminado de Leer!";
 const std::string texto_vacia = "La Flash ha sido verificada, está borrada";
 
+const std::string titulo_no = "No es posible Verificar";
+
 caja informar(const std::string& texto, const std::string& titulo = "Atención") {
   return {titulo, texto, botones::Aceptar, icono::informacion};
 }
@@ -20,29 +22,40 @@ std::string bloques(int cuantos) {
   return texto;
 }
 
-using ordenes = banco_ordenes;
+const caja borrado{"Atención", texto_borrado}, exito{"Atención", "La verificación ha sido exitosa"},
+    distintos{"Error en verificación", "Los datos no coinciden"},
+    vacio{titulo_no, "Imposible verificar, no ha cargado ningún programa en el buffer"},
+    otro{titulo_no,
+         "          Es posible que la informacion cargada en el buffer sea diferente de la flash\n\r"
+         "Debe abrir el archivo que corresponda al programa de la flash o programar nuevamente la flash"},
+    pregunta{titulo_no, "No se ha programado la flash en esta sesión, desea verificar de todas formas",
+             botones::AceptarCancelar, icono::informacion},
+    borrada = informar(texto_vacia), con_datos = informar("La Flash contiene datos, no está borrada"),
+    correcto = informar("El programa de la Flash ha sido verificado, está correcto"),
+    difiere = informar("El programa contenido en la Flash difiere del cargado en el buffer"),
+    protegida = informar("Se ha protegido la memoria flash!", titulo_problema),
+    sin_proteger = critica(titulo_problema, "No es posible proteger la memoria flash!"),
+    sin_config = critica(titulo_problema, texto_sin_config);
+
+struct ordenes : banco_ordenes {
+  /// An erased chip with a 0 at `dato`; an image whose last byte is at `tope`, which the chip holds as well.
+  void preparar(std::uint32_t dato, std::int32_t tope, std::int32_t grabada) {
+    const auto ultimo = static_cast<std::size_t>(tope);
+    llenar(0xFF);
+    limpiar_buffer_salida(v);
+    v.dir_max = tope;
+    v.dir_max_grabada = grabada;
+    if (tope > 0) v.buffer_salida[ultimo] = 0x12;
+    if (tope > 0 && tope < total_flash) lejos.chip.flash()[ultimo] = 0x12;
+    if (dato < total_flash) lejos.chip.flash()[dato] = 0;
+  }
+};
 
 // Programming stands in docs/protocol.md, which is replayed.
 TEST_F(ordenes, a_command_sends_these_frames_and_shows_these_boxes_where_a_bracket_stands) {
-  const std::string titulo_no = "No es posible Verificar";
-  const caja borrado{"Atención", texto_borrado}, exito{"Atención", "La verificación ha sido exitosa"},
-      distintos{"Error en verificación", "Los datos no coinciden"},
-      vacio{titulo_no, "Imposible verificar, no ha cargado ningún programa en el buffer"},
-      otro{titulo_no,
-           "          Es posible que la informacion cargada en el buffer sea diferente de la flash\n\r"
-           "Debe abrir el archivo que corresponda al programa de la flash o programar nuevamente la flash"},
-      pregunta{titulo_no, "No se ha programado la flash en esta sesión, desea verificar de todas formas",
-               botones::AceptarCancelar, icono::informacion},
-      borrada = informar(texto_vacia), con_datos = informar("La Flash contiene datos, no está borrada"),
-      correcto = informar("El programa de la Flash ha sido verificado, está correcto"),
-      difiere = informar("El programa contenido en la Flash difiere del cargado en el buffer"),
-      protegida = informar("Se ha protegido la memoria flash!", titulo_problema),
-      sin_proteger = critica(titulo_problema, "No es posible proteger la memoria flash!"),
-      sin_config = critica(titulo_problema, texto_sin_config);
   const orden comprobar = men_verific_t_Click, sumar = mn_verifi_t_f_Click, comparar = men_verifi_t_Click;
   const std::string examen = habilitacion + " C000000000000", suma = habilitacion + " C000000000400";
   const std::string dos = " e00000016 e00001016", proteccion = habilitacion + " g000414FFFF4AC8 D A c [] D";
-  // An erased chip with a 0 at `dato`; an image whose last byte is at `tope`, which the chip holds as well.
   const struct {
     orden cual;
     std::uint32_t dato;
@@ -70,13 +83,7 @@ TEST_F(ordenes, a_command_sends_these_frames_and_shows_these_boxes_where_a_brack
   lejos.chip.modo.sondeos_de_borrado = 2;
   plat.usuario = [this](const caja&) { return lejos.comandos.emplace_back("[]"), vbOK; };
   for (const auto& c : casos) {
-    llenar(0xFF);
-    limpiar_buffer_salida(v);
-    v.dir_max = c.tope;
-    v.dir_max_grabada = c.grabada;
-    if (c.tope > 0) v.buffer_salida[static_cast<std::size_t>(c.tope)] = 0x12;
-    if (c.tope > 0 && c.tope < total_flash) lejos.chip.flash()[static_cast<std::size_t>(c.tope)] = 0x12;
-    if (c.dato < total_flash) lejos.chip.flash()[c.dato] = 0;
+    preparar(c.dato, c.tope, c.grabada);
     EXPECT_EQ(correr(c.cual), c.flujo);
     EXPECT_EQ(plat.cajas, c.cajas) << c.flujo;
   }
@@ -125,29 +132,6 @@ TEST_F(ordenes, a_programming_cut_off_at_any_frame_by_the_death_of_the_program_i
     correr(men_prog_t_Click);
     EXPECT_TRUE(textos() == texto_grabado && lejos.comandos.size() == tramas) << lejos.flujo();
     EXPECT_TRUE(std::ranges::equal(lejos.chip.flash().first(0x400), std::span(v.buffer_salida).first(0x400)));
-  }
-}
-
-TEST_F(ordenes, a_programming_cut_off_at_any_frame_by_a_board_without_power_is_told_or_found_and_mended) {
-  correr(men_prog_t_Click);
-  const std::size_t tramas = lejos.comandos.size();
-  for (std::size_t n = 1; n < tramas; ++n) {
-    SCOPED_TRACE(n);
-    plat.responder(vbCancel);
-    tras(n, [this] {
-      lejos.chip.reiniciar();
-      lejos.placa.vaciar();
-    });
-    men_prog_t_Click(f);
-    plat.en_cada_pasada = nullptr;
-    plat.olvidar_respuestas();
-    const bool dicho = textos().ends_with(texto_interrumpida);
-    correr(mn_verifi_t_f_Click);
-    const bool entera = lejos.chip.flash()[0x107] == 8 && lejos.chip.flash()[0x103] == 4;
-    EXPECT_TRUE(entera || !textos().ends_with("está correcto")) << textos();
-    EXPECT_TRUE(dicho || entera) << "neither told nor in the chip";
-    correr(men_prog_t_Click);
-    EXPECT_EQ(textos(), texto_grabado);
   }
   correr(men_prog_t_Click, {.cuelga_en = tramas});
   EXPECT_EQ(textos(), texto_grabado) << "a closing that fails does not undo what was done";

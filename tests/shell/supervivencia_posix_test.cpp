@@ -2,7 +2,6 @@
 
 #include "apoyo/banco_principal.h"
 #include "apoyo/hijos.h"
-#include "platform/sin_privilegios.h"
 
 using namespace apoyo;
 
@@ -23,14 +22,10 @@ rutas numeradas(int desde, int hasta) {
 }
 
 struct supervivencia : banco_principal {
-  /// Runs a job that goes wrong at the `n`-th point. `terminado` once it no longer does.
-  using manera = std::function<fin_hijo(int n, const std::function<void()>& hacer)>;
-
   /// Files and window as after a start with `cuantas` files in the list.
   void preparar(int cuantas) {
     // What killed programs leave makes work for the next ones.
     fs::remove_all(dir.ruta());
-    fs::create_directory(dir.ruta());
     std::string lista;
     for (const std::string& ruta : numeradas(1, cuantas)) lista += "\"" + ruta + "\"\r\n";
     dir.escribir("SETTINGS.TXT", ajustes_buenos);
@@ -39,7 +34,6 @@ struct supervivencia : banco_principal {
     leer_ajustes(f.link);
     leer_historial(f);
     f.link.valores.velocidad = "115200";
-    plat.cajas.clear();
   }
   /// Each file is the old one or the new one, and the next program loses nothing of the list. Gives how many are old.
   std::size_t viejos(int cuantas) {
@@ -52,59 +46,44 @@ struct supervivencia : banco_principal {
   }
 };
 
-TEST_F(supervivencia, killed_or_refused_anywhere_each_file_is_the_old_one_or_the_new_one_and_a_living_program_says_so) {
-  const auto disco_lleno_en = [](int bytes, const auto& hacer) {
-    const disco_lleno tope(static_cast<rlim_t>(bytes));
-    return hacer(), bytes < 120 ? fin_hijo::muerto : fin_hijo::terminado;
-  };
-  const auto en_carpeta_cerrada = [this](int n, const auto& hacer) {
-    fs::permissions(dir.ruta(), fs::perms(n == 0 ? 0555 : 0777));
-    for (const char* uno : {"SETTINGS.TXT", "MENU.TXT"})
-      fs::permissions(dir.ruta() / uno, fs::perms(n == 0 ? 0444 : 0666));
-    const sin_privilegios guarda;
-    return hacer(), n == 0 ? fin_hijo::muerto : fin_hijo::terminado;
-  };
+TEST_F(supervivencia, killed_anywhere_each_file_is_the_old_one_or_the_new_one_and_a_full_disk_is_told) {
   for (const int guardadas : {3, 10}) {
-    for (const manera& como : {manera(matar_en), manera(disco_lleno_en), manera(en_carpeta_cerrada)}) {
-      std::size_t fallidas = 0;
-      fin_hijo fin = fin_hijo::muerto;
-      for (int n = 0; fin == fin_hijo::muerto; ++n) {
-        SCOPED_TRACE(n);
-        preparar(guardadas);
-        fin = como(n, [&] { guardar_ajustes(f.link), actualizar_historial(f, una(guardadas + 1)); });
-        if (fin == fin_hijo::prohibido) GTEST_SKIP() << "no process may be traced here";
-        const std::size_t sin_guardar = viejos(guardadas);
-        // What a killed child has said is not heard.
-        EXPECT_TRUE(plat.cajas.empty() || plat.cajas.size() == sin_guardar) << textos();
-        EXPECT_TRUE(fin == fin_hijo::muerto || sin_guardar == 0);
-        fallidas += sin_guardar;
-      }
-      EXPECT_GT(fallidas, 1U) << "the trouble has missed the work";
+    const auto hacer = [&] { guardar_ajustes(f.link), actualizar_historial(f, una(guardadas + 1)); };
+    std::size_t fallidas = 0;
+    fin_hijo fin = fin_hijo::muerto;
+    for (int n = 0; fin == fin_hijo::muerto; ++n) {
+      SCOPED_TRACE(n);
+      preparar(guardadas);
+      fin = matar_en(n, hacer);
+      if (fin == fin_hijo::prohibido) GTEST_SKIP() << "no process may be traced here";
+      const std::size_t sin_guardar = viejos(guardadas);
+      EXPECT_TRUE(fin == fin_hijo::muerto || sin_guardar == 0);
+      fallidas += sin_guardar;
     }
+    EXPECT_GT(fallidas, 1U) << "the kills have missed the work";
+    preparar(guardadas);
+    plat.cajas.clear();
+    {
+      const disco_lleno tope(20);
+      hacer();
+    }
+    EXPECT_TRUE(viejos(guardadas) == 2 && plat.cajas.size() == 2) << textos();
   }
 }
 
 TEST_F(supervivencia, two_programs_in_one_directory_lose_nothing_of_each_other) {
-  constexpr int cuantas = 20;
+  std::map<std::string, int> ultima{{"/a/", 20}, {"/b/", 20}};
   preparar(0);
-  std::vector<pid_t> hijos;
-  for (const std::string quien : {"/a/", "/b/"}) {
-    hijos.push_back(en_un_hijo([&] {
-      for (int i = 1; i <= cuantas; ++i) {
-        actualizar_historial(f, quien + std::to_string(i));
-        guardar_ajustes(f.link);
-      }
+  for (const auto& [quien, cuantas] : ultima) {
+    en_un_hijo([&] {
+      for (int i = 1; i <= cuantas; ++i) actualizar_historial(f, quien + std::to_string(i)), guardar_ajustes(f.link);
       ::_exit(plat.cajas.empty() ? 0 : 1);
-    }));
+    });
   }
-  for (const pid_t hijo : hijos) {
-    int estado = 1;
-    EXPECT_TRUE(::waitpid(hijo, &estado, 0) == hijo && estado == 0);
-  }
+  for (int estado = 1; ::wait(&estado) > 0;) EXPECT_EQ(estado, 0);
   // Of each program the last ones are there, in their order.
   const rutas lista = lista_guardada();
   EXPECT_EQ(lista.size(), 10U);
-  std::map<std::string, int> ultima{{"/a/", cuantas}, {"/b/", cuantas}};
   for (auto ruta = lista.rbegin(); ruta != lista.rend(); ++ruta) {
     EXPECT_EQ(ruta->substr(3), std::to_string(ultima[ruta->substr(0, 3)]--)) << testing::PrintToString(lista);
   }
