@@ -27,27 +27,22 @@ def refuses(bench, target, text, cause):
 
 def ports(bench):
     bench.begin()
-    file, pipe, link = (bench.dir / name for name in ("archivo", "tubo", "otro"))
-    file.write_text("x")
+    pipe = bench.dir / "tubo"
     os.mkfifo(pipe)
-    link.symlink_to(bench.line)
-    refuses(bench, file, NO_PORT, f"{file} no es un dispositivo serie")
-    refuses(bench, pipe, NO_PORT, f"{pipe} no es un dispositivo serie")
-    refuses(bench, bench.dir, NO_PORT, f"{bench.dir} no es un dispositivo serie")
-    refuses(bench, "nada", NO_PORT, f"el enlace {bench.port} lleva a nada, que no existe")
+    for wrong in pipe, bench.dir:
+        refuses(bench, wrong, NO_PORT, f"{wrong} no es un dispositivo serie")
     refuses(bench, "/dev/null", BUSY, "/dev/null: no es un dispositivo serie")
 
-    other = os.open(link, os.O_RDWR | os.O_NOCTTY)
-    fcntl.flock(other, fcntl.LOCK_EX)
+    other = os.open(bench.line, os.O_RDWR | os.O_NOCTTY)
     name = pathlib.Path("/proc/self/comm").read_text().strip()
-    refuses(bench, bench.line, BUSY, f"{bench.line}: ocupado por {name} (pid {os.getpid()})")
+    busy = f"{bench.line}: ocupado por {name} (pid {os.getpid()})"
+    fcntl.flock(other, fcntl.LOCK_EX)
+    refuses(bench, bench.line, BUSY, busy)
     fcntl.flock(other, fcntl.LOCK_UN)
-    if os.getuid() != 0:
-        # Nothing but this keeps out one who cares for no locks, and it does not keep out root.
-        fcntl.ioctl(other, termios.TIOCEXCL)
-        refuses(bench, bench.line, BUSY, f"{bench.line}: ocupado por {name} (pid {os.getpid()}), "
-                                         f"puente (pid {bench.board.pid})")
-        fcntl.ioctl(other, termios.TIOCNXCL)
+    # Nothing but this keeps out one who cares for no locks.
+    fcntl.ioctl(other, termios.TIOCEXCL)
+    refuses(bench, bench.line, BUSY, f"{busy}, puente (pid {bench.board.pid})")
+    fcntl.ioctl(other, termios.TIOCNXCL)
     os.close(other)
     bench.do("Borrar Flash", ERASED)
 
@@ -74,14 +69,12 @@ def peer_that_does_not_read(bench):
     assert bench.flash.read_bytes() == bench.images[0], "the chip holds something else"
 
 
-def scenario(bench, only=None):
-    ports(bench)
-    if only == "ports":
-        return
+def scenario(bench):
     if os.getuid() == 0:
-        print("the same as an ordinary user")
+        print("as an ordinary user, since nothing keeps out root")
         bench.dir.chmod(0o755)
         driver = shutil.copytree(pathlib.Path(__file__).parent, bench.dir / "real")
-        subprocess.run([sys.executable, driver, bench.home, "linea", "ports"], user=65534, group=65534, extra_groups=[],
-                       check=True)
+        return subprocess.run([sys.executable, driver, bench.home, "linea"], user=65534, group=65534, extra_groups=[],
+                              check=True)
+    ports(bench)
     peer_that_does_not_read(bench)
