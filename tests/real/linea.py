@@ -1,15 +1,13 @@
-"""Ports that cannot be opened, or no longer: each has its box, and its cause on standard error. And a board that stops
-in mid-run with its line open."""
+"""Ports that cannot be opened, or no longer: each has its box, and its cause on standard error."""
 import fcntl
 import os
 import pathlib
 import shutil
-import signal
 import subprocess
 import sys
 import termios
 
-from textos import BROKEN, ERASED, LOADED, QUESTION, WRITTEN
+from textos import ERASED
 
 NO_PORT = "Es probable que el puerto no exista, verifique en su Sistema Operativo los puertos existentes"
 BUSY = "El puerto ya ha sido utilizado por otra aplicación"
@@ -25,7 +23,13 @@ def refuses(bench, target, text, cause):
     assert said == f"morvane: COM1: {cause}\n", f"standard error has {said!r}"
 
 
-def ports(bench):
+def scenario(bench):
+    if os.getuid() == 0:
+        print("as an ordinary user, since nothing keeps out root")
+        bench.dir.chmod(0o755)
+        driver = shutil.copytree(pathlib.Path(__file__).parent, bench.dir / "real")
+        return subprocess.run([sys.executable, driver, bench.home, "linea"], user=65534, group=65534, extra_groups=[],
+                              check=True)
     bench.begin()
     pipe = bench.dir / "tubo"
     os.mkfifo(pipe)
@@ -50,31 +54,3 @@ def ports(bench):
     bench.rests()
     refuses(bench, bench.line, NO_PORT, f"el enlace {bench.port} lleva a {bench.line}, que no existe")
     bench.rests()
-
-
-def peer_that_does_not_read(bench):
-    bench.put_firmware(0x13B2)
-    bench.begin("")
-    bench.do("1 ", LOADED)
-    bench.press("Programar dispositivo")
-    bench.wait("the run", lambda: len(bench.commands()) > 30)
-    bench.board.send_signal(signal.SIGSTOP)
-    bench.box(QUESTION).answer("Cancelar")
-    bench.box(BROKEN, 4).answer()
-    bench.wait("the end", bench.idle)
-    bench.rests()
-    bench.board.send_signal(signal.SIGCONT)
-    bench.do("Programar dispositivo", WRITTEN)
-    bench.end(bench.board)
-    assert bench.flash.read_bytes() == bench.images[0], "the chip holds something else"
-
-
-def scenario(bench):
-    if os.getuid() == 0:
-        print("as an ordinary user, since nothing keeps out root")
-        bench.dir.chmod(0o755)
-        driver = shutil.copytree(pathlib.Path(__file__).parent, bench.dir / "real")
-        return subprocess.run([sys.executable, driver, bench.home, "linea"], user=65534, group=65534, extra_groups=[],
-                              check=True)
-    ports(bench)
-    peer_that_does_not_read(bench)
