@@ -18,11 +18,7 @@ struct banco_programa {
   /// Runs the load event, and `accion` in the box that comes up in it.
   explicit banco_programa(const std::function<void(programa&)>& accion) {
     QGuiApplication::setQuitOnLastWindowClosed(false);
-    QTimer espera;
-    QObject::connect(&espera, &QTimer::timeout, [&] {
-      if (QApplication::activeModalWidget() != nullptr) accion(p);
-    });
-    espera.start(1);
+    QTimer::singleShot(0, &app, [&] { accion(p); });
     p.empezar();
   }
 };

@@ -31,8 +31,7 @@ def right_run(bench):
 
 def scenario(bench):
     bench.put_firmware(0x460)
-    print("the program is killed")
-    # In the erase, and behind some of the groups.
+    # The program in the erase, and behind some of the groups.
     for frame in 10, 101:
         run_up_to(bench, frame, silent=True)
         sent = bench.commands("g")
@@ -42,7 +41,7 @@ def scenario(bench):
         bench.do("1 ", LOADED)
         right_run(bench)
 
-    print("the board is killed, at work and with a question open")
+    # The board at work, and with a question open.
     for frame, answer in (40, None), (301, "Sí"):
         run_up_to(bench, frame, silent=answer)
         box = answer and bench.box(QUESTION)
@@ -54,7 +53,7 @@ def scenario(bench):
         bench.begin_board()
         right_run(bench)
 
-    print("the board stops and reads nothing more")
+    # A board that reads nothing more.
     run_up_to(bench, 40, silent=False)
     bench.board.send_signal(signal.SIGSTOP)
     bench.box(QUESTION).answer("Cancelar")

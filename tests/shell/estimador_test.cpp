@@ -16,7 +16,6 @@ TEST_F(estimador_test, it_counts_down_evenly_and_seldom_and_tells_a_real_change)
   m.total = 100'000;
   m.cuantas = 1;
   m.en_curso = true;
-  m.cual = marcha::labor::grabar;
   // So many tenths of a second with so many bytes in each.
   const struct {
     int decimas;

@@ -1,5 +1,3 @@
-// What the map says after each command.
-
 #include "banco_ordenes.h"
 #include "shell/texto_mapa.h"
 
@@ -18,9 +16,7 @@ struct mapa_test : banco_ordenes {
 };
 
 TEST_F(mapa_test, each_command_leaves_its_mark_and_what_was_cut_off_or_another_chip_none) {
-  const std::string largo =
-      "S32500000100" + std::string(64, '5') + "00\r\nS315000001F8" + std::string(32, 'A') + "00\r\n";
-  abrir_soltado(f, dir.escribir("uno.s19", largo));
+  abrir_soltado(f, dir.escribir("uno.s19", "S3090000010055555555\r\nS315000001F8" + std::string(32, 'A') + "00\r\n"));
   EXPECT_EQ(tras_orden(men_borrar_t_Click), "bbbb");
   EXPECT_EQ(tras_orden(men_prog_t_Click), "eebb");
   correr(men_leer_ft_Click);
