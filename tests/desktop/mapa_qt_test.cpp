@@ -61,6 +61,8 @@ TEST_F(mapa_qt_test, while_a_command_runs_cells_and_bar_follow_and_at_rest_nothi
     QElapsedTimer espera;
     for (espera.start(); barra.text().isEmpty() && espera.elapsed() < 5000;) QApplication::processEvents();
     EXPECT_TRUE(s.mirando() && color() == QColor(Qt::white));
+    plat.tiempo_de_caja = 60s;
+    plat.MsgBox({"", "a box takes no part of it", botones::Aceptar});
     plat.pasar(100s);
     f.progreso.ritmo.hechos = 13'800;
     s.al_volver();

@@ -72,8 +72,6 @@ def scenario(bench):
     closed_after("j")
 
     do(["Abrir"], "Desea cargar el mismo proyecto?", name="n")
-    key("Abrir", "Escape")
-    do(["Abrir"])
     choose_file(bench.files[1])
     bench.end(bench.program)
     bench.begin_program()

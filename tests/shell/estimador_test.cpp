@@ -1,16 +1,15 @@
 #include "shell/estimador.h"
 
+#include <gtest/gtest.h>
+
 #include <set>
 
-#include "banco_ordenes.h"
-
-using namespace apoyo;
+using namespace morvane;
+using namespace std::chrono_literals;
 
 namespace {
 
-using estimador_test = banco_ordenes;
-
-TEST_F(estimador_test, it_counts_down_evenly_and_seldom_and_tells_a_real_change) {
+TEST(estimador_test, it_counts_down_evenly_and_seldom_and_tells_a_real_change) {
   estimador e;
   marcha m;
   m.total = 100'000;
@@ -37,14 +36,6 @@ TEST_F(estimador_test, it_counts_down_evenly_and_seldom_and_tells_a_real_change)
   }
   EXPECT_LE(dichos.size(), 138U) << "not more than two a second";
   EXPECT_EQ(reloj_de(3723) + velocidad_de(9950), "1:02:0310 kB/s");
-}
-
-TEST_F(estimador_test, a_command_lasts_as_long_as_its_work_without_the_time_in_which_boxes_were_open) {
-  plat.tiempo_de_caja = 60s;
-  correr(men_prog_t_Click, {.error_en = 9});
-  EXPECT_TRUE(plat.ahora() > 120s && f.progreso.ritmo.gastado > 20ms && f.progreso.ritmo.gastado < 1s);
-  correr(men_reset_Click);
-  EXPECT_EQ(f.progreso.ritmo.gastado, 0s) << "a reset is no work";
 }
 
 }  // namespace

@@ -4,15 +4,10 @@ using namespace apoyo;
 
 namespace {
 
-namespace fs = std::filesystem;
+using rutas = std::vector<std::string>;
 
 struct proyecto : banco_principal {
   void SetUp() override { empezar(); }
-  std::string leidas() {
-    std::string texto;
-    for (const std::string& ruta : lista_guardada()) texto += ruta + ";";
-    return texto;
-  }
 };
 
 TEST_F(proyecto, paths_are_cut_by_characters_and_their_end_is_the_extension) {
@@ -47,9 +42,9 @@ TEST_F(proyecto, a_file_comes_dropped_without_a_question_or_by_the_dialog_after_
     EXPECT_TRUE(v.buffer_salida[0x100] == c.byte && v.buffer_salida[0x105] == c.byte_5) << c.queda << c.respuesta;
   }
   EXPECT_TRUE(v.dir_max == 0 && f.estado.panel(1).Text.valor().empty());
-  EXPECT_EQ(leidas(), b + ";" + a + ";");
+  EXPECT_EQ(lista_guardada(), (rutas{b, a}));
   EXPECT_EQ(f.cmd_buscar.InitDir, dir.ruta()) << "the dialog starts where the last file was";
-  fs::remove(b);
+  std::filesystem::remove(b);
   plat.cajas.clear();
   for (const std::size_t i : {1U, 0U}) f.menu.men_dir[i].Click();
   EXPECT_EQ(textos(),
@@ -70,7 +65,7 @@ TEST_F(proyecto, ten_files_are_kept_and_the_eleventh_drops_the_oldest) {
             "&1 /f/.../f/3.s19&10 /f/.../f/1.s19");
   EXPECT_TRUE(f.menu.men_dir[9].Visible && f.menu.separa_2.Visible);
   dir.escribir("MENU.TXT", "\"/a\"\r\n\"/to\r\n\"/b, c\"\r\n\"/c");
-  EXPECT_EQ(leidas(), "/a;/b, c;") << "half a line is no entry";
+  EXPECT_EQ(lista_guardada(), (rutas{"/a", "/b, c"})) << "half a line is no entry";
 }
 
 TEST_F(proyecto, a_list_of_a_windows_editor_is_read_by_lines_and_written_back_in_utf8) {
