@@ -67,17 +67,4 @@ TEST_F(plataforma_qt_test, a_box_waits_after_the_event_loop_was_told_to_end_and_
   EXPECT_EQ(plat.ShowOpen({"cmd_buscar", ""}), "");
 }
 
-TEST_F(plataforma_qt_test, the_open_dialog_gives_the_path_in_either_case_of_the_extension) {
-  const carpeta dir;
-  const std::string fichero = dir.escribir("Señal.S19", "");
-  const CommonDialog dialogo{"cmd_buscar", "S-Record (*.s19)|*.s19|Binario (*.bin)|*.bin", dir.ruta()};
-  for (const std::string& elegido : {fichero, std::string()}) {
-    QTimer::singleShot(0, &app, [&] {
-      delante()->findChild<QLineEdit*>()->setText("Señal.S19");
-      teclear_delante(elegido.empty() ? "\x1b" : "\r");
-    });
-    EXPECT_EQ(plat.ShowOpen(dialogo), elegido);
-  }
-}
-
 }  // namespace

@@ -2,7 +2,7 @@
 from gi.repository import Gio, GLib
 
 SPI = "org.a11y.atspi."
-ACTIVE, ENABLED, FOCUSABLE, FOCUSED, SHOWING = 1, 8, 11, 12, 25
+ACTIVE, ENABLED, FOCUSABLE, SHOWING = 1, 8, 11, 25
 
 
 class Control:

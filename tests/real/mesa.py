@@ -39,7 +39,7 @@ class Bench:
 
     def __init__(self, source, name):
         self.name, self.started, self.waited = name, [], {}
-        self.dir = pathlib.Path(tempfile.mkdtemp(prefix="morvane-"))
+        self.dir = pathlib.Path(tempfile.mkdtemp(prefix="morvañe-"))
         self.home, self.trace, self.flash = (self.dir / name for name in ("programa", "linea.txt", "flash.bin"))
         self.port, self.errors = self.home / "puertos/COM1", self.dir / "errores.txt"
         self.history, self.journal = self.home / "MENU.TXT", self.home / "unidades/c/Datos/TORVAX-m68k/memoria.txt"
