@@ -36,25 +36,14 @@ const caja borrado{"Atención", texto_borrado}, exito{"Atención", "La verificac
     sin_proteger = critica(titulo_problema, "No es posible proteger la memoria flash!"),
     sin_config = critica(titulo_problema, texto_sin_config);
 
-struct ordenes : banco_ordenes {
-  /// An erased chip with a 0 at `dato`; an image whose last byte is at `tope`, which the chip holds as well.
-  void preparar(std::uint32_t dato, std::int32_t tope, std::int32_t grabada) {
-    const auto ultimo = static_cast<std::size_t>(tope);
-    llenar(0xFF);
-    limpiar_buffer_salida(v);
-    v.dir_max = tope;
-    v.dir_max_grabada = grabada;
-    if (tope > 0) v.buffer_salida[ultimo] = 0x12;
-    if (tope > 0 && tope < total_flash) lejos.chip.flash()[ultimo] = 0x12;
-    if (dato < total_flash) lejos.chip.flash()[dato] = 0;
-  }
-};
+using ordenes = banco_ordenes;
 
 // Programming stands in docs/protocol.md, which is replayed.
 TEST_F(ordenes, a_command_sends_these_frames_and_shows_these_boxes_where_a_bracket_stands) {
   const orden comprobar = men_verific_t_Click, sumar = mn_verifi_t_f_Click, comparar = men_verifi_t_Click;
   const std::string examen = habilitacion + " C000000000000", suma = habilitacion + " C000000000400";
   const std::string dos = " e00000016 e00001016", proteccion = habilitacion + " g000414FFFF4AC8 D A c [] D";
+  // An erased chip with a 0 at `dato`; an image whose last byte is at `tope`, which the chip holds as well.
   const struct {
     orden cual;
     std::uint32_t dato;
@@ -82,7 +71,14 @@ TEST_F(ordenes, a_command_sends_these_frames_and_shows_these_boxes_where_a_brack
   lejos.chip.modo.sondeos_de_borrado = 2;
   plat.usuario = [this](const caja&) { return lejos.comandos.emplace_back("[]"), vbOK; };
   for (const auto& c : casos) {
-    preparar(c.dato, c.tope, c.grabada);
+    const auto ultimo = static_cast<std::size_t>(c.tope);
+    llenar(0xFF);
+    limpiar_buffer_salida(v);
+    v.dir_max = c.tope;
+    v.dir_max_grabada = c.grabada;
+    if (c.tope > 0) v.buffer_salida[ultimo] = 0x12;
+    if (c.tope > 0 && c.tope < total_flash) lejos.chip.flash()[ultimo] = 0x12;
+    if (c.dato < total_flash) lejos.chip.flash()[c.dato] = 0;
     EXPECT_EQ(correr(c.cual), c.flujo);
     EXPECT_EQ(plat.cajas, c.cajas) << c.flujo;
   }
