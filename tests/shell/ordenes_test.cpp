@@ -79,6 +79,7 @@ TEST_F(ordenes, a_command_sends_these_frames_and_shows_these_boxes_where_a_brack
     if (c.tope > 0) v.buffer_salida[ultimo] = 0x12;
     if (c.tope > 0 && c.tope < total_flash) lejos.chip.flash()[ultimo] = 0x12;
     if (c.dato < total_flash) lejos.chip.flash()[c.dato] = 0;
+    f.progreso.cancelar = true;
     EXPECT_EQ(correr(c.cual), c.flujo);
     EXPECT_EQ(plat.cajas, c.cajas) << c.flujo;
   }
@@ -163,6 +164,7 @@ TEST_F(ordenes, ranges_are_corrected_as_the_boxes_then_show) {
     f.rango.txt_hasta.Text = "  ";
     EXPECT_EQ(correr(btn_leer_Click), "") << "an empty box starts nothing";
     f.rango.txt_hasta.Text = c.hasta;
+    f.progreso.cancelar = true;
     EXPECT_EQ(correr(btn_leer_Click), c.flujo);
     EXPECT_EQ(f.rango.txt_desde.Text.valor() + "-" + f.rango.txt_hasta.Text.valor(), c.queda);
     EXPECT_TRUE(v.dir_fin_lectura == c.fin && !f.rango.fra_rango.Visible && textos() == texto_leido) << c.queda;

@@ -36,7 +36,8 @@ TEST_F(banco_principal, board_and_program_say_what_the_document_says) {
   empezar();
   abrir_archivo("ocho.s19", ocho_bytes);
   const std::size_t antes = linea.escrito().size();
-  f.barra.ButtonClick(3);
+  // A stop that was asked for while nothing ran does not count.
+  for (const int boton : {6, 3}) f.barra.ButtonClick(boton);
   EXPECT_EQ(linea.escrito().substr(antes), carrera);
 }
 
