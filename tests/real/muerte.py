@@ -59,4 +59,6 @@ def scenario(bench):
     bench.box(QUESTION).answer("Cancelar")
     gives_up(bench)
     bench.board.send_signal(signal.SIGCONT)
+    # What it still has to say may break off a run that begins meanwhile.
+    bench.rests(2)
     right_run(bench)
