@@ -29,11 +29,10 @@ def scenario(bench):
             assert (found := bench.box(text).title) == title, f"{text!r} stands under {found!r}"
             key(title, name)
 
-    def choose_file(path):
+    def choose_file(path, name="Return"):
         dialog = bench.wait("the dialog", lambda: bench.windows("dialog"))[0]
         next(dialog.below("text")).write(str(path))
-        key("Abrir", "Return")
-        do((), LOADED, "Morvane")
+        key("Abrir", name)
 
     def closed_after(*last):
         bench.wait(f"{last} and D", lambda: tuple(bench.commands()[-1 - len(last):]) == (*last, "D"))
@@ -44,6 +43,7 @@ def scenario(bench):
     bench.begin("--baudios 115200")
     do(["Abrir"])
     choose_file(bench.files[0])
+    do((), LOADED, "Morvane")
     do(["Programar dispositivo"], WRITTEN, "Morvane")
     closed_after()
     assert bench.commands("g") == bench.journal_lines() == groups_of(bench.images[0]), "not what was loaded"
@@ -71,9 +71,10 @@ def scenario(bench):
     closed_after("j")
 
     do(["Abrir"], "Desea cargar el mismo proyecto?", name="n")
-    key("Abrir", "Escape")
+    choose_file(bench.files[0], "Escape")
     do(["Abrir"])
     choose_file(bench.files[1])
+    do((), LOADED, "Morvane")
     bench.end(bench.program)
     bench.begin_program()
     do(["Archivo", "1 "], LOADED, "Morvane")
