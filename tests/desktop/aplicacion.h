@@ -23,8 +23,12 @@ inline void pulsar(QWidget* donde, int tecla, const QString& texto = {}, Qt::Key
     QApplication::sendEvent(donde, &suceso);
   }
 }
+/// Return is \r and Escape \x1b.
 inline void teclear(QWidget* donde, const QString& texto) {
-  for (const QChar letra : texto) pulsar(donde, letra == '\r' ? int{Qt::Key_Return} : letra.unicode(), letra);
+  for (const QChar letra : texto) {
+    const int especial = letra == '\r' ? Qt::Key_Return : Qt::Key_Escape;
+    pulsar(donde, letra < ' ' ? especial : letra.toUpper().unicode(), letra);
+  }
 }
 
 /// The main window with its map, on the twin.

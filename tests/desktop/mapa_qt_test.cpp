@@ -40,9 +40,13 @@ TEST_F(mapa_qt_test, a_cell_tells_its_state_opens_and_is_reached_by_keys) {
   pulsar(&s.mapa(), Qt::Key_Return);
   EXPECT_EQ(abiertas, (std::vector<std::int32_t>{0x10200, 0x8000, 0x7E00, 0, 0x3FE00}));
   EXPECT_TRUE(QToolTip::text().startsWith("03FE00–03FFFF")) << "the cursor tells what it stands on";
+  auto* leido = QAccessible::queryAccessibleInterface(&s.mapa());
+  leido->valueInterface()->setCurrentValue(3);
+  EXPECT_TRUE(leido->text(QAccessible::Value).startsWith("000600–0007FF"));
+  EXPECT_TRUE(leido->text(QAccessible::Help).startsWith("512 celdas"));
   f.rango.fra_rango.Visible = true;
   v.sincronizar();
-  EXPECT_FALSE(s.mapa().isVisible()) << "it gives way to the range";
+  EXPECT_TRUE(!s.mapa().isVisible() && v.focusWidget()->objectName() == "txt_desde") << "it gives way to the range";
 }
 
 TEST_F(mapa_qt_test, while_a_command_runs_cells_and_bar_follow_and_at_rest_nothing_is_looked_at) {
@@ -57,6 +61,8 @@ TEST_F(mapa_qt_test, while_a_command_runs_cells_and_bar_follow_and_at_rest_nothi
     QElapsedTimer espera;
     for (espera.start(); barra.text().isEmpty() && espera.elapsed() < 5000;) QApplication::processEvents();
     EXPECT_TRUE(s.mirando() && color() == QColor(Qt::white));
+    plat.tiempo_de_caja = 60s;
+    plat.MsgBox({"", "a box takes no part of it", botones::Aceptar});
     plat.pasar(100s);
     f.progreso.ritmo.hechos = 13'800;
     s.al_volver();

@@ -2,7 +2,7 @@
 from gi.repository import Gio, GLib
 
 SPI = "org.a11y.atspi."
-ACTIVE, ENABLED, FOCUSED, SHOWING = 1, 8, 12, 25
+ACTIVE, ENABLED, FOCUSABLE, SHOWING = 1, 8, 11, 25
 
 
 class Control:
@@ -33,9 +33,9 @@ class Control:
         return [Control(self.bus, *child) for child in self.call(SPI + "Accessible", "GetChildren", default=[])]
 
     def below(self, *roles):
-        """All in it, however deep, that play one of the roles."""
+        """All in it, however deep; of that what plays one of the roles if any is said."""
         for child in self.children():
-            if child.role() in roles:
+            if not roles or child.role() in roles:
                 yield child
             yield from child.below(*roles)
 

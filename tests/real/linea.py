@@ -1,15 +1,13 @@
-"""Ports that cannot be opened, or no longer: each has its box, and its cause on standard error. And a board that stops
-in mid-run with its line open."""
+"""Ports that cannot be opened, or no longer: each has its box, and its cause on standard error."""
 import fcntl
 import os
 import pathlib
 import shutil
-import signal
 import subprocess
 import sys
 import termios
 
-from textos import BROKEN, ERASED, LOADED, QUESTION, WRITTEN
+from textos import ERASED
 
 NO_PORT = "Es probable que el puerto no exista, verifique en su Sistema Operativo los puertos existentes"
 BUSY = "El puerto ya ha sido utilizado por otra aplicación"
@@ -25,29 +23,29 @@ def refuses(bench, target, text, cause):
     assert said == f"morvane: COM1: {cause}\n", f"standard error has {said!r}"
 
 
-def ports(bench):
+def scenario(bench):
+    if os.getuid() == 0:
+        print("as an ordinary user, since nothing keeps out root")
+        bench.dir.chmod(0o755)
+        driver = shutil.copytree(pathlib.Path(__file__).parent, bench.dir / "real")
+        return subprocess.run([sys.executable, driver, bench.home, "linea"], user=65534, group=65534, extra_groups=[],
+                              check=True)
     bench.begin()
-    file, pipe, link = (bench.dir / name for name in ("archivo", "tubo", "otro"))
-    file.write_text("x")
+    pipe = bench.dir / "tubo"
     os.mkfifo(pipe)
-    link.symlink_to(bench.line)
-    refuses(bench, file, NO_PORT, f"{file} no es un dispositivo serie")
     refuses(bench, pipe, NO_PORT, f"{pipe} no es un dispositivo serie")
-    refuses(bench, bench.dir, NO_PORT, f"{bench.dir} no es un dispositivo serie")
-    refuses(bench, "nada", NO_PORT, f"el enlace {bench.port} lleva a nada, que no existe")
     refuses(bench, "/dev/null", BUSY, "/dev/null: no es un dispositivo serie")
 
-    other = os.open(link, os.O_RDWR | os.O_NOCTTY)
-    fcntl.flock(other, fcntl.LOCK_EX)
+    other = os.open(bench.line, os.O_RDWR | os.O_NOCTTY)
     name = pathlib.Path("/proc/self/comm").read_text().strip()
-    refuses(bench, bench.line, BUSY, f"{bench.line}: ocupado por {name} (pid {os.getpid()})")
+    busy = f"{bench.line}: ocupado por {name} (pid {os.getpid()})"
+    fcntl.flock(other, fcntl.LOCK_EX)
+    refuses(bench, bench.line, BUSY, busy)
     fcntl.flock(other, fcntl.LOCK_UN)
-    if os.getuid() != 0:
-        # Nothing but this keeps out one who cares for no locks, and it does not keep out root.
-        fcntl.ioctl(other, termios.TIOCEXCL)
-        refuses(bench, bench.line, BUSY, f"{bench.line}: ocupado por {name} (pid {os.getpid()}), "
-                                         f"puente (pid {bench.board.pid})")
-        fcntl.ioctl(other, termios.TIOCNXCL)
+    # Nothing but this keeps out one who cares for no locks.
+    fcntl.ioctl(other, termios.TIOCEXCL)
+    refuses(bench, bench.line, BUSY, f"{busy}, puente (pid {bench.board.pid})")
+    fcntl.ioctl(other, termios.TIOCNXCL)
     os.close(other)
     bench.do("Borrar Flash", ERASED)
 
@@ -55,33 +53,3 @@ def ports(bench):
     bench.rests()
     refuses(bench, bench.line, NO_PORT, f"el enlace {bench.port} lleva a {bench.line}, que no existe")
     bench.rests()
-
-
-def peer_that_does_not_read(bench):
-    bench.put_firmware(0x13B2)
-    bench.begin("")
-    bench.do("1 ", LOADED)
-    bench.press("Programar dispositivo")
-    bench.wait("the run", lambda: len(bench.commands()) > 30)
-    bench.board.send_signal(signal.SIGSTOP)
-    bench.box(QUESTION).answer("Cancelar")
-    bench.box(BROKEN, 4).answer()
-    bench.wait("the end", bench.idle)
-    bench.rests()
-    bench.board.send_signal(signal.SIGCONT)
-    bench.do("Programar dispositivo", WRITTEN)
-    bench.end(bench.board)
-    assert bench.flash.read_bytes() == bench.images[0], "the chip holds something else"
-
-
-def scenario(bench, only=None):
-    ports(bench)
-    if only == "ports":
-        return
-    if os.getuid() == 0:
-        print("the same as an ordinary user")
-        bench.dir.chmod(0o755)
-        driver = shutil.copytree(pathlib.Path(__file__).parent, bench.dir / "real")
-        subprocess.run([sys.executable, driver, bench.home, "linea", "ports"], user=65534, group=65534, extra_groups=[],
-                       check=True)
-    peer_that_does_not_read(bench)

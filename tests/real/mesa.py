@@ -39,14 +39,13 @@ class Bench:
 
     def __init__(self, source, name):
         self.name, self.started, self.waited = name, [], {}
-        self.dir = pathlib.Path(tempfile.mkdtemp(prefix="morvane-"))
+        self.dir = pathlib.Path(tempfile.mkdtemp(prefix="morvañe-"))
         self.home, self.trace, self.flash = (self.dir / name for name in ("programa", "linea.txt", "flash.bin"))
         self.port, self.errors = self.home / "puertos/COM1", self.dir / "errores.txt"
-        self.settings, self.history = self.home / "SETTINGS.TXT", self.home / "MENU.TXT"
-        self.journal = self.home / "unidades/c/Datos/TORVAX-m68k/memoria.txt"
+        self.history, self.journal = self.home / "MENU.TXT", self.home / "unidades/c/Datos/TORVAX-m68k/memoria.txt"
         self.board = self.program = None
         shutil.copytree(source, self.home, ignore=shutil.ignore_patterns("COM*", "simulada.txt", "MENU.TXT", "memoria.txt"))
-        self.settings.write_bytes(b'"115200","n","8","1"\r\n"COM1"\r\n')
+        (self.home / "SETTINGS.TXT").write_bytes(b'"115200","n","8","1"\r\n"COM1"\r\n')
 
     def put_firmware(self, *lengths):
         """Puts files of so many bytes into the history, and keeps what the chip must hold after each."""

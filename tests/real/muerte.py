@@ -1,49 +1,38 @@
-"""Kills the program, or its board, at chosen frames: what comes after is a normal run that brings the chip to the right
-contents, with settings, history and journal whole."""
+"""Kills the program, or kills or stops its board, in mid-run: what comes after is a normal run that brings the chip to
+the right contents, with a whole journal."""
+import signal
+
 from mesa import groups_of
 from textos import BROKEN, LOADED, QUESTION, RIGHT, WRITTEN
 
-LENGTH = 0x460
-# The frames of the run: "A", the erase from 2 to 12, "c", the write enable from 14 to 17, two a group, and "D".
-FIRST_GROUP = 18
-CLOSING = FIRST_GROUP + LENGTH // 2
-PROGRAM_KILLED_AT = 1, 10, FIRST_GROUP + 1, 100, CLOSING
-# Of a board that is killed: the frame, whether it has kept silent about it, the box that is open meanwhile and its
-# answer, and what is said then. The closing "D" alone may get lost unsaid.
-BOARD_KILLED_AT = (
-    (FIRST_GROUP + 1, True, None, None, BROKEN), (40, False, None, None, BROKEN),
-    (CLOSING - 1, False, WRITTEN, None, None), (8, True, QUESTION, "Sí", BROKEN),
-    (301, True, QUESTION, "Cancelar", BROKEN))
-
 
 def run_up_to(bench, frame, silent):
-    """Starts a run; the frame is counted from its "A"."""
+    """Starts a run; the frame is counted from its "A", and a silent board does not answer it."""
     print(f"  frame {frame}")
     bench.begin(f"--sin-ritmo --calla-en {frame + 2}" if silent else "")
     bench.do("1 ", LOADED)
     bench.press("Programar dispositivo")
-    if frame == CLOSING:
-        bench.box(WRITTEN).answer()
     bench.wait("the frame", lambda: len(bench.commands()) >= frame + 2)
 
 
+def gives_up(bench):
+    bench.box(BROKEN, 4).answer()
+    bench.wait("the end", bench.idle)
+    bench.rests()
+
+
 def right_run(bench):
-    before = len(bench.commands())
     bench.do("Programar dispositivo", WRITTEN)
-    run, groups = bench.commands()[before:], groups_of(bench.images[0])
-    assert (run[0], run[FIRST_GROUP:-1:2], run[-1], len(run)) == ("A", groups, "D", CLOSING), "no normal run"
     bench.do("Chequear lo Programado", RIGHT)
-    assert bench.journal_lines() == groups, "another journal"
-    bench.end(bench.program)
+    assert bench.journal_lines() == groups_of(bench.images[0]), "another journal"
     bench.end(bench.board)
     assert bench.flash.read_bytes() == bench.images[0], "the chip holds something else"
 
 
 def scenario(bench):
-    bench.put_firmware(LENGTH)
-    files = bench.settings.read_bytes(), bench.history.read_bytes()
-    print("the program is killed")
-    for frame in PROGRAM_KILLED_AT:
+    bench.put_firmware(0x460)
+    # The program in the erase, and behind some of the groups.
+    for frame in 10, 101:
         run_up_to(bench, frame, silent=True)
         sent = bench.commands("g")
         bench.end(bench.program, "kill")
@@ -52,17 +41,24 @@ def scenario(bench):
         bench.do("1 ", LOADED)
         right_run(bench)
 
-    print("the board is killed")
-    for frame, silent, text, button, said in BOARD_KILLED_AT:
-        run_up_to(bench, frame, silent)
-        box = text and bench.box(text)
+    # The board at work, and with a question open.
+    for frame, answer in (40, None), (301, "Sí"):
+        run_up_to(bench, frame, silent=answer)
+        box = answer and bench.box(QUESTION)
         bench.end(bench.board, "kill")
         bench.rests()
         if box:
-            box.answer(button)
-        if said:
-            bench.box(said, 4).answer()
-        bench.wait("the end", bench.idle)
+            box.answer(answer)
+        gives_up(bench)
         bench.begin_board()
         right_run(bench)
-    assert (bench.settings.read_bytes(), bench.history.read_bytes()) == files, "other settings or history"
+
+    # A board that reads nothing more.
+    run_up_to(bench, 40, silent=False)
+    bench.board.send_signal(signal.SIGSTOP)
+    bench.box(QUESTION).answer("Cancelar")
+    gives_up(bench)
+    bench.board.send_signal(signal.SIGCONT)
+    # What it still has to say may break off a run that begins meanwhile.
+    bench.rests(2)
+    right_run(bench)

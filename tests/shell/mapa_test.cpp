@@ -1,5 +1,3 @@
-// What the map says after each command.
-
 #include "banco_ordenes.h"
 #include "shell/texto_mapa.h"
 
@@ -8,10 +6,6 @@ using namespace apoyo;
 namespace {
 
 struct mapa_test : banco_ordenes {
-  void cargar(const std::string& nombre, const std::string& contenido) {
-    plat.responder(vbNo);
-    abrir_archivo(nombre, contenido);
-  }
   /// Runs a command; then a letter for each of the first three cells and for the first one of the third block.
   std::string tras_orden(orden cual, const puente::faltas& mal = {}) {
     correr(cual, mal);
@@ -22,7 +16,7 @@ struct mapa_test : banco_ordenes {
 };
 
 TEST_F(mapa_test, each_command_leaves_its_mark_and_what_was_cut_off_or_another_chip_none) {
-  cargar("uno.s19", "S32500000100" + std::string(64, '5') + "00\r\nS315000001F8" + std::string(32, 'A') + "00\r\n");
+  abrir_soltado(f, dir.escribir("uno.s19", "S3090000010055555555\r\nS315000001F8" + std::string(32, 'A') + "00\r\n"));
   EXPECT_EQ(tras_orden(men_borrar_t_Click), "bbbb");
   EXPECT_EQ(tras_orden(men_prog_t_Click), "eebb");
   correr(men_leer_ft_Click);
@@ -30,7 +24,7 @@ TEST_F(mapa_test, each_command_leaves_its_mark_and_what_was_cut_off_or_another_c
             "512 celdas de 512 bytes; Borrada: 510; Escrita: 2; con datos en la imagen: 3; leídas: 2");
   EXPECT_EQ(tras_orden(mn_verifi_t_f_Click), "dddb") << "the zeroed cells are in the image and not in the chip";
   EXPECT_EQ(tras_orden(men_verific_t_Click), "dddb") << "data in a block with written cells is no news";
-  cargar("dos.s19", ocho_bytes);
+  abrir_soltado(f, dir.escribir("dos.s19", ocho_bytes));
   EXPECT_EQ(tras_orden(men_verific_t_Click), "EEbb");
   EXPECT_EQ(tras_orden(men_prog_t_Click), "ebbb");
   EXPECT_EQ(tras_orden(men_proteger_f_Click), "eb.b");

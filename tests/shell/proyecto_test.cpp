@@ -1,20 +1,13 @@
-// Opening of files, and the list of those that were opened.
-
 #include "apoyo/banco_principal.h"
 
 using namespace apoyo;
 
 namespace {
 
-namespace fs = std::filesystem;
+using rutas = std::vector<std::string>;
 
 struct proyecto : banco_principal {
   void SetUp() override { empezar(); }
-  std::string leidas() {
-    std::string texto;
-    for (const std::string& ruta : lista_guardada()) texto += ruta + ";";
-    return texto;
-  }
 };
 
 TEST_F(proyecto, paths_are_cut_by_characters_and_their_end_is_the_extension) {
@@ -49,9 +42,9 @@ TEST_F(proyecto, a_file_comes_dropped_without_a_question_or_by_the_dialog_after_
     EXPECT_TRUE(v.buffer_salida[0x100] == c.byte && v.buffer_salida[0x105] == c.byte_5) << c.queda << c.respuesta;
   }
   EXPECT_TRUE(v.dir_max == 0 && f.estado.panel(1).Text.valor().empty());
-  EXPECT_EQ(leidas(), b + ";" + a + ";");
+  EXPECT_EQ(lista_guardada(), (rutas{b, a}));
   EXPECT_EQ(f.cmd_buscar.InitDir, dir.ruta()) << "the dialog starts where the last file was";
-  fs::remove(b);
+  std::filesystem::remove(b);
   plat.cajas.clear();
   for (const std::size_t i : {1U, 0U}) f.menu.men_dir[i].Click();
   EXPECT_EQ(textos(),
@@ -60,19 +53,32 @@ TEST_F(proyecto, a_file_comes_dropped_without_a_question_or_by_the_dialog_after_
 }
 
 TEST_F(proyecto, ten_files_are_kept_and_the_eleventh_drops_the_oldest) {
-  std::string rotulos, contenido;
+  std::string contenido;
   for (int i = 1; i <= 11; ++i) {
     // The first file, entered again behind the eleventh, drops the second; some paths cannot be kept.
     for (const std::string& ruta : {"/f/" + std::to_string(i) + ".s19", std::string("/f/1.s19"), std::string("/b\"c")})
       actualizar_historial(f, ruta);
   }
-  for (const Menu& m : f.menu.men_dir) rotulos += m.Visible ? m.Caption.valor() + " " : "";
   for (int i = 3; i <= 12; ++i) contenido += "\"/f/" + std::to_string(i == 12 ? 1 : i) + ".s19\"\r\n";
   EXPECT_EQ(dir.leer("MENU.TXT"), contenido);
-  EXPECT_TRUE(rotulos.starts_with("&1 /f/.../f/3.s19 ") && rotulos.ends_with("&10 /f/.../f/1.s19 "));
-  EXPECT_TRUE(leidas().starts_with("/f/3.s19;/f/4.s19;") && f.menu.separa_2.Visible);
+  EXPECT_EQ(f.menu.men_dir[0].Caption.valor() + f.menu.men_dir[9].Caption.valor(),
+            "&1 /f/.../f/3.s19&10 /f/.../f/1.s19");
+  EXPECT_TRUE(f.menu.men_dir[9].Visible && f.menu.separa_2.Visible);
   dir.escribir("MENU.TXT", "\"/a\"\r\n\"/to\r\n\"/b, c\"\r\n\"/c");
-  EXPECT_EQ(leidas(), "/a;/b, c;") << "half a line is no entry";
+  EXPECT_EQ(lista_guardada(), (rutas{"/a", "/b, c"})) << "half a line is no entry";
+}
+
+TEST_F(proyecto, a_list_of_a_windows_editor_is_read_by_lines_and_written_back_in_utf8) {
+  dir.escribir("MENU.TXT", "\"C:\\Ni\xF1o.s19\"\r\n\"C:\\Señal.s19\"\r\n");
+  empezar();
+  EXPECT_TRUE(f.historial[1] == "C:\\Niño.s19" && f.historial[2] == "C:\\Señal.s19");
+  actualizar_historial(f, "C:\\\xF1");
+  EXPECT_EQ(f.historial[3], "") << "a name that could not be read again as it is";
+  for (int i = 0; i < 9; ++i) actualizar_historial(f, "C:\\" + std::to_string(i));
+  EXPECT_TRUE(dir.leer("MENU.TXT").starts_with("\"C:\\Señal.s19\"\r\n"));
+  actualizar_historial(f, "C:\\Niño.s19");
+  EXPECT_TRUE(dir.leer("MENU.TXT").ends_with("\"C:\\Niño.s19\"\r\n"));
+  EXPECT_EQ(lista_guardada().back(), "C:\\Niño.s19");
 }
 
 }  // namespace

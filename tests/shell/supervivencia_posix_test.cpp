@@ -1,8 +1,7 @@
-// Settings and history under a full disk, under a kill at any moment, and under two programs in one directory.
+// Settings and history under a kill at any moment, a full disk, and another program in the same directory.
 
 #include "apoyo/banco_principal.h"
 #include "apoyo/hijos.h"
-#include "platform/sin_privilegios.h"
 
 using namespace apoyo;
 
@@ -10,110 +9,64 @@ namespace {
 
 namespace fs = std::filesystem;
 using rutas = std::vector<std::string>;
+using supervivencia = banco_principal;
 
-const std::string ajustes_nuevos = "\"115200\",\"n\",\"8\",\"1\"\r\n\"COM1\"\r\n";
-
-std::string una(int numero) {
-  return "/f/" + std::to_string(numero);
-}
 rutas numeradas(int desde, int hasta) {
   rutas lista;
-  for (int i = desde; i <= hasta; ++i) lista.push_back(una(i));
+  for (int i = desde; i <= hasta; ++i) lista.push_back("/f/" + std::to_string(i));
   return lista;
 }
 
-struct supervivencia : banco_principal {
-  /// Runs a job that goes wrong at the `n`-th point. `terminado` once it no longer does.
-  using manera = std::function<fin_hijo(int n, const std::function<void()>& hacer)>;
-
-  /// Files and window as after a start with `cuantas` files in the list.
-  void preparar(int cuantas) {
-    // What killed programs leave makes work for the next ones.
-    fs::remove_all(dir.ruta());
-    fs::create_directory(dir.ruta());
-    std::string lista;
-    for (const std::string& ruta : numeradas(1, cuantas)) lista += "\"" + ruta + "\"\r\n";
-    dir.escribir("SETTINGS.TXT", ajustes_buenos);
-    dir.escribir("MENU.TXT", lista);
-    f.link.valores.ruta_aplicacion = ficheros.ruta_aplicacion();
-    leer_ajustes(f.link);
-    leer_historial(f);
-    f.link.valores.velocidad = "115200";
-    plat.cajas.clear();
-  }
-  /// Each file is the old one or the new one, and the next program loses nothing of the list. Gives how many are old.
-  std::size_t viejos(int cuantas) {
-    const std::string ajustes = dir.leer("SETTINGS.TXT");
-    EXPECT_TRUE(ajustes == ajustes_buenos || ajustes == ajustes_nuevos) << ajustes;
-    const rutas lista = lista_guardada(), antes = numeradas(1, cuantas);
-    EXPECT_TRUE(lista == antes || lista == numeradas(cuantas == 10 ? 2 : 1, cuantas + 1))
-        << testing::PrintToString(lista);
-    return (ajustes == ajustes_buenos ? 1U : 0U) + (lista == antes ? 1U : 0U);
-  }
-};
-
-TEST_F(supervivencia, killed_or_refused_anywhere_each_file_is_the_old_one_or_the_new_one_and_a_living_program_says_so) {
-  const auto disco_lleno_en = [](int bytes, const auto& hacer) {
-    const disco_lleno tope(static_cast<rlim_t>(bytes));
-    return hacer(), bytes < 120 ? fin_hijo::muerto : fin_hijo::terminado;
-  };
-  const auto en_carpeta_cerrada = [this](int n, const auto& hacer) {
-    fs::permissions(dir.ruta(), fs::perms(n == 0 ? 0555 : 0777));
-    for (const char* uno : {"SETTINGS.TXT", "MENU.TXT"})
-      fs::permissions(dir.ruta() / uno, fs::perms(n == 0 ? 0444 : 0666));
-    const sin_privilegios guarda;
-    return hacer(), n == 0 ? fin_hijo::muerto : fin_hijo::terminado;
-  };
-  for (const int guardadas : {3, 10}) {
-    for (const manera& como : {manera(matar_en), manera(disco_lleno_en), manera(en_carpeta_cerrada)}) {
-      std::size_t fallidas = 0;
-      fin_hijo fin = fin_hijo::muerto;
-      for (int n = 0; fin == fin_hijo::muerto; ++n) {
-        SCOPED_TRACE(n);
-        preparar(guardadas);
-        fin = como(n, [&] { guardar_ajustes(f.link), actualizar_historial(f, una(guardadas + 1)); });
-        if (fin == fin_hijo::prohibido) GTEST_SKIP() << "no process may be traced here";
-        const std::size_t sin_guardar = viejos(guardadas);
-        // What a killed child has said is not heard.
-        EXPECT_TRUE(plat.cajas.empty() || plat.cajas.size() == sin_guardar) << textos();
-        EXPECT_TRUE(fin == fin_hijo::muerto || sin_guardar == 0);
-        fallidas += sin_guardar;
-      }
-      EXPECT_GT(fallidas, 1U) << "the trouble has missed the work";
+TEST_F(supervivencia, killed_anywhere_each_file_is_the_old_one_or_the_new_one_and_a_full_disk_is_told) {
+  for (const int cuantas : {3, 10}) {
+    const rutas antes = numeradas(1, cuantas), despues = numeradas(cuantas == 10 ? 2 : 1, cuantas + 1);
+    const auto preparar = [&] {
+      // What killed programs leave makes work for the next ones.
+      fs::remove_all(dir.ruta());
+      std::string lista;
+      for (const std::string& ruta : antes) lista += "\"" + ruta + "\"\r\n";
+      dir.escribir("SETTINGS.TXT", ajustes_buenos);
+      dir.escribir("MENU.TXT", lista);
+      empezar();
+      f.link.valores.velocidad = "115200";
+    };
+    const auto guardar = [&] { guardar_ajustes(f.link), actualizar_historial(f, despues.back()); };
+    const auto viejos = [&] {
+      const std::string ajustes = dir.leer("SETTINGS.TXT");
+      const rutas lista = lista_guardada();
+      EXPECT_TRUE(ajustes == ajustes_buenos || ajustes == "\"115200\",\"n\",\"8\",\"1\"\r\n\"COM1\"\r\n") << ajustes;
+      EXPECT_TRUE(lista == antes || lista == despues) << testing::PrintToString(lista);
+      return (ajustes == ajustes_buenos ? 1 : 0) + (lista == antes ? 1 : 0);
+    };
+    int fallidas = 0;
+    fin_hijo fin = fin_hijo::muerto;
+    for (int n = 0; fin == fin_hijo::muerto; ++n) {
+      SCOPED_TRACE(n);
+      preparar();
+      fin = matar_en(n, guardar);
+      if (fin == fin_hijo::prohibido) GTEST_SKIP() << "no process may be traced here";
+      fallidas += viejos();
     }
+    EXPECT_TRUE(viejos() == 0 && fallidas > 1) << fallidas;
+    preparar();
+    {
+      const disco_lleno tope(20);
+      guardar();
+    }
+    EXPECT_TRUE(viejos() == 2 && plat.cajas.size() == 2) << textos();
   }
 }
 
-TEST_F(supervivencia, two_programs_in_one_directory_lose_nothing_of_each_other) {
-  constexpr int cuantas = 20;
-  preparar(0);
-  std::vector<pid_t> hijos;
-  for (const std::string quien : {"/a/", "/b/"}) {
-    hijos.push_back(en_un_hijo([&] {
-      for (int i = 1; i <= cuantas; ++i) {
-        actualizar_historial(f, quien + std::to_string(i));
-        guardar_ajustes(f.link);
-      }
-      ::_exit(plat.cajas.empty() ? 0 : 1);
-    }));
-  }
-  for (const pid_t hijo : hijos) {
-    int estado = 1;
-    EXPECT_TRUE(::waitpid(hijo, &estado, 0) == hijo && estado == 0);
-  }
-  // Of each program the last ones are there, in their order.
-  const rutas lista = lista_guardada();
-  EXPECT_EQ(lista.size(), 10U);
-  std::map<std::string, int> ultima{{"/a/", cuantas}, {"/b/", cuantas}};
-  for (auto ruta = lista.rbegin(); ruta != lista.rend(); ++ruta) {
-    EXPECT_EQ(ruta->substr(3), std::to_string(ultima[ruta->substr(0, 3)]--)) << testing::PrintToString(lista);
-  }
-  for (const std::string& ruta : {una(1), una(2)}) {
-    const std::string ajena = "\"" + ruta + "\"\r\n";
-    dir.escribir("MENU.TXT", ajena);
+TEST_F(supervivencia, the_list_of_another_program_is_read_again_and_its_turn_respected) {
+  empezar();
+  for (const std::string ruta : {"/f/1", "/f/2"}) {
+    dir.escribir("MENU.TXT", "\"" + ruta + "\"\r\n");
     actualizar_historial(f, ruta);
-    EXPECT_TRUE(f.historial[1] == ruta && f.historial[2].empty() && dir.leer("MENU.TXT") == ajena) << ruta;
+    EXPECT_TRUE(f.historial[1] == ruta && f.historial[2].empty() && lista_guardada() == rutas{ruta}) << ruta;
   }
+  const auto inicio = std::chrono::steady_clock::now();
+  ficheros.por_turno(ficheros.ruta_aplicacion() + "MENU.TXT", [&] { actualizar_historial(f, "/f/3"); });
+  EXPECT_TRUE(std::chrono::steady_clock::now() - inicio > 500ms && lista_guardada().size() == 2);
 }
 
 }  // namespace

@@ -40,7 +40,6 @@ class programa {
 
   frm_principal& principal() { return *principal_; }
   ventana_qt& ventana() { return *ventana_; }
-  plataforma_qt& plat() { return plat_; }
 
  private:
   bool ocupado() const { return empezando_ || ventana_->ocupada() || otras_.ocupadas(); }
