@@ -23,8 +23,7 @@ struct flujos : banco_enlace<placa_lejos> {
   }
   /// Opens port and chip anew, with a board that is well and a flash full of `relleno`.
   void empezar(std::uint8_t relleno = 0, bool protegida = false) {
-    lejos.placa.fallos = {};
-    lejos.placa.vaciar();
+    lejos.placa.reparar();
     std::ranges::fill(lejos.chip.flash(), relleno);
     if (protegida) std::ranges::copy(puente::chip::palabra, lejos.chip.flash().begin() + puente::chip::dir_proteccion);
     reabrir();
@@ -83,7 +82,7 @@ TEST_F(flujos, the_erase_counts_its_polls_and_an_error_wins_over_done) {
 }
 
 TEST_F(flujos, an_erase_that_a_reset_cut_off_is_no_success) {
-  lejos.placa.fallos.reset_en = lejos.placa.tramas() + 9;
+  lejos.placa.averiar({.reset_en = 9});
   EXPECT_FALSE(borrar_flash(e, a));
   EXPECT_TRUE(e.corte.interrumpida && e.corte.cierre_permitido && plat.cajas.size() == 1);
 }

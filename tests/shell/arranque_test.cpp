@@ -20,7 +20,7 @@ TEST_F(arranque, the_window_comes_up_whatever_is_missing) {
     std::filesystem::remove(dir.ruta() / "SETTINGS.TXT");
     if (c.ajustes != "-") dir.escribir("SETTINGS.TXT", c.ajustes);
     linea.hay_puerto = c.hay_puerto;
-    lejos.placa.fallos.muda_desde = c.muda ? 1 : 0;
+    lejos.placa.averiar({.muda_desde = c.muda ? 1U : 0U});
     lejos.comandos.clear();
     plat.cajas.clear();
     Form_Load(f);

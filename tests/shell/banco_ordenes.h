@@ -17,14 +17,10 @@ struct banco_ordenes : banco_principal {
   void llenar(std::uint8_t byte) { std::ranges::fill(lejos.chip.flash(), byte); }
   /// Runs a command on a board that has come to rest, with faults whose frames count from the command's first one.
   /// Its question is answered with Cancel. Gives the commands that the board took.
-  std::string correr(orden cual, puente::faltas mal = {}) {
+  std::string correr(orden cual, const puente::faltas& mal = {}) {
     plat.pasar(1s);
-    lejos.placa.fallos = {};
-    lejos.placa.vaciar();
-    for (auto* n : {&mal.muda_desde, &mal.cortada_en, &mal.error_en, &mal.cuelga_en}) {
-      if (*n != 0) *n += lejos.placa.tramas();
-    }
-    lejos.placa.fallos = mal;
+    lejos.placa.reparar();
+    lejos.placa.averiar(mal);
     lejos.comandos.clear();
     plat.cajas.clear();
     if (!plat.usuario) plat.responder(vbCancel);

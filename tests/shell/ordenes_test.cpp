@@ -108,11 +108,38 @@ TEST_F(ordenes, what_a_comparison_had_asked_for_when_it_stopped_does_not_answer_
   llenar(0);
   v.dir_max_grabada = v.dir_max;
   plat.cajas.clear();
-  lejos.placa.fallos = {.retrasa_todas = true, .retraso_ms = 900};
+  lejos.placa.averiar({.retrasa_todas = true, .retraso_ms = 900});
   men_verifi_t_Click(f);
   men_reset_Click(f);
   EXPECT_EQ(lejos.flujo(), "A e00000016 e00001016 D A a c d2E c j D");
   EXPECT_EQ(textos(), "Los datos no coinciden");
+}
+
+// The program is killed, the board loses its power, the device vanishes. The write loop looks at no reply, so a board
+// that comes back in it is found by the verification alone.
+TEST_F(ordenes, a_programming_cut_off_at_any_frame_is_told_or_found_and_the_next_one_mends_it) {
+  struct muerto {};
+  correr(men_prog_t_Click);
+  const std::size_t tramas = lejos.comandos.size();
+  for (std::size_t n = 1; n < 3 * tramas - 2; ++n) {
+    SCOPED_TRACE(n);
+    const std::uint64_t cual = n / 3 + 1;
+    if (n % 3 == 0) {
+      tras(cual, [] { throw muerto{}; });
+      EXPECT_THROW(men_prog_t_Click(f), muerto);
+    } else {
+      correr(men_prog_t_Click, {.rearranca_en = n % 3 == 1 ? cual : 0, .cuelga_en = n % 3 == 2 ? cual : 0});
+    }
+    const bool dicho = n % 3 != 2 || textos().ends_with(texto_interrumpida);
+    const std::string diario = dir.leer("unidades/c/Datos/TORVAX-m68k/memoria.txt");
+    EXPECT_TRUE(diario.empty() || diario.ends_with("\x03\r\n")) << "only whole frames";
+    correr(mn_verifi_t_f_Click);
+    const auto flash = lejos.chip.flash().first(0x400);
+    const bool entera = std::ranges::equal(flash, std::span(v.buffer_salida).first(0x400));
+    EXPECT_TRUE(entera || (dicho && !textos().ends_with("está correcto"))) << textos();
+    correr(men_prog_t_Click);
+    EXPECT_TRUE(textos() == texto_grabado && std::ranges::equal(flash, std::span(v.buffer_salida).first(0x400)));
+  }
 }
 
 TEST_F(ordenes, what_cannot_be_now_is_refused_and_wipes_a_pending_stop) {
