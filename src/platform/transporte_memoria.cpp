@@ -12,6 +12,7 @@ constexpr std::size_t lo_que_cabia = 4096;
 }  // namespace
 
 bool transporte_memoria::abrir(int numero, const parametros_linea& linea) {
+  cerrar();
   if (!existe(numero) || ocupado) return false;
   parametros_ = linea;
   abierta_ = true;

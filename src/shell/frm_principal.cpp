@@ -124,7 +124,7 @@ frm_principal::frm_principal(plataforma& plataforma_, archivos& ficheros, transp
       barra(ventana.cambios, "Toolbar"),
       estado(ventana.cambios, "StatusBar", "Lucida Console"),
       rango(ventana.cambios),
-      cmd_buscar{"cmd_buscar", "S-Record (*.s19)|*.s19|Binario (*.bin)|*.bin"},
+      cmd_buscar{"cmd_buscar", filtro_de_firmware()},
       cfg_pto_serial(link),
       buffer_out("frm_buffer_out", "Buffer de Salida", 4560,
                  [this] { return filas_de_volcado(v.buffer_salida, std::int64_t{v.dir_max} + 1); }),

@@ -1,5 +1,7 @@
 #include "shell/proyecto.h"
 
+#include <algorithm>
+#include <array>
 #include <filesystem>
 
 #include "image/cargar_bin.h"
@@ -12,6 +14,27 @@
 namespace morvane {
 
 namespace {
+
+/// A kind of firmware file.
+struct formato {
+  /// As `extension_de` gives it.
+  std::string_view extension;
+  /// Its name and its pattern for the open dialog, a "|" between them.
+  std::string_view filtro;
+  void (*cargar)(frm_principal& f);
+};
+
+/// In the order in which the open dialog offers them.
+constexpr std::array formatos{
+    formato{"S19", "S-Record (*.s19)|*.s19", [](frm_principal& f) { cargar_s19(f.plat, f.v, f.progreso); }},
+    formato{"BIN", "Binario (*.bin)|*.bin", [](frm_principal& f) { cargar_bin(f.plat, f.v); }},
+};
+
+/// Null if there is no such kind.
+const formato* formato_de(std::string_view extension) {
+  const auto* const cual = std::ranges::find(formatos, extension, &formato::extension);
+  return cual == formatos.end() ? nullptr : cual;
+}
 
 /// Puts the process's current directory back, wherever a dialog has led it.
 class directorio_actual {
@@ -64,8 +87,13 @@ std::string extension_de(std::string_view ruta) {
 }
 
 bool es_firmware(std::string_view ruta) {
-  const std::string extension = extension_de(ruta);
-  return extension == "BIN" || extension == "S19";
+  return formato_de(extension_de(ruta)) != nullptr;
+}
+
+std::string filtro_de_firmware() {
+  std::string filtro;
+  for (const formato& uno : formatos) filtro.append(filtro.empty() ? "" : "|").append(uno.filtro);
+  return filtro;
 }
 
 std::string carpeta_de_partida(const frm_principal& f) {
@@ -105,11 +133,7 @@ void cargar_proyecto(frm_principal& f, std::string_view extension) {
   limpiar_buffer_salida(f.v);
   f.progreso.mapa.nueva_imagen(f.v.buffer_salida);
   mostrar_ruta(f, f.v.ruta_archivo);
-  if (extension == "BIN") {
-    cargar_bin(f.plat, f.v);
-  } else if (extension == "S19") {
-    cargar_s19(f.plat, f.v, f.progreso);
-  }
+  if (const formato* const cual = formato_de(extension)) cual->cargar(f);
   f.progreso.mapa.nueva_imagen(f.v.buffer_salida);
   f.cargando = false;
 }

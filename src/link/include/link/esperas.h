@@ -18,10 +18,11 @@ namespace morvane {
 /// second after Yes, which sends "A" whatever the wait was for. Cancel leaves `tiempo_agotado` up.
 void esperar_con_vigilancia(enlace& e);
 
-/// Waits for a good frame.
+/// Waits for a good frame, which then stands in `respuesta`.
 void esperar_respuesta(enlace& e);
 
-/// Waits for a reply; short replies are complete when it returns.
+/// Waits until something has come, without a look at what it is: in the character mode whatever stood in the buffer up
+/// to its last ETX, so that a reply is whole; in a fixed-length mode as many characters as that mode has.
 void esperar_datos(enlace& e);
 
 /// The same, pumping back to back.

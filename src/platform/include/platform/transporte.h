@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace morvane {
@@ -33,15 +35,16 @@ class transporte {
   /// True if the port `numero` (0 to 9) leads to a device. Opens nothing.
   virtual bool existe(int numero) = 0;
 
-  /// Opens the port `numero` with the given parameters. After True the line is this program's alone, what had come in
-  /// before is dropped, and `perdido` is False. After False nothing is open.
+  /// Opens the port `numero` with the given parameters; a line that is open is closed first. After True the line is
+  /// this program's alone, what had come in before is dropped, and `perdido` is False. After False nothing is open.
   virtual bool abrir(int numero, const parametros_linea& linea) = 0;
 
   /// Queues all of `datos` for sending. What the line cannot take yet goes out during later calls of `leer`. Nothing
   /// happens if the line is closed or lost.
   virtual void escribir(std::string_view datos) = 0;
 
-  /// Stores what has come in at the front of `destino`, as much as there is room for, and returns how much that was.
+  /// Stores what has come in at the front of `destino`, as much as there is room for, and returns how much that was; 0
+  /// if the line is closed or lost.
   virtual std::size_t leer(std::span<char> destino) = 0;
 
   /// True from the moment the device was found gone until the line is closed or opened again.
@@ -52,6 +55,10 @@ class transporte {
 
   /// Drops unsent output at once, so that the end of the program cannot be held up by it.
   virtual void descartar_salida() = 0;
+
+  /// Told why each `existe` and `abrir` that gives False did so, at once, if set: the port, what it leads to, the
+  /// cause, and what the user can do about it, in one Spanish line without a line end.
+  std::function<void(const std::string& motivo)> al_fallar;
 };
 
 }  // namespace morvane

@@ -26,7 +26,7 @@ class extremo {
   virtual void cerrada() {}
 };
 
-/// A line in memory. Whether ports exist and can be opened is set from outside.
+/// A line in memory. Whether ports exist and can be opened is set from outside, so nobody is told why one cannot.
 class transporte_memoria final : public transporte {
  public:
   transporte_memoria(plataforma& plat, extremo& otro) : plat_(plat), otro_(otro) {}

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <filesystem>
-#include <functional>
 #include <string>
 
 #include "platform/transporte.h"
@@ -31,15 +30,12 @@ class transporte_tty final : public transporte {
   /// Also lets programs in again that ask for no lock, since the end of the program alone would not.
   void descartar_salida() override;
 
-  /// The device that port `numero` leads to, links resolved; empty if there is none.
+  /// The device that port `numero` leads to, links resolved; empty if there is none. Asking tells nobody.
   std::filesystem::path dispositivo(int numero) const;
   /// Why the last `existe` or `abrir` gave False: the port, the device, the cause, and what the user can do about it,
   /// in one Spanish line without a line end. Empty after True. Of a device that is busy it names the programs that have
   /// it, as far as this user may know.
   const std::string& motivo() const { return motivo_; }
-  /// Told the same each time, at once, if set. Who only wants to know where a port leads asks `dispositivo`, which
-  /// tells nobody.
-  std::function<void(const std::string& motivo)> al_fallar;
 
  private:
   bool falla(int numero, const std::string& porque);

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <filesystem>
-#include <functional>
 #include <memory>
 #include <string>
 
@@ -28,14 +27,11 @@ class transporte_win32 final : public transporte {
   void cerrar() override;
   void descartar_salida() override;
 
-  /// The device of port `numero`, as \\.\COMn; empty if there is none.
+  /// The device of port `numero`, as \\.\COMn; empty if there is none. Asking tells nobody.
   std::filesystem::path dispositivo(int numero) const;
   /// Why the last `existe` or `abrir` gave False: the port, the cause, and what the user can do about it, in one
   /// Spanish line without a line end. Empty after True.
   const std::string& motivo() const { return motivo_; }
-  /// Told the same each time, at once, if set. Who only wants to know where a port leads asks `dispositivo`, which
-  /// tells nobody.
-  std::function<void(const std::string& motivo)> al_fallar;
 
  private:
   struct linea_abierta;

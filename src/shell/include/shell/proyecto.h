@@ -18,6 +18,9 @@ void abrir_soltado(frm_principal& f, const std::string& ruta);
 /// True for a path with the extension of a kind of file that can be loaded.
 bool es_firmware(std::string_view ruta);
 
+/// These kinds as the `Filter` of an open dialog.
+std::string filtro_de_firmware();
+
 /// The folder, in the host's form, of the last file that was opened, or else of the newest one of the history that is
 /// still there. Empty if there is none.
 std::string carpeta_de_partida(const frm_principal& f);
