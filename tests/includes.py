@@ -5,8 +5,8 @@ import pathlib
 import re
 import sys
 
-BAD = re.compile(r'\s*#\s*include\s*("\.\.|<((sys|linux|net)/|'
-                 r"(dirent|dlfcn|fcntl|poll|pty|pwd|spawn|termios|unistd|windows)\.h))")
+BAD = re.compile(r'\s*#\s*include\s*("\.\.|<((sys|linux|net|netinet|arpa|asm)/|'
+                 r"(dirent|dlfcn|fcntl|netdb|poll|pty|pwd|spawn|termios|unistd|windows)\.h))")
 OF_ONE_SYSTEM = re.compile(r"(_posix|_tty|_win32)\.(h|cpp)$|/bridge/")
 ROOT = pathlib.Path(sys.argv[1])
 

@@ -54,7 +54,12 @@ class caminante {
   void operator()(Frame* marco) {
     if (marco->Visible) controles(marco->Controls);
   }
-  void operator()(control*) {}
+  // Nothing can be done with these.
+  void operator()(Label*) {}
+  void operator()(PictureBox*) {}
+  void operator()(Line*) {}
+  void operator()(ProgressBar*) {}
+  void operator()(StatusBar*) {}
 
  private:
   puente::azar& a_;
