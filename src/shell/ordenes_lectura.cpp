@@ -9,7 +9,7 @@ namespace morvane {
 
 namespace {
 
-constexpr std::int64_t ultima_direccion = 0x3FFFF;
+constexpr std::int64_t ultima_direccion = total_flash - 1;
 constexpr std::int64_t paso_rango = 16;
 
 /// The value of a box, as a signed number of 32 bits.
@@ -36,13 +36,13 @@ std::int64_t corregir_hasta(TextBox& txt_hasta) {
   std::int64_t hasta = valor_de(txt_hasta);
   if (hasta % paso_rango != 0) {
     if (hasta + paso_rango > ultima_direccion) {
-      txt_hasta.Text = "03FFFF";
+      txt_hasta.Text = hex(ultima_direccion, 6);
     } else {
       hasta = bajar(hasta) + paso_rango + 1;
     }
   }
   if (hasta <= ultima_direccion) return hasta;
-  txt_hasta.Text = "03FFFF";
+  txt_hasta.Text = hex(ultima_direccion, 6);
   return ultima_direccion;
 }
 

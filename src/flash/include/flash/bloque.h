@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "image/variables_grab.h"
+
 namespace morvane {
 
 /// "e", the last six digits of `dir`, and the two characters of `cuenta`.
@@ -16,8 +18,9 @@ std::uint8_t byte_leido(std::string_view respuesta, std::int64_t k);
 /// "C", the six digits of `dir`, and "007FFF": the block of 32,768 bytes from there on.
 std::string comando_de_bloque(std::int32_t dir);
 
-/// Size of the blocks that the bridge examines, and their number in the system's loops: one more than the flash has.
+/// Size of the blocks that the bridge examines, and how many the verifications go through: those of the flash, and one
+/// behind it for the two cells that the image has beyond it.
 constexpr std::int32_t bytes_examinados = 0x8000;
-constexpr int bloques_examinados = 9;
+constexpr int bloques_examinados = total_flash / bytes_examinados + 1;
 
 }  // namespace morvane

@@ -12,8 +12,8 @@
 /// none, and the end of the command says so.
 namespace morvane {
 
-/// Is the flash erased? Shows the verdict, sends "D" and closes the port, in the order that belongs to the verdict.
-/// Leaves the character mode.
+/// Is the flash erased? Shows the verdict, sends "D" and closes the port; the box comes first, while the chip is still
+/// open, or last where all blocks have passed. Leaves the character mode.
 void verificar_borrado(enlace& e, avance& a);
 
 /// Does the flash hold what `buffer_salida` holds, by sums of whole blocks that the bridge works out? Shows the

@@ -13,7 +13,8 @@ namespace morvane {
 
 /// Loads the S-record file `ruta_archivo` into `buffer_salida`, which the caller has wiped. Ends with a box in any
 /// case: either the file is loaded as far as the user did not stop it; or the box names file, line and reason, and the
-/// image is wiped again with `dir_max` 0, so that half a file is never programmed. `cancelar` ends False.
+/// image is wiped again with `dir_max` 0, so that half a file is never programmed. `cancelar` ends False. Lines that
+/// are no S1, S2 or S3 record are passed over; counts, checksums and the digits of the data are not judged.
 void cargar_s19(plataforma& plat, Variables_grab& v, avance& a);
 
 /// Stores the data of one S1, S2 or S3 line and zeroes the cells 0x400 to 0x41F. `ancho_dir` is the number of address

@@ -8,10 +8,10 @@
 
 namespace morvane {
 
-/// Cells of each array: the 256 KiB of the flash and two more.
-constexpr std::int32_t total_celdas = 0x40002;
 /// Size of the chip's flash in bytes.
 constexpr std::int32_t total_flash = 0x40000;
+/// Cells of each array: those of the flash and two more, which a firmware file may fill and no chip has.
+constexpr std::int32_t total_celdas = total_flash + 2;
 
 /// The memory image: what to program, what was read, and how far each reaches. Indices are flash addresses.
 struct Variables_grab {

@@ -24,14 +24,14 @@ void cerrar_orden(enlace& e);
 /// quote, a NUL or more than 255 bytes take their defaults.
 void leer_ajustes(enlace& e);
 
-/// Writes "SETTINGS.TXT" if it exists and there are settings to write. The user is told if that fails; the old file
-/// then stands.
+/// Writes "SETTINGS.TXT" if it exists and there are settings to write: when the port dialog saves, and whenever a
+/// firmware file is opened. The user is told if that fails; the old file then stands.
 void guardar_ajustes(enlace& e);
 
 enum class modo_fichero { leer = 0, escribir = 1, anadir = 2 };
 
 /// Opens the text file `nombre` in the directory `ruta`, which ends in a backslash. A missing file gives nothing and no
-/// message, but for `escribir`, which creates it. Any error is shown and gives nothing.
+/// message, but for `escribir`, which creates it (`anadir` does not). Any error is shown and gives nothing.
 std::optional<fichero> abrir_fichero(enlace& e, std::string_view ruta, std::string_view nombre, modo_fichero modo);
 
 }  // namespace morvane

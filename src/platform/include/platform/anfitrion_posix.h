@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/registro.h"
+#include "platform/anfitrion.h"
 
 namespace morvane {
 

@@ -217,6 +217,7 @@ struct Form {
   /// Size of the client area in twips; the menu bar is not part of it.
   const int ScaleWidth, ScaleHeight;
   color BackColor = 0xFFFFFF;
+  /// The user cannot change its size, as with the main window.
   bool fija = false;
   /// Called by `Show` before the window appears, once for each time that it is loaded.
   evento Load;

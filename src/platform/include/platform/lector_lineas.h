@@ -44,7 +44,7 @@ class lector_lineas {
   bool siguiente(linea& destino);
   /// True if reading failed (and not just ended).
   bool fallo() const;
-  /// The reason of a failure in Spanish, without the file's name: "no existe", "no se puede leer: ...".
+  /// The reason of a failure in Spanish, without the file's name: "el archivo no existe", ....
   const std::string& motivo() const;
 
  private:

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
+#include "platform/anfitrion.h"
 #include "platform/caja.h"
 #include "platform/controles.h"
-#include "platform/registro.h"
 #include "platform/reloj.h"
 
 namespace morvane {

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string>
 
+#include "platform/anfitrion.h"
 #include "platform/plataforma.h"
-#include "platform/registro.h"
 
 namespace morvane {
 

@@ -9,12 +9,17 @@ namespace morvane {
 /// True if a program is loaded; otherwise the user is told to load one.
 bool hay_programa(frm_principal& f);
 
+/// Erase the whole flash; erase it and write the image.
 void men_borrar_t_Click(frm_principal& f);
 void men_prog_t_Click(frm_principal& f);
 
+/// The three verifications: is the flash erased, does it hold the image by the sums of its blocks, and, in an entry
+/// that is never shown, byte by byte.
 void men_verific_t_Click(frm_principal& f);
 void mn_verifi_t_f_Click(frm_principal& f);
 void men_verifi_t_Click(frm_principal& f);
+
+/// Write the protection word, from an entry that is never shown; start the processor anew.
 void men_proteger_f_Click(frm_principal& f);
 void men_reset_Click(frm_principal& f);
 
