@@ -179,9 +179,12 @@ class Bench:
     def press(self, name):
         self.control(name).press()
 
-    def close_window(self):
+    def activate(self, *then):
         window = self.ask("xdotool", "search", "--onlyvisible", "--name", "^Morvane$")[0]
-        self.ask("xdotool", "windowactivate", "--sync", window, "key", "alt+F4")
+        self.ask("xdotool", "windowactivate", "--sync", window, *then)
+
+    def close_window(self):
+        self.activate("key", "alt+F4")
 
     def boxes(self):
         return [Box(self, window) for window in self.windows("alert message")]
