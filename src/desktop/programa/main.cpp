@@ -1,5 +1,4 @@
 #include <QApplication>
-#include <QLibrary>
 #include <QTimer>
 #include <cstdio>
 #include <exception>
@@ -13,10 +12,10 @@ namespace {
 
 /// The font configuration is read when the first text needs it, and that takes as long as the rest of the start. Qt's
 /// library for it reads it once for the whole process, so another processor can do that while this one connects to the
-/// desktop. Where there is no such library nothing happens.
+/// desktop. Where there is no such library nothing happens. Nothing of Qt may be used in this: the thread that does so
+/// first is its main one.
 void leer_fuentes() {
-  using lectura = int (*)();
-  if (const auto leer = reinterpret_cast<lectura>(QLibrary::resolve(QStringLiteral("fontconfig"), 1, "FcInit"))) leer();
+  if (const auto leer = morvane::rutina_cargada("FcInit")) leer();
 }
 
 int correr(QApplication& aplicacion, const morvane::peticiones_de_fin& avisos) {
