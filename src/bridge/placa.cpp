@@ -49,29 +49,41 @@ void placa::entra(std::string_view datos, instante ahora) {
 }
 
 std::optional<instante> placa::proximo() const {
-  if (hacia_placa_.empty() && hacia_pc_.empty()) return {};
-  if (hacia_placa_.empty()) return hacia_pc_.front().llega;
-  if (hacia_pc_.empty()) return hacia_placa_.front().llega;
-  return std::min(hacia_placa_.front().llega, hacia_pc_.front().llega);
+  std::optional<instante> primero;
+  for (const auto* cola : {&hacia_placa_, &hacia_pc_, &sueltos_}) {
+    if (!cola->empty()) primero = std::min(primero.value_or(instante::max()), cola->front().llega);
+  }
+  return primero;
 }
 
 std::optional<instante> placa::ultimo() const {
-  return hacia_pc_.empty() ? std::nullopt : std::optional(hacia_pc_.back().llega);
+  std::optional<instante> ultimo;
+  for (const auto* cola : {&hacia_pc_, &sueltos_}) {
+    if (!cola->empty()) ultimo = std::max(ultimo.value_or(instante::min()), cola->back().llega);
+  }
+  return ultimo;
 }
 
 std::string placa::sale(instante ahora, std::size_t cuantos) {
   avanzar(ahora);
   std::string datos;
-  while (!hacia_pc_.empty() && hacia_pc_.front().llega <= ahora && datos.size() < cuantos) {
-    datos.push_back(hacia_pc_.front().c);
-    hacia_pc_.pop_front();
+  for (; datos.size() < cuantos; cola_que_sigue().pop_front()) {
+    const auto& cola = cola_que_sigue();
+    if (cola.empty() || cola.front().llega > ahora) break;
+    datos.push_back(cola.front().c);
   }
   return datos;
+}
+
+std::deque<placa::caracter>& placa::cola_que_sigue() {
+  const bool suelto = !sueltos_.empty() && (hacia_pc_.empty() || sueltos_.front().llega <= hacia_pc_.front().llega);
+  return suelto ? sueltos_ : hacia_pc_;
 }
 
 void placa::vaciar() {
   hacia_placa_.clear();
   hacia_pc_.clear();
+  sueltos_.clear();
   trama_.clear();
   en_trama_ = false;
   libre_placa_ = instante{0};
@@ -84,11 +96,12 @@ void placa::vaciar() {
 }
 
 void placa::abierta(instante ahora) {
-  if (fallos.saluda) intercalar(respuesta_suelta, ahora);
+  if (fallos.saluda) soltar(respuesta_suelta, ahora);
 }
 
 void placa::averiar(const faltas& f) {
   fallos = f;
+  balbucea_ = balbucea_ && f.balbuceo_desde != 0;
   tramas_ = entrados_ = salidos_ = 0;
   azar_.seed(f.semilla);
 }
@@ -132,11 +145,14 @@ void placa::atender(instante cuando) {
   const auto desde = [n](std::uint64_t primera) { return primera != 0 && n >= primera; };
   if (traza) traza('>', stx + trama_ + etx, cuando);
   if (n == fallos.cuelga_en) return colgar();
-  if (n == fallos.suelta_en) intercalar(respuesta_suelta, cuando);
+  if (n == fallos.suelta_en) soltar(respuesta_suelta, cuando);
   if (n == fallos.rearranca_en || n == fallos.reset_suelto_en) chip_.reiniciar();
-  if (n == fallos.rearranca_en) hacia_pc_.clear();
+  if (n == fallos.rearranca_en) {
+    hacia_pc_.clear();
+    sueltos_.clear();
+  }
   if (n == fallos.reset_suelto_en)
-    intercalar(
+    soltar(
         "\x02"
         "1RESETB4\x03",
         cuando + milisegundos(fallos.reset_suelto_ms));
@@ -182,10 +198,10 @@ void placa::poner(std::string_view crudo, instante cuando) {
   if (traza) traza('<', crudo, libre_pc_);
 }
 
-/// Puts what comes of itself between what is on its way, without holding that up.
-void placa::intercalar(std::string_view crudo, instante cuando) {
-  for (const char c : crudo.substr(0, capacidad - hacia_pc_.size())) hacia_pc_.push_back({c, cuando});
-  std::ranges::stable_sort(hacia_pc_, {}, &caracter::llega);
+/// What comes of itself holds nothing up that is on its way.
+void placa::soltar(std::string_view crudo, instante cuando) {
+  for (const char c : crudo.substr(0, capacidad - sueltos_.size())) sueltos_.push_back({c, cuando});
+  std::ranges::stable_sort(sueltos_, {}, &caracter::llega);
   if (traza) traza('<', crudo, cuando);
 }
 

@@ -28,6 +28,9 @@ DCB cruda(const parametros_linea& linea) {
   DCB d{};
   d.DCBlength = sizeof d;
   d.fBinary = 1;
+  // Of no use without flow control, but drivers refuse two that are equal.
+  d.XonChar = 0x11;
+  d.XoffChar = 0x13;
   d.BaudRate = static_cast<DWORD>(linea.velocidad);
   d.ByteSize = static_cast<BYTE>(linea.bits_datos);
   d.Parity = paridad_de(linea.paridad);
@@ -38,6 +41,13 @@ DCB cruda(const parametros_linea& linea) {
   return d;
 }
 
+/// Drivers may report the speed that their clock gives instead of the one asked for.
+bool parecida(DWORD tomada, DWORD pedida) {
+  constexpr DWORD por_ciento = 3;
+  const DWORD diferencia = tomada > pedida ? tomada - pedida : pedida - tomada;
+  return diferencia * std::uint64_t{100} <= pedida * std::uint64_t{por_ciento};
+}
+
 }  // namespace
 
 bool ajustar_com(HANDLE puerto, const parametros_linea& linea) {
@@ -46,7 +56,7 @@ bool ajustar_com(HANDLE puerto, const parametros_linea& linea) {
   COMMTIMEOUTS al_momento{MAXDWORD, 0, 0, 0, 0};
   if (::SetCommState(puerto, &pedido) == 0 || ::SetCommTimeouts(puerto, &al_momento) == 0) return false;
   // A driver that cannot do something may do the rest and report success: see what it made of it.
-  return ::GetCommState(puerto, &tomado) != 0 && tomado.BaudRate == pedido.BaudRate &&
+  return ::GetCommState(puerto, &tomado) != 0 && parecida(tomado.BaudRate, pedido.BaudRate) &&
          tomado.ByteSize == pedido.ByteSize && tomado.Parity == pedido.Parity && tomado.StopBits == pedido.StopBits;
 }
 

@@ -32,6 +32,8 @@ bool esperar_una(int senales, int fin) {
 
 struct peticiones_de_fin::fuente {
   descriptor senales;
+  /// Becomes readable when the listening is to end.
+  descriptor basta{eventfd(0, EFD_CLOEXEC)};
 };
 
 std::filesystem::path carpeta_del_programa() {
@@ -53,6 +55,7 @@ peticiones_de_fin::peticiones_de_fin() : fuente_(std::make_unique<fuente>()) {
   for (const int una : {SIGTERM, SIGINT, SIGHUP}) {
     if (!ignorada(una)) sigaddset(&cuales, una);
   }
+  if (!fuente_->basta.abierto()) return;
   fuente_->senales = descriptor(signalfd(-1, &cuales, SFD_NONBLOCK | SFD_CLOEXEC));
   if (fuente_->senales.abierto()) sigprocmask(SIG_BLOCK, &cuales, nullptr);
 }
@@ -61,15 +64,14 @@ peticiones_de_fin::~peticiones_de_fin() = default;
 
 std::jthread peticiones_de_fin::escuchar(std::function<void()> atender) const {
   if (!fuente_->senales.abierto()) return {};
-  return std::jthread(
-      [senales = fuente_->senales.numero(), atender = std::move(atender)](const std::stop_token& basta) {
-        const descriptor fin(eventfd(0, EFD_CLOEXEC));
-        const std::stop_callback despertar(basta, [&fin] { eventfd_write(fin.numero(), 1); });
-        while (esperar_una(senales, fin.numero())) {
-          signalfd_siginfo una{};
-          if (::read(senales, &una, sizeof una) == sizeof una) atender();
-        }
-      });
+  const int senales = fuente_->senales.numero(), fin = fuente_->basta.numero();
+  return std::jthread([senales, fin, atender = std::move(atender)](const std::stop_token& basta) {
+    const std::stop_callback despertar(basta, [fin] { eventfd_write(fin, 1); });
+    while (esperar_una(senales, fin)) {
+      signalfd_siginfo una{};
+      if (::read(senales, &una, sizeof una) == sizeof una) atender();
+    }
+  });
 }
 
 }  // namespace morvane

@@ -17,8 +17,9 @@ std::filesystem::path carpeta_del_programa() {
 
 bool se_puede_escribir_en(const std::filesystem::path& carpeta) {
   // What a folder's attributes say is not what its owner may do: only making a file tells.
-  const std::wstring prueba = ruta_larga(carpeta / L".prueba.tmp");
-  const manejador hecho(::CreateFileW(prueba.c_str(), GENERIC_WRITE, FILE_SHARE_DELETE, nullptr, CREATE_ALWAYS,
+  const std::wstring nombre = L".prueba-" + std::to_wstring(::GetCurrentProcessId()) + L".tmp";
+  const std::wstring prueba = ruta_larga(carpeta / nombre);
+  const manejador hecho(::CreateFileW(prueba.c_str(), GENERIC_WRITE, FILE_SHARE_DELETE, nullptr, CREATE_NEW,
                                       FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr));
   return hecho.abierto();
 }

@@ -112,11 +112,11 @@ bool transporte_win32::falla(int numero, const std::string& porque) {
 bool transporte_win32::abrir(int numero, const parametros_linea& linea) {
   cerrar();
   if (!existe(numero)) return false;
-  auto nueva =
-      std::make_unique<linea_abierta>(::CreateFileW(dispositivo_com(numero).c_str(), GENERIC_READ | GENERIC_WRITE, 0,
-                                                    nullptr, OPEN_EXISTING, FILE_FLAG_OVERLAPPED, nullptr));
-  const HANDLE puerto = nueva->puerto.numero();
-  if (!nueva->puerto.abierto()) return falla(numero, explicar_apertura(::GetLastError()));
+  const HANDLE puerto = ::CreateFileW(dispositivo_com(numero).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
+                                      OPEN_EXISTING, FILE_FLAG_OVERLAPPED, nullptr);
+  // At once: what else is made meanwhile has errors of its own.
+  if (puerto == INVALID_HANDLE_VALUE) return falla(numero, explicar_apertura(::GetLastError()));
+  auto nueva = std::make_unique<linea_abierta>(puerto);
   if (!ajustar_com(puerto, linea)) return falla(numero, parametros_rechazados(linea));
   ::PurgeComm(puerto, PURGE_RXABORT | PURGE_RXCLEAR | PURGE_TXABORT | PURGE_TXCLEAR);
   linea_ = std::move(nueva);
@@ -155,8 +155,11 @@ void transporte_win32::cerrar() {
     if (linea_->en_camino.empty() && linea_->salida.empty() && por_salir == 0) break;
     ::Sleep(pausa_vaciado);
   }
-  // What a driver does not let go of must not be freed under it.
-  if (!linea_->soltar()) (void)linea_.release();
+  if (!linea_->soltar()) {
+    // What a driver does not let go of must not be freed under it; the port itself can be given back.
+    linea_->puerto.cerrar();
+    (void)linea_.release();
+  }
   linea_.reset();
   perdido_ = false;
 }

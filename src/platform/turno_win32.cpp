@@ -19,7 +19,12 @@ std::wstring nombre_del_turno(const std::filesystem::path& carpeta) {
 
 void archivos::por_turno(std::string_view nombre, const std::function<void()>& trabajo,
                          std::chrono::milliseconds paciencia) const {
-  const manejador turno(::CreateMutexW(nullptr, FALSE, nombre_del_turno(anfitrion(nombre).parent_path()).c_str()));
+  // Without a list of those who may, since it is made by whoever comes first and everybody waits on it.
+  SECURITY_DESCRIPTOR para_todos;
+  ::InitializeSecurityDescriptor(&para_todos, SECURITY_DESCRIPTOR_REVISION);
+  ::SetSecurityDescriptorDacl(&para_todos, TRUE, nullptr, FALSE);
+  SECURITY_ATTRIBUTES atributos{sizeof atributos, &para_todos, FALSE};
+  const manejador turno(::CreateMutexW(&atributos, FALSE, nombre_del_turno(anfitrion(nombre).parent_path()).c_str()));
   bool mio = false;
   if (turno.abierto()) {
     const DWORD espera = ::WaitForSingleObject(turno.numero(), static_cast<DWORD>(paciencia.count()));

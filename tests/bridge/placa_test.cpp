@@ -154,6 +154,13 @@ TEST(ritmo, a_reply_comes_neither_early_nor_late_and_overtakes_none) {
   }
 }
 
+TEST(ritmo, a_reset_of_its_own_holds_no_reply_up) {
+  banco b({.reset_suelto_en = 1, .reset_suelto_ms = 50});
+  b.p.entra(en_trama("A") + en_trama("A"), instante{0});
+  EXPECT_EQ(b.hasta(instante{49'999}), hilo("<030><030>"));
+  EXPECT_EQ(b.hasta(instante{50'000}), hilo("<1RESETB4>"));
+}
+
 TEST(ritmo, babble_goes_by_the_clock_and_closing_the_line_does_not_cure_it) {
   banco b({.balbuceo_desde = 1});
   b.manda("A");

@@ -123,7 +123,7 @@ class Chance:
                 ("La Flash contiene datos, no está borrada", flash != BLANK or spoilt),
                 # Nothing may be loaded, and an erased chip is as empty.
                 (RIGHT, spoilt or flash == BLANK or any(flash.startswith(image.rstrip(b"\xff")) for image in images)),
-                (WRITTEN, not groups or any(groups == groups_of(image) for image in images))):
+                (WRITTEN, not groups or any(self.bench.journal_lines() == groups_of(image) for image in images))):
             assert true or self.befalls == DIES or text not in self.said, f"a false word: {text}"
 
     def good_round(self):

@@ -97,6 +97,7 @@ class Bench:
         with open(self.errors, "ab") as errors:
             self.program, self.controls = self.start(self.home / "morvane", stderr=errors), {}
         self.root = self.wait("the program on the bus", lambda: root_of(self.bus, self.program.pid))
+        assert "WARNING" not in self.errors.read_text(), self.errors.read_text()
         if probes:
             self.wait("the probe", lambda: self.commands()[before:] == ["A", "D"] and self.idle())
 

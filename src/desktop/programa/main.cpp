@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QTimer>
+#include <atomic>
 #include <cstdio>
 #include <exception>
 #include <thread>
@@ -24,10 +25,16 @@ int correr(QApplication& aplicacion, const morvane::peticiones_de_fin& avisos) {
   // Later: a signal is told in a thread of its own, and the desktop waits for its call to return.
   QTimer despues;
   despues.setSingleShot(true);
-  QObject::connect(&despues, &QTimer::timeout, &despues, [&programa] { programa.pedir_fin(); });
-  QObject::connect(&aplicacion, &QGuiApplication::commitDataRequest, &despues, [&despues] { despues.start(); });
-  const std::jthread oyente =
-      avisos.escuchar([&despues] { QMetaObject::invokeMethod(&despues, "start", Qt::QueuedConnection); });
+  std::atomic<int> pedidas = 0;
+  QObject::connect(&despues, &QTimer::timeout, &despues, [&] {
+    for (int n = pedidas.exchange(0); n > 0; --n) programa.pedir_fin();
+  });
+  const auto pedir = [&] {
+    ++pedidas;
+    QMetaObject::invokeMethod(&despues, "start", Qt::QueuedConnection);
+  };
+  QObject::connect(&aplicacion, &QGuiApplication::commitDataRequest, &despues, pedir);
+  const std::jthread oyente = avisos.escuchar(pedir);
   programa.empezar();
   return QApplication::exec();
 }

@@ -90,7 +90,8 @@ class placa {
   std::string examinar(std::string_view campos) const;
   void responder(std::string_view contenido, instante cuando);
   void poner(std::string_view crudo, instante cuando);
-  void intercalar(std::string_view crudo, instante cuando);
+  void soltar(std::string_view crudo, instante cuando);
+  std::deque<caracter>& cola_que_sigue();
   std::string ruido(unsigned cuantos);
   void balbucear(instante ahora);
   char ruidoso();
@@ -99,7 +100,8 @@ class placa {
   ritmo paso_;
   std::mt19937_64 azar_;
   std::deque<caracter> hacia_placa_;
-  std::deque<caracter> hacia_pc_;
+  /// Replies, and what comes of itself meanwhile, each in the order of its times.
+  std::deque<caracter> hacia_pc_, sueltos_;
   std::string trama_;
   bool en_trama_ = false;
   instante libre_placa_{0}, libre_pc_{0};

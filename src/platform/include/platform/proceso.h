@@ -7,7 +7,7 @@
 
 namespace morvane {
 
-/// The folder of the program that is running, with every link in its path followed.
+/// The folder of the program that is running; where the host tells it so, with the links in its path followed.
 std::filesystem::path carpeta_del_programa();
 
 /// True if files can be made and replaced in `carpeta`.
@@ -31,7 +31,7 @@ class peticiones_de_fin {
   peticiones_de_fin& operator=(const peticiones_de_fin&) = delete;
 
   /// Calls `atender` for each, those included that came before, in a thread of its own, which ends with what this gives
-  /// back. This must live longer.
+  /// back. This must live longer. To be called once.
   [[nodiscard]] std::jthread escuchar(std::function<void()> atender) const;
 
  private:
