@@ -5,8 +5,8 @@
 namespace puente {
 
 /// What a board, or the line to it, does wrong. Frames count from 1, in the order in which the board receives them, and
-/// so do the characters that it receives and those of its replies; 0 means never. Everything that is drawn by lot comes from `semilla`, so a
-/// run can be repeated.
+/// so do the characters that it receives and those of its replies; 0 means never. Everything that is drawn by lot comes
+/// from `semilla`, so a run can be repeated.
 struct faltas {
   std::uint64_t semilla = 1;
 
