@@ -13,10 +13,10 @@ constexpr int maximo_balbuceo = 4096;
 constexpr unsigned maximo_reset = 1000;
 constexpr unsigned maximo_ruido = 10'000;
 
-constexpr std::string_view respuesta_suelta{
-    "\x02"
-    "030"
-    "\x03"};
+/// What a good board would send around `contenido`.
+std::string en_trama(std::string_view contenido) {
+  return stx + std::string(contenido) + suma(contenido) + etx;
+}
 
 /// Does to a character what the line does to it. False if it is lost.
 bool danar(char& c, std::uint64_t cual, std::uint64_t alterado, std::uint64_t perdido) {
@@ -96,7 +96,7 @@ void placa::vaciar() {
 }
 
 void placa::abierta(instante ahora) {
-  if (fallos.saluda) soltar(respuesta_suelta, ahora);
+  if (fallos.saluda) soltar(en_trama("0"), ahora);
 }
 
 void placa::averiar(const faltas& f) {
@@ -145,17 +145,13 @@ void placa::atender(instante cuando) {
   const auto desde = [n](std::uint64_t primera) { return primera != 0 && n >= primera; };
   if (traza) traza('>', stx + trama_ + etx, cuando);
   if (n == fallos.cuelga_en) return colgar();
-  if (n == fallos.suelta_en) soltar(respuesta_suelta, cuando);
+  if (n == fallos.suelta_en) soltar(en_trama("0"), cuando);
   if (n == fallos.rearranca_en || n == fallos.reset_suelto_en) chip_.reiniciar();
   if (n == fallos.rearranca_en) {
     hacia_pc_.clear();
     sueltos_.clear();
   }
-  if (n == fallos.reset_suelto_en)
-    soltar(
-        "\x02"
-        "1RESETB4\x03",
-        cuando + milisegundos(fallos.reset_suelto_ms));
+  if (n == fallos.reset_suelto_en) soltar(en_trama("1RESET"), cuando + milisegundos(fallos.reset_suelto_ms));
   if (desde(fallos.balbuceo_desde) && !balbucea_) {
     balbucea_ = true;
     libre_pc_ = std::max(libre_pc_, cuando);

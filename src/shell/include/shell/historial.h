@@ -15,9 +15,9 @@ void leer_historial(frm_principal& f);
 
 /// Enters a path behind the others, in the list, the menu and the file. A path that is there already changes nothing;
 /// an eleventh drops the oldest. What another program has changed in the file meanwhile comes into the list first. An
-/// empty path, and one with a double quote, a line end or a NUL or of more than 4095 bytes, is not entered, since
-/// MENU.TXT cannot hold it. The user is told if the file cannot be written; it then stands as it was. So does one that
-/// cannot be read.
+/// empty path, and one with a double quote, a line end or a NUL, that is no UTF-8, or of more than 4095 bytes, is not
+/// entered, since MENU.TXT cannot hold it. The user is told if the file cannot be written; it then stands as it was. So
+/// does one that cannot be read.
 void actualizar_historial(frm_principal& f, std::string_view ruta);
 
 /// Stores a path in slot `indice`, 1 to 12, and shows it, shortened, in the entry of that number, 1 to 10.
