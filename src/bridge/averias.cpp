@@ -81,6 +81,8 @@ constexpr std::array todas{
     averia{"suma mala", nada, en_trama<&f::suma_mala_en>},
     averia{"suma en minúsculas", nada, en_trama<&f::suma_minuscula_en>},
     averia{"rechaza", nada, rechaza},
+    averia{"inactiva", nada, en_trama<&f::inactiva_en>},
+    averia{"eco", nada, en_trama<&f::eco_desde>},
     averia{"RESET", nada, en_trama<&f::reset_en>},
     averia{"muchos RESET", desplaza, muchos_reset},
     averia{"RESET suelto", desplaza, reset_suelto},

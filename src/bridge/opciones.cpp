@@ -115,6 +115,8 @@ constexpr std::array tabla{
     opcion{"--suma-minuscula-en", "T", "suma de control en minúsculas a la trama T", trama<&faltas::suma_minuscula_en>},
     opcion{"--error-en", "T", "rechaza la trama T", trama<&faltas::error_en>},
     opcion{"--codigo-error", "C", "carácter con que la rechaza (6)", codigo_error},
+    opcion{"--inactiva-en", "T", "el estado que pide la trama T se lee como FF", trama<&faltas::inactiva_en>},
+    opcion{"--eco-desde", "T", "desde la trama T las devuelve como llegan", trama<&faltas::eco_desde>},
     opcion{"--reset-en", "T", "responde RESET a la trama T y el chip reinicia", trama<&faltas::reset_en>},
     opcion{"--reset-repetido", "N", "cuántas veces seguidas lo envía (1)", cantidad<&faltas::reset_repetido, 1000>},
     opcion{"--reset-suelto-en", "T", "RESET sin que se pregunte, tras la trama T", trama<&faltas::reset_suelto_en>},

@@ -157,6 +157,7 @@ void placa::atender(instante cuando) {
     libre_pc_ = std::max(libre_pc_, cuando);
   }
   if (balbucea_ || desde(fallos.muda_desde)) return;
+  if (desde(fallos.eco_desde)) return poner(stx + trama_ + etx, cuando);
   if (n == fallos.reset_en) {
     chip_.reiniciar();
     for (unsigned i = 0; i < std::min(fallos.reset_repetido, maximo_reset); ++i) responder("1RESET", cuando);
@@ -166,6 +167,7 @@ void placa::atender(instante cuando) {
   if (contenido == "0" && n != fallos.error_en) {
     contenido = ejecutar(std::string_view(trama_).substr(0, trama_.size() - 2));
   }
+  if (n == fallos.inactiva_en && trama_.starts_with('c')) contenido = "0FF";
   if (n != fallos.calla_en) responder(contenido, cuando);
 }
 

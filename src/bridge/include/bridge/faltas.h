@@ -27,6 +27,11 @@ struct faltas {
   /// This frame is refused with this code character.
   std::uint64_t error_en = 0;
   char codigo_error = '6';
+  /// The status that this frame asks for reads as FF, as from an EzPort that is not active.
+  std::uint64_t inactiva_en = 0;
+  /// From this frame on each frame comes back as it is, as from a plug that joins both directions, and none is carried
+  /// out.
+  std::uint64_t eco_desde = 0;
   /// This frame is answered by a RESET signal, and the chip starts anew; `reset_repetido` sends that many.
   std::uint64_t reset_en = 0;
   unsigned reset_repetido = 1;
