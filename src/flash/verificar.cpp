@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "flash/bloque.h"
-#include "link/esperas.h"
+#include "link/corchete.h"
 #include "link/puerto.h"
 #include "link/tramas.h"
 #include "platform/texto.h"
@@ -188,16 +188,6 @@ bool comparar_grupos(enlace& e, const Variables_grab& v, avance& a, std::int32_t
 
 }  // namespace
 
-void cerrar_chip_y_puerto(enlace& e) {
-  const interrupcion antes = e.corte;
-  enviar_comando(e, "D");
-  esperar_datos(e);
-  // A question answered Yes has opened the chip once more.
-  if (e.corte.interrumpida && e.corte.cierre_permitido && !antes.interrumpida) enviar_comando(e, "D");
-  e.corte = antes;
-  cerrar_puerto(e);
-}
-
 void verificar_borrado(enlace& e, avance& a) {
   veredicto v = veredicto::ninguno;
   {
@@ -205,7 +195,8 @@ void verificar_borrado(enlace& e, avance& a) {
     v = examinar_borrado(e, a);
     if (v == veredicto::no) decir(e, "La Flash contiene datos, no está borrada");
   }
-  cerrar_chip_y_puerto(e);
+  cerrar_chip(e, esperar_datos);
+  cerrar_puerto(e);
   if (v == veredicto::si) decir(e, "La Flash ha sido verificada, está borrada");
 }
 
@@ -221,7 +212,8 @@ void verificar_sumas(enlace& e, const Variables_grab& v, avance& a) {
       decir(e, correcto);
     }
   }
-  cerrar_chip_y_puerto(e);
+  cerrar_chip(e, esperar_datos);
+  cerrar_puerto(e);
   if (este == veredicto::si) decir(e, correcto);
 }
 

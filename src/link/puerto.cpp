@@ -43,16 +43,6 @@ void cerrar_puerto(enlace& e) {
   if (e.control_serie.PortOpen()) e.control_serie.PortOpen(false);
 }
 
-void cerrar_orden(enlace& e) {
-  cerrar_puerto(e);
-  if (!e.corte.interrumpida && !e.corte.sin_respuesta) return;
-  // What an earlier Cancel has left would spoil the repetition as well.
-  e.tiempo_agotado = false;
-  if (e.peticiones_cierre > 0) return;
-  preguntar(e, {"Atención", "La comunicación se ha interrumpido y la operación no ha terminado. Debe repetirla",
-                botones::Aceptar, icono::critico});
-}
-
 std::optional<fichero> abrir_fichero(enlace& e, std::string_view ruta, std::string_view nombre, modo_fichero modo) {
   const std::string completo = std::string(ruta) + std::string(nombre);
   const bool existe = mayusculas(e.ficheros.Dir(completo)) == mayusculas(nombre);

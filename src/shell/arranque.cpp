@@ -1,8 +1,7 @@
 #include <filesystem>
 
-#include "link/esperas.h"
+#include "link/corchete.h"
 #include "link/puerto.h"
-#include "link/tramas.h"
 #include "shell/frm_principal.h"
 #include "shell/historial.h"
 
@@ -11,14 +10,10 @@ namespace morvane {
 namespace {
 
 void sondear_puente(enlace& e) {
-  if (!abrir_puerto(e)) return;
-  enviar_comando(e, "A");
-  esperar_con_vigilancia(e);
-  if (!e.tiempo_agotado) {
-    enviar_comando(e, "D");
-    esperar_con_vigilancia(e);
-  }
-  cerrar_puerto(e);
+  const corchete c(e);
+  if (!c.abierto()) return;
+  abrir_chip(e, esperar_con_vigilancia);
+  if (!e.tiempo_agotado) cerrar_chip(e, esperar_con_vigilancia);
 }
 
 }  // namespace

@@ -2,9 +2,7 @@
 
 #include "flash/borrar.h"
 #include "flash/grabar.h"
-#include "link/esperas.h"
-#include "link/puerto.h"
-#include "link/tramas.h"
+#include "link/corchete.h"
 
 namespace morvane {
 
@@ -13,19 +11,6 @@ bool rechazada_por_carga(frm_principal& f) {
   preguntar(f.link, {"Atención", "Se está cargando un archivo. Espere a que termine la carga", botones::Aceptar,
                      icono::exclamacion});
   return true;
-}
-
-void abrir_chip(enlace& e) {
-  enviar_comando(e, "A");
-  esperar_con_vigilancia(e);
-}
-
-/// The work is done when the chip is closed: a closing that fails does not undo what was said of it.
-void cerrar_chip(enlace& e) {
-  const bool rota = e.corte.interrumpida;
-  enviar_comando(e, "D");
-  esperar_con_vigilancia(e);
-  e.corte.interrumpida = rota;
 }
 
 bool hay_programa(frm_principal& f) {
@@ -39,16 +24,17 @@ void men_borrar_t_Click(frm_principal& f) {
   const orden_en_curso orden(f);
   enlace& e = f.link;
   f.progreso.cancelar = false;
-  if (!abrir_puerto(e)) return;
-  abrir_chip(e);
+  corchete c(e);
+  if (!c.abierto()) return;
+  abrir_chip(e, esperar_con_vigilancia);
   if (!e.tiempo_agotado) {
     if (borrar_flash(e, f.progreso)) {
       preguntar(e, {"Atención", "¡Ha terminado de borrar!"});
       f.progreso.Progress.Value = 0;
     }
-    cerrar_chip(e);
+    cerrar_chip(e, esperar_con_vigilancia);
   }
-  cerrar_orden(e);
+  c.terminar();
 }
 
 void men_prog_t_Click(frm_principal& f) {
@@ -56,14 +42,15 @@ void men_prog_t_Click(frm_principal& f) {
   const orden_en_curso orden(f);
   enlace& e = f.link;
   f.progreso.cancelar = false;
-  if (!abrir_puerto(e)) return;
-  abrir_chip(e);
+  corchete c(e);
+  if (!c.abierto()) return;
+  abrir_chip(e, esperar_con_vigilancia);
   if (!e.tiempo_agotado) {
     borrar_y_programar(e, f.v, f.progreso);
     f.progreso.Progress.Value = 0;
-    cerrar_chip(e);
+    cerrar_chip(e, esperar_con_vigilancia);
   }
-  cerrar_orden(e);
+  c.terminar();
 }
 
 void men_salir_Click(frm_principal& f) {

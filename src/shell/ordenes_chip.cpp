@@ -1,9 +1,7 @@
 #include "flash/habilitar.h"
 #include "flash/proteger.h"
 #include "flash/verificar.h"
-#include "link/esperas.h"
-#include "link/puerto.h"
-#include "link/tramas.h"
+#include "link/corchete.h"
 #include "shell/ordenes.h"
 
 namespace morvane {
@@ -13,11 +11,6 @@ namespace {
 /// The addresses that the protection writes.
 constexpr tramo palabra_de_proteccion{0x414, 0x418};
 constexpr const char* titulo_imposible = "No es posible Verificar";
-
-void abrir_chip_sin_vigilancia(enlace& e) {
-  enviar_comando(e, "A");
-  esperar_datos(e);
-}
 
 bool verificar_sin_haber_programado(enlace& e) {
   return preguntar(e, {titulo_imposible, "No se ha programado la flash en esta sesión, desea verificar de todas formas",
@@ -43,18 +36,19 @@ void verificar_programa(frm_principal& f) {
   const orden_en_curso orden(f);
   enlace& e = f.link;
   f.progreso.cancelar = false;
-  if (!abrir_puerto(e)) return;
-  abrir_chip(e);
+  corchete c(e);
+  if (!c.abierto()) return;
+  abrir_chip(e, esperar_con_vigilancia);
   if (!e.tiempo_agotado && puede_seguir(e)) {
     if (const auto tope = tope_de_comparacion(f)) {
       comparar_flash(e, f.v, f.progreso, *tope);
       f.progreso.Progress.Value = 0;
-      cerrar_chip(e);
+      cerrar_chip(e, esperar_con_vigilancia);
     }
   } else if (!e.tiempo_agotado) {
-    cerrar_chip(e);
+    cerrar_chip(e, esperar_con_vigilancia);
   }
-  cerrar_orden(e);
+  c.terminar();
 }
 
 }  // namespace
@@ -63,30 +57,32 @@ void men_verific_t_Click(frm_principal& f) {
   if (rechazada_por_carga(f)) return;
   const orden_en_curso orden(f);
   enlace& e = f.link;
-  if (!abrir_puerto(e)) return;
-  abrir_chip_sin_vigilancia(e);
+  corchete c(e);
+  if (!c.abierto()) return;
+  abrir_chip(e, esperar_datos);
   if (habilitar_flash(e)) {
     verificar_borrado(e, f.progreso);
   } else {
-    cerrar_chip_y_puerto(e);
+    cerrar_chip(e, esperar_datos);
   }
   f.progreso.Progress.Value = 0;
-  cerrar_orden(e);
+  c.terminar();
 }
 
 void mn_verifi_t_f_Click(frm_principal& f) {
   if (rechazada_por_carga(f)) return;
   const orden_en_curso orden(f);
   enlace& e = f.link;
-  if (!abrir_puerto(e)) return;
-  abrir_chip_sin_vigilancia(e);
+  corchete c(e);
+  if (!c.abierto()) return;
+  abrir_chip(e, esperar_datos);
   if (habilitar_flash(e)) {
     verificar_sumas(e, f.v, f.progreso);
   } else {
-    cerrar_chip_y_puerto(e);
+    cerrar_chip(e, esperar_datos);
   }
   f.progreso.Progress.Value = 0;
-  cerrar_orden(e);
+  c.terminar();
 }
 
 void men_verifi_t_Click(frm_principal& f) {
@@ -97,25 +93,27 @@ void men_proteger_f_Click(frm_principal& f) {
   if (rechazada_por_carga(f)) return;
   const orden_en_curso orden(f);
   enlace& e = f.link;
-  if (!abrir_puerto(e)) return;
-  abrir_chip_sin_vigilancia(e);
+  corchete c(e);
+  if (!c.abierto()) return;
+  abrir_chip(e, esperar_datos);
   if (habilitar_flash(e)) {
     f.progreso.mapa.olvidar(palabra_de_proteccion);
     proteger_flash(e);
   }
-  cerrar_chip_y_puerto(e);
-  cerrar_orden(e);
+  cerrar_chip(e, esperar_datos);
+  c.terminar();
 }
 
 void men_reset_Click(frm_principal& f) {
   if (rechazada_por_carga(f)) return;
   const orden_en_curso orden(f);
   enlace& e = f.link;
-  if (!abrir_puerto(e)) return;
-  abrir_chip(e);
+  corchete c(e);
+  if (!c.abierto()) return;
+  abrir_chip(e, esperar_con_vigilancia);
   if (habilitar_flash_reset(e)) paso(e, "j");
-  cerrar_chip_y_puerto(e);
-  cerrar_orden(e);
+  cerrar_chip(e, esperar_datos);
+  c.terminar();
 }
 
 }  // namespace morvane

@@ -1,7 +1,5 @@
 #include "flash/leer.h"
-#include "link/esperas.h"
-#include "link/puerto.h"
-#include "link/tramas.h"
+#include "link/corchete.h"
 #include "platform/texto.h"
 #include "shell/ordenes.h"
 
@@ -58,7 +56,7 @@ void leer_lo_programado(frm_principal& f) {
   f.v.dir_fin_lectura = f.v.dir_max_grabada;
   leer_flash(f.link, f.v, f.progreso, 0, f.v.dir_max_grabada);
   f.progreso.Progress.Value = 0;
-  cerrar_chip(f.link);
+  cerrar_chip(f.link, esperar_con_vigilancia);
 }
 
 }  // namespace
@@ -68,11 +66,12 @@ void men_leer_ft_Click(frm_principal& f) {
   const orden_en_curso orden(f);
   enlace& e = f.link;
   f.progreso.cancelar = false;
-  if (!abrir_puerto(e)) return;
+  corchete c(e);
+  if (!c.abierto()) return;
   modo_caracter(e.control_serie);
-  abrir_chip(e);
-  if (!e.tiempo_agotado) puede_seguir(e) ? leer_lo_programado(f) : cerrar_chip(e);
-  cerrar_orden(e);
+  abrir_chip(e, esperar_con_vigilancia);
+  if (!e.tiempo_agotado) puede_seguir(e) ? leer_lo_programado(f) : cerrar_chip(e, esperar_con_vigilancia);
+  c.terminar();
 }
 
 void men_leer_fr_Click(frm_principal& f) {
@@ -88,14 +87,15 @@ void btn_leer_Click(frm_principal& f) {
   const orden_en_curso orden(f);
   enlace& e = f.link;
   f.progreso.cancelar = false;
-  if (!abrir_puerto(e)) return;
-  abrir_chip(e);
+  corchete c(e);
+  if (!c.abierto()) return;
+  abrir_chip(e, esperar_con_vigilancia);
   if (!e.tiempo_agotado && puede_seguir(e)) {
     f.v.dir_fin_lectura = static_cast<std::int32_t>(fin);
     leer_flash(e, f.v, f.progreso, static_cast<std::int32_t>(desde), static_cast<std::int32_t>(hasta));
-    f.rango.fra_rango.Visible = e.corte.interrumpida;
+    f.rango.fra_rango.Visible = false;
   }
-  cerrar_orden(e);
+  c.terminar();
 }
 
 }  // namespace morvane

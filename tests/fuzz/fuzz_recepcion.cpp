@@ -3,7 +3,7 @@
 
 #include "fuzz/mesa.h"
 #include "link/esperas.h"
-#include "link/puerto.h"
+#include "link/corchete.h"
 #include "link/tramas.h"
 #include "platform/texto.h"
 
@@ -36,7 +36,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t lar
   MSComm serial(m.plat, m.linea);
   enlace e(m.plat, m.ficheros, serial);
   e.valores = {"57600", "n", "8", "1", "COM1", ""};
-  apoyo::exigir(abrir_puerto(e), "the port opens");
+  corchete c(e);
+  apoyo::exigir(c.abierto(), "the port opens");
   // The first three bytes choose mode, wait, pace and answers; the rest comes off the line.
   constexpr int modos[][2] = {{1, 1}, {0, 5}, {15, 15}, {0, 16}, {47, 47}, {0, 47}};
   const int* const modo = modos[datos[0] % 6];
@@ -72,7 +73,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t lar
     apoyo::exigir(!e.estado_reciente || hay(estado), "a status is a good frame's");
   }
   const bool cortada = e.corte.interrumpida || e.corte.sin_respuesta;
-  cerrar_orden(e);
+  c.terminar();
   apoyo::exigir(m.plat.cajas.size() == cajas + (cortada ? 1 : 0), "one closing box for what was broken off");
   const bool como_siempre = serial.InputLen() == 1 && serial.RThreshold() == 1;
   apoyo::exigir(!serial.PortOpen() && !e.spera_resp.Enabled() && como_siempre, "the port is as before");

@@ -206,10 +206,23 @@ TEST_F(ordenes, what_was_programmed_is_read_or_a_range_is_offered) {
   EXPECT_EQ(correr(men_leer_ft_Click), "A");
   EXPECT_TRUE(f.rango.fra_rango.Visible && plat.cajas.empty());
   v.dir_max_grabada = 0x21;
-  // A closing that fails does not undo what was done.
-  for (const std::uint64_t cuelga : {0, 5}) {
-    EXPECT_EQ(correr(men_leer_ft_Click, {.cuelga_en = cuelga}), "A e00000020 e00002020 e00004020 D");
-    EXPECT_EQ(plat.cajas, (std::vector<caja>{{"", texto_leido}}));
+  EXPECT_EQ(correr(men_leer_ft_Click), "A e00000020 e00002020 e00004020 D");
+  EXPECT_EQ(plat.cajas, (std::vector<caja>{{"", texto_leido}}));
+}
+
+TEST_F(ordenes, a_device_that_vanishes_at_the_closing_does_not_undo_what_was_said_but_the_map_forgets_the_chip) {
+  correr(men_prog_t_Click);
+  for (const orden cual : {men_prog_t_Click, men_verifi_t_Click, mn_verifi_t_f_Click, men_verific_t_Click,
+                           men_leer_ft_Click, men_reset_Click, men_proteger_f_Click, men_borrar_t_Click}) {
+    llenar(0xFF);
+    const std::string flujo = correr(cual);
+    const auto cajas = plat.cajas;
+    f.progreso.mapa.borrado();
+    const auto ultima_trama = static_cast<std::uint64_t>(std::ranges::count(flujo, ' ')) + 1;
+    llenar(0xFF);
+    EXPECT_EQ(correr(cual, {.cuelga_en = ultima_trama}), flujo);
+    EXPECT_EQ(plat.cajas, cajas) << flujo;
+    EXPECT_TRUE(f.progreso.mapa.ignora(0) && f.progreso.mapa.ignora(511)) << flujo;
   }
 }
 

@@ -28,7 +28,4 @@ void comparar_flash(enlace& e, const Variables_grab& v, avance& a, std::int32_t 
 /// upper-case hexadecimal digits without leading zeros.
 std::string suma_rango(const Variables_grab& v, std::int32_t desde, std::int32_t cuenta);
 
-/// Ends the work on the chip: "D", a wait without a watchdog, and the port closed.
-void cerrar_chip_y_puerto(enlace& e);
-
 }  // namespace morvane

@@ -15,10 +15,6 @@ bool abrir_puerto(enlace& e);
 /// Closes the port and disables the watchdog. Does nothing to a closed port.
 void cerrar_puerto(enlace& e);
 
-/// The end of a command: closes the port, and tells the user if the operation was broken off or a wait was given up, so
-/// that it has to be repeated. `tiempo_agotado` is then down.
-void cerrar_orden(enlace& e);
-
 /// Reads "SETTINGS.TXT". Without the file the settings stay as they are, and so they do when it cannot be read, which
 /// the user is told; an empty one gives the defaults and is written anew. Fields that are missing, that hold a double
 /// quote, a NUL or more than 255 bytes take their defaults.

@@ -35,10 +35,6 @@ void btn_leer_Click(frm_principal& f);
 /// True while a load runs, in which case the user has been told to wait: what it fills is what the commands work on.
 bool rechazada_por_carga(frm_principal& f);
 
-/// Send "A" or "D" and wait under the watchdog.
-void abrir_chip(enlace& e);
-void cerrar_chip(enlace& e);
-
 /// Ends the program at once, without a question.
 void men_salir_Click(frm_principal& f);
 
