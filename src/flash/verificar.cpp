@@ -143,7 +143,7 @@ bool iguales(const Variables_grab& v, std::string_view respuesta, std::int32_t b
 
 bool difieren(enlace& e, avance& a) {
   preguntar(e, {"Error en verificación", "Los datos no coinciden"});
-  if (!e.respuesta_lista) e.adelantadas = 1;
+  if (!e.respuesta_lista) e.linea_inquieta = true;
   a.Progress.Value = 0;
   return false;
 }

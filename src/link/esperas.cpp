@@ -1,9 +1,7 @@
 #include "link/esperas.h"
 
-#include <algorithm>
 #include <atomic>
 #include <limits>
-#include <utility>
 
 #include "link/tramas.h"
 
@@ -18,8 +16,10 @@ constexpr milisegundos silencio_normal{5'000};
 constexpr milisegundos silencio_bloque{10'000};
 /// How long a wait puts up with characters that are not what it waits for.
 constexpr milisegundos charla{15'000};
-/// Quiet time after which no further reply to a repeated command is expected.
+/// Quiet time after which a line that was left restless counts as at rest, and the same for one on which only an "A" was
+/// repeated: what comes later is known by its shape.
 constexpr milisegundos reposo{1'500};
+constexpr milisegundos reposo_tras_repetir{500};
 
 const caja& pregunta_sin_respuesta() {
   static const caja pregunta{"Atención error de comunicación",
@@ -65,22 +65,20 @@ void recoger(enlace& e, int esperadas, milisegundos calma) {
   }
 }
 
-/// After a repeated "A", after a command that did not wait for the reply to the one before, and in the first bracket on
-/// a line that was left restless, more replies may be under way than the one that has come. Takes them too, so that
-/// none is read as the reply to a later command.
+/// After a repeated "A", and in the first bracket on a line that was left restless, more replies may be under way than
+/// the one that has come. Takes those that come at once; a board that was mended sends no others, and those of a board
+/// that is slow are told apart from the replies to later commands.
 void asentar_linea(enlace& e) {
   const bool nuevo_comienzo = e.linea_inquieta && e.ultimo_comando == 'A';
-  const int otras = e.repetidas + std::exchange(e.adelantadas, 0);
-  if (!nuevo_comienzo && otras == 0) return;
+  if (!nuevo_comienzo && e.repetidas == 0) return;
+  const int esperadas = e.repetidas + 1;
   if (nuevo_comienzo) {
     // Older ones may come too, so that counting does not tell which is which.
-    recoger(e, std::numeric_limits<int>::max(), otras == 0 ? reposo : charla);
+    recoger(e, std::numeric_limits<int>::max(), reposo);
   } else {
-    // A board that took so long for the first answer takes no longer for the others.
-    const auto tardanza = std::chrono::ceil<milisegundos>(e.plat.ahora() - e.inicio_espera);
-    recoger(e, otras + 1, std::clamp(tardanza, silencio_normal, charla));
+    recoger(e, esperadas, reposo_tras_repetir);
   }
-  if (nuevo_comienzo && puede_seguir(e)) e.linea_inquieta = false;
+  if (e.respuestas_espera < esperadas) e.linea_inquieta = true;
 }
 
 void reabrir_chip(enlace& e) {
@@ -118,7 +116,6 @@ class vigia {
     silencio_.arrancar();
     charla_.arrancar();
     e_.repetidas = e_.respuestas_espera = 0;
-    e_.inicio_espera = e.plat.ahora();
   }
 
   /// One pass of the pump, and the question if it is time for it.
@@ -146,6 +143,24 @@ class vigia {
   reloj silencio_, charla_;
   std::uint64_t vistos_;
   bool algo_ = false;
+};
+
+/// Keeps the watchdog on guard.
+class guardia {
+ public:
+  explicit guardia(enlace& e) : e_(e) {
+    ++e_.vigiladas;
+    e_.spera_resp.Enabled(true);
+  }
+  ~guardia() {
+    --e_.vigiladas;
+    e_.spera_resp.Enabled(false);
+  }
+  guardia(const guardia&) = delete;
+  guardia& operator=(const guardia&) = delete;
+
+ private:
+  enlace& e_;
 };
 
 /// The gap between two passes of the waits that are in no hurry.
@@ -189,12 +204,11 @@ void esperar_con_vigilancia(enlace& e) {
   if (e.corte.interrumpida) return;
   e.tiempo_agotado = false;
   vigia v(e, &enlace::respuesta_lista);
-  e.spera_resp.Enabled(true);
-  ++e.vigiladas;
-  do v.pasar();
-  while (!v.fin() && !e.tiempo_agotado);
-  --e.vigiladas;
-  e.spera_resp.Enabled(false);
+  {
+    const guardia de_la_espera(e);
+    do v.pasar();
+    while (!v.fin() && !e.tiempo_agotado);
+  }
   if (!v.fin()) e.linea_inquieta = true;
   if (v.fin()) asentar_linea(e);
 }
@@ -204,7 +218,7 @@ void spera_resp_Timer(enlace& e) {
   if (algo || !e.control_serie.PortOpen()) return e.spera_resp.Enabled(false);
   switch (preguntar(e, pregunta_sin_respuesta())) {
     case vbYes:
-      // What has come meanwhile stays: it is the answer of a slow board, and whatever more comes is taken afterwards.
+      // What has come meanwhile stays: it is the answer of a slow board.
       ++e.repetidas;
       enviar_comando(e, "A");
       break;

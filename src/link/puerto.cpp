@@ -34,7 +34,6 @@ bool abrir_puerto(enlace& e) {
   }
   if (!serial.PortOpen(true)) return negar(e, "Atención", "El puerto ya ha sido utilizado por otra aplicación");
   e.corte = {};
-  e.adelantadas = 0;
   return true;
 }
 

@@ -65,6 +65,18 @@ void recibir_estado(enlace& e) {
   e.bit_fs = bit(7);
 }
 
+/// True for a late reply to something that was sent before the last command, where its shape tells: replies come in the
+/// order of their commands, and those to a status and to a reading bring data. One of these that has come ends the time
+/// in which there may be late ones.
+bool rezagada(enlace& e) {
+  const bool con_datos = e.ultimo_comando == 'c' || e.ultimo_comando == 'e';
+  if (!e.linea_inquieta || !con_datos || e.respuesta.front() != '0') return false;
+  const bool es_estado = e.respuesta.size() == largo_estado;
+  const bool es_lectura = e.respuesta.size() > largo_estado;
+  e.linea_inquieta = e.ultimo_comando == 'c' ? !es_estado : !es_lectura;
+  return e.linea_inquieta;
+}
+
 void recibir_trama(enlace& e) {
   if (!validar_checksum(e.respuesta)) {
     avisar(e, {"Atención Error", "Error en la comunicación, el Cheksum ha fallado, verifique la conexión y el cableado",
@@ -74,8 +86,12 @@ void recibir_trama(enlace& e) {
   }
   // The text of an older reply once more, or run into it: whatever it is, it does not answer this command.
   if (!e.trama_empezada) interrumpir(e);
-  e.respuesta_lista = true;
   ++e.respuestas_espera;
+  if (rezagada(e)) {
+    e.datos_listos = e.trama_empezada = false;
+    return;
+  }
+  e.respuesta_lista = true;
   e.codigo_respuesta = e.respuesta.front();
   if (e.codigo_respuesta != '0') {
     if (e.respuesta.compare(1, 5, "RESET") == 0) return recibir_reset(e);

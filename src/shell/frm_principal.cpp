@@ -162,7 +162,6 @@ orden_en_curso::~orden_en_curso() {
   if (--f_.ordenes > 0) return;
   if (f_.link.corte.perdida) f_.progreso.mapa.olvidar_chip();
   f_.cargando = false;
-  f_.link.vigiladas = 0;
   cerrar_puerto(f_.link);
 }
 

@@ -104,13 +104,38 @@ TEST_F(esperas, the_watchdog_asks_each_second_and_yes_sends_a_whatever_the_wait_
   EXPECT_FALSE(e.corte.interrumpida) << "a guarded wait that was given up is no broken operation";
 }
 
-TEST_F(esperas, a_late_reply_is_not_taken_for_the_next_one) {
-  for (int i = 0; i < 2; ++i) lejos.contestar(trama("030"), 1500ms);
-  lejos.contestar(marco("002"), 1200ms);
-  plat.responder(vbYes);
-  enviar_y(esperar_con_vigilancia, "A");
-  enviar_y(esperar_datos, "c");
-  EXPECT_EQ(e.registro_estado, 0x02);
+TEST_F(esperas, behind_a_yes_the_program_stands_still_for_half_a_second_at_most_and_late_replies_answer_nothing_else) {
+  constexpr instante nunca{-1};
+  const struct {
+    instante piensa;
+    std::vector<instante> tras;
+    instante quieto;
+  } casos[] = {{0s, {nunca, 1ms}, 500ms},
+               {12s, {nunca, nunca, 1ms}, 500ms},
+               {2s, {nunca, nunca, nunca, 1ms}, 500ms},
+               {0s, {1300ms, 400ms}, 100ms},
+               {0s, {1500ms, 1500ms}, 500ms},
+               {2s, {4500ms, 3s, 4s}, 500ms}};
+  for (const auto& c : casos) {
+    reabrir();
+    plat.tiempo_de_caja = c.piensa;
+    for (const instante t : c.tras) t == nunca ? lejos.contestar("") : lejos.contestar(marco("0"), t);
+    for (std::size_t i = 1; i < c.tras.size(); ++i) plat.responder(vbYes);
+    instante llega = nunca;
+    plat.en_cada_pasada = [&] { llega = llega == nunca && e.respuesta_lista ? plat.ahora() : llega; };
+    enviar_y(esperar_con_vigilancia, "A");
+    plat.en_cada_pasada = nullptr;
+    EXPECT_LE(plat.ahora() - llega, c.quieto) << c.tras.size();
+    for (const char* respuesta : {"0", "022"}) {
+      lejos.contestar(marco(respuesta));
+      enviar_y(esperar_datos, respuesta == std::string("0") ? "a" : "c");
+    }
+    EXPECT_EQ(e.registro_estado, 0x22) << c.tras.size();
+    EXPECT_FALSE(e.corte.interrumpida || e.linea_inquieta) << c.tras.size();
+    plat.olvidar_respuestas();
+    lejos.callar();
+    e.registro_estado = 0;
+  }
 }
 
 TEST_F(esperas, the_watchdog_that_a_reset_armed_breaks_off_on_cancel) {

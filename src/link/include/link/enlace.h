@@ -85,12 +85,9 @@ struct enlace {
   int vigiladas = 0;
   /// Times that the running wait has sent "A" again, and good frames that have come since it began.
   int repetidas = 0, respuestas_espera = 0;
-  /// Commands whose replies the next wait takes before its own one, because nothing has waited for them.
-  int adelantadas = 0;
-  /// When the running wait began.
-  instante inicio_espera{0};
-  /// Replies to what was sent before may still come: it was given up, or noise was taken for replies to it. Up until an
-  /// "A" has been answered and the line has come to rest after it.
+  /// Replies to what was sent before may still come: it was repeated or given up, or noise was taken for replies to it.
+  /// While it is up, an "A" lets the line come to rest, and a reply without data does not answer a status or a reading.
+  /// Down again once one of these has been answered.
   bool linea_inquieta = false;
   /// Characters that had been received when the last command went out.
   std::uint64_t recibidos_al_enviar = 0;
