@@ -95,7 +95,8 @@ void recibir_trama(enlace& e) {
   e.codigo_respuesta = e.respuesta.front();
   if (e.codigo_respuesta != '0') {
     if (e.respuesta.compare(1, 5, "RESET") == 0) return recibir_reset(e);
-    mostrar_error_chip(e, e.codigo_respuesta);
+    // An echo, or whatever else it is: it answers nothing.
+    if (!mostrar_error_chip(e, e.codigo_respuesta)) interrumpir(e);
   } else if (e.ultimo_comando == 'c') {
     recibir_estado(e);
   }
