@@ -22,8 +22,8 @@ bool borrar_flash(enlace& e, avance& a) {
   const int resets = e.corte.resets;
   if (!habilitar_flash(e)) return false;
   a.mapa.olvidar_chip();
+  const int cajas = e.corte.cajas_recepcion;
   if (!paso(e, "i")) return false;
-  const bool aceptada = e.codigo_respuesta == '0';
   int sondeos = 0;
   for (bool ocupada = true; ocupada && sondeos < limite_sondeos; ++sondeos) {
     if (!paso(e, "c")) return false;
@@ -40,8 +40,8 @@ bool borrar_flash(enlace& e, avance& a) {
                  "Tiempo de borrado de Flash se ha excedido, se ha detenido el proceso de grabación");
   }
   if (interrumpir_tras_reset(e, resets)) return false;
-  // A chip that has refused the command shows itself just as idle.
-  if (aceptada) a.mapa.borrado();
+  // A chip that has refused the command shows itself just as idle, and the refusal may have come late.
+  if (e.corte.cajas_recepcion == cajas) a.mapa.borrado();
   return true;
 }
 
