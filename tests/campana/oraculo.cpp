@@ -31,7 +31,8 @@ void oraculo::empezar(const circunstancias& c) {
   dicho.clear();
   desde_ = linea_.escrito().size();
   preguntas_ = interrumpidas_ = otras_ = 0;
-  rechazo_ = false;
+  rechazo_ = sin_mirar_ = false;
+  estaba_protegida_ = protegida();
 }
 
 void oraculo::exigir(bool bien, const std::string& que) {
@@ -50,7 +51,9 @@ void oraculo::juzgar(const caja& mensaje) {
   if (tiene(t, ", está borrada")) exigir(e.altera || e.desplaza || borrada(), "false: " + t);
   if (tiene(t, "está correcto")) exigir(e.altera || e.desplaza || sumas_iguales(), "false: " + t);
   if (tiene(t, "ha sido exitosa")) exigir(rechazo_ || e.altera || e.desplaza || bytes_iguales(), "false: " + t);
-  if (tiene(t, "Se ha protegido")) exigir(protegida(), "false: " + t);
+  // The look that decides comes behind a "D".
+  if (tiene(t, "EzPort está activo")) sin_mirar_ = !enviados('D').empty();
+  if (tiene(t, "Se ha protegido")) exigir(protegida() && (!sin_mirar_ || estaba_protegida_), "false: " + t);
   if (tiene(t, "Ha terminado de cargar")) exigir(cargado(), "false: " + t);
   if (c_.limpia && !protegida()) {
     if (tiene(t, "difiere")) exigir(!sumas_iguales(), "false: " + t);

@@ -53,7 +53,7 @@ class oraculo {
   circunstancias c_;
   std::size_t desde_ = 0;
   int preguntas_ = 0, interrumpidas_ = 0, otras_ = 0;
-  bool rechazo_ = false;
+  bool rechazo_ = false, estaba_protegida_ = false, sin_mirar_ = false;
 };
 
 }  // namespace campana
