@@ -16,8 +16,8 @@ constexpr milisegundos silencio_normal{5'000};
 constexpr milisegundos silencio_bloque{10'000};
 /// How long a wait puts up with characters that are not what it waits for.
 constexpr milisegundos charla{15'000};
-/// Quiet time after which a line that was left restless counts as at rest, and the same for one on which only an "A" was
-/// repeated: what comes later is known by its shape.
+/// Quiet time after which a line that was left restless counts as at rest, and the same for one on which only an "A"
+/// was repeated: what comes later is known by its shape.
 constexpr milisegundos reposo{1'500};
 constexpr milisegundos reposo_tras_repetir{500};
 

@@ -2,8 +2,8 @@
 // as before.
 
 #include "fuzz/mesa.h"
-#include "link/esperas.h"
 #include "link/corchete.h"
+#include "link/esperas.h"
 #include "link/tramas.h"
 #include "platform/texto.h"
 

@@ -110,12 +110,8 @@ TEST_F(esperas, behind_a_yes_the_program_stands_still_for_half_a_second_at_most_
     instante piensa;
     std::vector<instante> tras;
     instante quieto;
-  } casos[] = {{0s, {nunca, 1ms}, 500ms},
-               {12s, {nunca, nunca, 1ms}, 500ms},
-               {2s, {nunca, nunca, nunca, 1ms}, 500ms},
-               {0s, {1300ms, 400ms}, 100ms},
-               {0s, {1500ms, 1500ms}, 500ms},
-               {2s, {4500ms, 3s, 4s}, 500ms}};
+  } casos[] = {{0s, {nunca, 1ms}, 500ms},    {12s, {nunca, nunca, 1ms}, 500ms}, {2s, {nunca, nunca, nunca, 1ms}, 500ms},
+               {0s, {1300ms, 400ms}, 100ms}, {0s, {1500ms, 1500ms}, 500ms},     {2s, {4500ms, 3s, 4s}, 500ms}};
   for (const auto& c : casos) {
     reabrir();
     plat.tiempo_de_caja = c.piensa;

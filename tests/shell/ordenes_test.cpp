@@ -227,8 +227,8 @@ TEST_F(ordenes, a_device_that_vanishes_at_the_closing_does_not_undo_what_was_sai
 }
 
 TEST_F(ordenes, a_loopback_plug_ends_in_no_praise) {
-  const orden todas[] = {men_borrar_t_Click, men_prog_t_Click,   men_verific_t_Click,  mn_verifi_t_f_Click,
-                         btn_leer_Click,     men_reset_Click,    men_proteger_f_Click, men_verifi_t_Click};
+  const orden todas[] = {men_borrar_t_Click, men_prog_t_Click, men_verific_t_Click,  mn_verifi_t_f_Click,
+                         btn_leer_Click,     men_reset_Click,  men_proteger_f_Click, men_verifi_t_Click};
   f.rango.txt_desde.Text = "0";
   f.rango.txt_hasta.Text = "0";
   for (const orden cual : todas) {

@@ -17,8 +17,8 @@ class corchete {
   /// False if the port could not be opened; the user has seen why.
   bool abierto() const { return abierto_; }
 
-  /// The end of the command: closes the port, and tells the user if the operation was broken off or a wait was given up,
-  /// so that it has to be repeated. `tiempo_agotado` is then down.
+  /// The end of the command: closes the port, and tells the user if the operation was broken off or a wait was given
+  /// up, so that it has to be repeated. `tiempo_agotado` is then down.
   void terminar();
 
  private:
