@@ -13,9 +13,9 @@
 #include "flash/leer.h"
 #include "image/cargar_s19.h"
 #include "image/filas.h"
+#include "link/envio.h"
 #include "link/esperas.h"
 #include "link/puerto.h"
-#include "link/tramas.h"
 #include "plataforma_muda.h"
 #include "platform/texto.h"
 

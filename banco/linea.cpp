@@ -20,10 +20,11 @@
 #include "flash/grabar.h"
 #include "flash/habilitar.h"
 #include "flash/leer.h"
+#include "link/envio.h"
 #include "link/esperas.h"
 #include "link/puerto.h"
-#include "link/tramas.h"
 #include "platform/texto.h"
+#include "platform/tramas.h"
 
 using namespace morvane;
 

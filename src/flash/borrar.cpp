@@ -27,11 +27,11 @@ bool borrar_flash(enlace& e, avance& a) {
   int sondeos = 0;
   for (bool ocupada = true; ocupada && sondeos < limite_sondeos; ++sondeos) {
     if (!paso(e, "c")) return false;
-    if (e.estado_reciente && e.bit_wef != 0) {
+    if (e.envio.estado_reciente && e.bit_wef != 0) {
       return fallo(e, "Atención ocurrió un problema", "Error al borrar la Flash, se ha detenido la acción de borrar");
     }
     // A poll without a status of its own repeats the verdict of the one before.
-    if (e.estado_reciente) ocupada = e.bit_wip != 0;
+    if (e.envio.estado_reciente) ocupada = e.bit_wip != 0;
     e.plat.DoEvents();
   }
   if (!puede_seguir(e)) return false;

@@ -4,9 +4,9 @@
 
 #include "flash/borrar.h"
 #include "flash/habilitar.h"
+#include "link/envio.h"
 #include "link/esperas.h"
 #include "link/puerto.h"
-#include "link/tramas.h"
 #include "platform/texto.h"
 
 namespace morvane {

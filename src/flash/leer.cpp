@@ -1,8 +1,8 @@
 #include "flash/leer.h"
 
 #include "flash/bloque.h"
+#include "link/envio.h"
 #include "link/esperas.h"
-#include "link/tramas.h"
 
 namespace morvane {
 

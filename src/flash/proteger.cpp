@@ -1,7 +1,7 @@
 #include "flash/proteger.h"
 
+#include "link/envio.h"
 #include "link/esperas.h"
-#include "link/tramas.h"
 
 namespace morvane {
 

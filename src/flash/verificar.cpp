@@ -5,9 +5,10 @@
 
 #include "flash/bloque.h"
 #include "link/corchete.h"
+#include "link/envio.h"
 #include "link/puerto.h"
-#include "link/tramas.h"
 #include "platform/texto.h"
+#include "platform/tramas.h"
 
 namespace morvane {
 

@@ -1,7 +1,7 @@
 #include "link/corchete.h"
 
+#include "link/envio.h"
 #include "link/puerto.h"
-#include "link/tramas.h"
 
 namespace morvane {
 

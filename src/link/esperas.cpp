@@ -3,7 +3,7 @@
 #include <atomic>
 #include <limits>
 
-#include "link/tramas.h"
+#include "link/envio.h"
 
 namespace morvane {
 
@@ -38,6 +38,10 @@ bool terminada(const enlace& e, bandera b) {
   return cumplida(e, b) || e.corte.interrumpida;
 }
 
+bool vigilada(const enlace& e) {
+  return e.espera != nullptr && e.espera->vigilada;
+}
+
 void pasada(enlace& e) {
   e.plat.DoEvents();
   if (e.control_serie.perdido()) {
@@ -46,7 +50,7 @@ void pasada(enlace& e) {
   }
   if (e.peticiones_cierre < 2) return;
   e.tiempo_agotado = true;
-  if (e.vigiladas == 0) interrumpir(e);
+  if (!vigilada(e)) interrumpir(e);
 }
 
 /// Takes all that still comes until `esperadas` replies have come since the wait began, or the line has been quiet for
@@ -57,7 +61,7 @@ void recoger(enlace& e, int esperadas, milisegundos calma) {
   quietud.arrancar();
   limite.arrancar();
   for (std::uint64_t vistos = e.control_serie.recibidos(); !quietud.vencido();) {
-    if (e.respuestas_espera >= esperadas || !puede_seguir(e)) return;
+    if (e.espera->respuestas >= esperadas || !puede_seguir(e)) return;
     if (limite.vencido()) return interrumpir(e);
     pasada(e);
     if (vistos != e.control_serie.recibidos()) quietud.arrancar();
@@ -70,15 +74,15 @@ void recoger(enlace& e, int esperadas, milisegundos calma) {
 /// that is slow are told apart from the replies to later commands.
 void asentar_linea(enlace& e) {
   const bool nuevo_comienzo = e.linea_inquieta && e.ultimo_comando == 'A';
-  if (!nuevo_comienzo && e.repetidas == 0) return;
-  const int esperadas = e.repetidas + 1;
+  const int esperadas = e.espera->repetidas + 1;
+  if (!nuevo_comienzo && esperadas == 1) return;
   if (nuevo_comienzo) {
     // Older ones may come too, so that counting does not tell which is which.
     recoger(e, std::numeric_limits<int>::max(), reposo);
   } else {
     recoger(e, esperadas, reposo_tras_repetir);
   }
-  if (e.respuestas_espera < esperadas) e.linea_inquieta = true;
+  if (e.espera->respuestas < esperadas) e.linea_inquieta = true;
 }
 
 void reabrir_chip(enlace& e) {
@@ -115,8 +119,11 @@ class vigia {
         vistos_(e.control_serie.recibidos()) {
     silencio_.arrancar();
     charla_.arrancar();
-    e_.repetidas = e_.respuestas_espera = 0;
+    e_.espera = &esta_;
   }
+  ~vigia() { e_.espera = la_de_fuera_; }
+  vigia(const vigia&) = delete;
+  vigia& operator=(const vigia&) = delete;
 
   /// One pass of the pump, and the question if it is time for it.
   void pasar() {
@@ -139,21 +146,23 @@ class vigia {
 
  private:
   enlace& e_;
+  espera_en_curso esta_;
+  espera_en_curso* const la_de_fuera_ = e_.espera;
   const bandera bandera_;
   reloj silencio_, charla_;
   std::uint64_t vistos_;
   bool algo_ = false;
 };
 
-/// Keeps the watchdog on guard.
+/// Keeps the watchdog on guard over the innermost wait.
 class guardia {
  public:
   explicit guardia(enlace& e) : e_(e) {
-    ++e_.vigiladas;
+    e_.espera->vigilada = true;
     e_.spera_resp.Enabled(true);
   }
   ~guardia() {
-    --e_.vigiladas;
+    e_.espera->vigilada = false;
     e_.spera_resp.Enabled(false);
   }
   guardia(const guardia&) = delete;
@@ -182,7 +191,7 @@ void esperar(enlace& e, bandera b, Pausa pausa) {
   }
   if (!v.fin()) e.corte.sin_respuesta = e.linea_inquieta = true;
   // What a RESET has armed has been answered.
-  if (v.fin() && e.vigiladas == 0) e.spera_resp.Enabled(false);
+  if (v.fin()) e.spera_resp.Enabled(false);
   if (v.fin()) asentar_linea(e);
 }
 
@@ -214,12 +223,12 @@ void esperar_con_vigilancia(enlace& e) {
 }
 
 void spera_resp_Timer(enlace& e) {
-  const bool algo = e.datos_listos || e.control_serie.recibidos() != e.recibidos_al_enviar;
+  const bool algo = e.datos_listos || e.control_serie.recibidos() != e.envio.recibidos_antes;
   if (algo || !e.control_serie.PortOpen()) return e.spera_resp.Enabled(false);
   switch (preguntar(e, pregunta_sin_respuesta())) {
     case vbYes:
       // What has come meanwhile stays: it is the answer of a slow board.
-      ++e.repetidas;
+      if (e.espera != nullptr) ++e.espera->repetidas;
       enviar_comando(e, "A");
       break;
     case vbNo:
@@ -227,7 +236,7 @@ void spera_resp_Timer(enlace& e) {
     default:
       e.tiempo_agotado = true;
       e.spera_resp.Enabled(false);
-      if (e.vigiladas == 0) interrumpir(e);
+      if (!vigilada(e)) interrumpir(e);
       break;
   }
 }

@@ -2,8 +2,9 @@
 
 #include <array>
 
-#include "link/tramas.h"
+#include "link/envio.h"
 #include "platform/texto.h"
+#include "platform/tramas.h"
 
 namespace morvane {
 
@@ -16,8 +17,7 @@ constexpr int maximo_resets = 1;
 /// Characters that an unfinished frame may grow to; noise beyond is not kept.
 constexpr std::size_t maximo_respuesta = 4096;
 
-/// Code, two digits of status, two of the checksum.
-constexpr std::size_t largo_estado = 5;
+constexpr std::size_t digitos_de_estado = 2;
 
 constexpr std::string_view titulo_chip = "Atención respuesta del Chip";
 
@@ -47,8 +47,8 @@ void recibir_reset(enlace& e) {
   e.spera_resp.Enabled(true);
 }
 
-void recibir_estado(enlace& e) {
-  const std::uint32_t estado = valor_hex(std::string_view(e.respuesta).substr(1, 2));
+void recibir_estado(enlace& e, std::string_view datos) {
+  const std::uint32_t estado = valor_hex(std::string_view(e.respuesta).substr(1, digitos_de_estado));
   e.registro_estado = static_cast<std::uint8_t>(estado);
   if (e.registro_estado == 0xFF) {
     avisar(e, {"Atención", "Verifique la conexión con el dispositivo, y compruebe que el EzPort está activo",
@@ -56,7 +56,7 @@ void recibir_estado(enlace& e) {
     return;
   }
   // A reply to another command has the digits of its checksum where a status stands.
-  e.estado_reciente = e.respuesta.size() == largo_estado;
+  e.envio.estado_reciente = datos.size() == digitos_de_estado;
   const auto bit = [estado](int n) { return static_cast<std::uint8_t>(estado >> n & 1); };
   e.bit_wip = bit(0);
   e.bit_wen = bit(1);
@@ -68,37 +68,38 @@ void recibir_estado(enlace& e) {
 /// True for a late reply to something that was sent before the last command, where its shape tells: replies come in the
 /// order of their commands, and those to a status and to a reading bring data. One of these that has come ends the time
 /// in which there may be late ones.
-bool rezagada(enlace& e) {
+bool rezagada(enlace& e, const respuesta_leida& r) {
   const bool con_datos = e.ultimo_comando == 'c' || e.ultimo_comando == 'e';
-  if (!e.linea_inquieta || !con_datos || e.respuesta.front() != '0') return false;
-  const bool es_estado = e.respuesta.size() == largo_estado;
-  const bool es_lectura = e.respuesta.size() > largo_estado;
+  if (!e.linea_inquieta || !con_datos || !r.hecha()) return false;
+  const bool es_estado = r.datos.size() == digitos_de_estado;
+  const bool es_lectura = r.datos.size() > digitos_de_estado;
   e.linea_inquieta = e.ultimo_comando == 'c' ? !es_estado : !es_lectura;
   return e.linea_inquieta;
 }
 
 void recibir_trama(enlace& e) {
-  if (!validar_checksum(e.respuesta)) {
+  const auto leida = leer_respuesta(e.respuesta);
+  if (!leida) {
     avisar(e, {"Atención Error", "Error en la comunicación, el Cheksum ha fallado, verifique la conexión y el cableado",
                botones::Aceptar, icono::critico});
     interrumpir(e);
     return;
   }
   // The text of an older reply once more, or run into it: whatever it is, it does not answer this command.
-  if (!e.trama_empezada) interrumpir(e);
-  ++e.respuestas_espera;
-  if (rezagada(e)) {
-    e.datos_listos = e.trama_empezada = false;
+  if (!e.envio.trama_empezada) interrumpir(e);
+  if (e.espera != nullptr) ++e.espera->respuestas;
+  if (rezagada(e, *leida)) {
+    e.datos_listos = e.envio.trama_empezada = false;
     return;
   }
   e.respuesta_lista = true;
-  e.codigo_respuesta = e.respuesta.front();
-  if (e.codigo_respuesta != '0') {
-    if (e.respuesta.compare(1, 5, "RESET") == 0) return recibir_reset(e);
+  e.codigo_respuesta = leida->codigo;
+  if (leida->es_reset()) return recibir_reset(e);
+  if (leida->hecha()) {
+    if (e.ultimo_comando == 'c') recibir_estado(e, leida->datos);
+  } else if (!mostrar_error_chip(e, leida->codigo)) {
     // An echo, or whatever else it is: it answers nothing.
-    if (!mostrar_error_chip(e, e.codigo_respuesta)) interrumpir(e);
-  } else if (e.ultimo_comando == 'c') {
-    recibir_estado(e);
+    interrumpir(e);
   }
 }
 
@@ -116,7 +117,7 @@ void recibir_caracter(enlace& e) {
   const char c = e.entrada_serie.front();
   if (c == STX) {
     e.respuesta.clear();
-    e.trama_empezada = true;
+    e.envio.trama_empezada = true;
   } else if (c == ETX) {
     recibir_trama(e);
   } else if (e.respuesta.size() < maximo_respuesta) {

@@ -3,12 +3,11 @@
 #include <algorithm>
 #include <cstring>
 
+#include "platform/tramas.h"
+
 namespace morvane {
 
 namespace {
-
-constexpr char STX = '\x02';
-constexpr char ETX = '\x03';
 
 /// Reads of the line that one dropping of input makes at most, so that it ends against a board that never stops.
 constexpr int lecturas_al_descartar = 16;

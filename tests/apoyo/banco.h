@@ -3,10 +3,11 @@
 #include <gtest/gtest.h>
 
 #include "apoyo/carpeta.h"
+#include "link/envio.h"
 #include "link/esperas.h"
 #include "link/puerto.h"
-#include "link/tramas.h"
 #include "platform/gemelo.h"
+#include "platform/tramas.h"
 #include "platform/transporte_memoria.h"
 
 namespace apoyo {

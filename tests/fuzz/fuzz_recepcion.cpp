@@ -3,8 +3,8 @@
 
 #include "fuzz/mesa.h"
 #include "link/corchete.h"
+#include "link/envio.h"
 #include "link/esperas.h"
-#include "link/tramas.h"
 #include "platform/texto.h"
 
 using namespace morvane;
@@ -70,7 +70,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t lar
   };
   if (repetidas == 0 && !hay(reset) && modo[1] == 1) {
     apoyo::exigir(!e.respuesta_lista || hay([](const auto&) { return true; }), "a reply is a good frame");
-    apoyo::exigir(!e.estado_reciente || hay(estado), "a status is a good frame's");
+    apoyo::exigir(!e.envio.estado_reciente || hay(estado), "a status is a good frame's");
   }
   const bool cortada = e.corte.interrumpida || e.corte.sin_respuesta;
   c.terminar();

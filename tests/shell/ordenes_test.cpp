@@ -172,7 +172,7 @@ TEST_F(ordenes, button_six_stops_a_reading_and_the_block_under_way_is_stored) {
 TEST_F(ordenes, a_command_that_ends_by_an_exception_leaves_an_idle_window) {
   tras(5, [] { throw std::runtime_error("roto"); });
   EXPECT_THROW(f.barra.ButtonClick(2), std::runtime_error);
-  EXPECT_TRUE(en_reposo() && f.link.vigiladas == 0 && f.barra.boton(2).Enabled);
+  EXPECT_TRUE(en_reposo() && f.link.espera == nullptr && f.barra.boton(2).Enabled);
 }
 
 TEST_F(ordenes, ranges_are_corrected_as_the_boxes_then_show) {

@@ -36,6 +36,24 @@ struct interrupcion {
   int resets = 0;
 };
 
+/// What has come for the command sent last. A new send begins a new one.
+struct envio_en_curso {
+  /// An STX has come.
+  bool trama_empezada = false;
+  /// A status reply, and not 0xFF, has come, so the bits are of now.
+  bool estado_reciente = false;
+  /// Characters that had been received when the command went out.
+  std::uint64_t recibidos_antes = 0;
+};
+
+/// A wait that is running.
+struct espera_en_curso {
+  /// The watchdog is on guard.
+  bool vigilada = false;
+  /// Times that it has sent "A" again, and good frames that have come since it began.
+  int repetidas = 0, respuestas = 0;
+};
+
 /// State of the link to the bridge: what the reception leaves for the flows, the watchdog, the settings, and the
 /// platform that it talks through. One thread; the fields change only inside a pass of the event pump or in the
 /// routines of this room.
@@ -55,8 +73,6 @@ struct enlace {
   bool respuesta_lista = false;
   /// Something has been received since the last send.
   bool datos_listos = false;
-  /// An STX has come since the last send.
-  bool trama_empezada = false;
   /// The user has abandoned a wait. Cleared by the start of `esperar_con_vigilancia` alone.
   bool tiempo_agotado = false;
 
@@ -69,8 +85,6 @@ struct enlace {
   /// Status byte of the last status reply, and its bits, each 0 or 1.
   std::uint8_t registro_estado = 0;
   std::uint8_t bit_wip = 0, bit_wen = 0, bit_config = 0, bit_wef = 0, bit_fs = 0;
-  /// A status reply, and not 0xFF, has come since the last send, so the bits are of now.
-  bool estado_reciente = false;
   /// Answer of the last message box as digits: "1" OK, "2" Cancel, "6" Yes, "7" No.
   std::string resultado_msgbox;
 
@@ -78,22 +92,18 @@ struct enlace {
   Timer spera_resp;
 
   ajustes valores;
+  /// Since the last send.
+  envio_en_curso envio;
+  /// The innermost wait; null when none is running.
+  espera_en_curso* espera = nullptr;
+  /// Since a command has opened the port.
   interrupcion corte;
   /// Times the user has asked to close the program while a command runs. From 1 on no new group, block or poll starts.
   int peticiones_cierre = 0;
-  /// Guarded waits that are running.
-  int vigiladas = 0;
-  /// Times that the running wait has sent "A" again, and good frames that have come since it began.
-  int repetidas = 0, respuestas_espera = 0;
   /// Replies to what was sent before may still come: it was repeated or given up, or noise was taken for replies to it.
   /// While it is up, an "A" lets the line come to rest, and a reply without data does not answer a status or a reading.
   /// Down again once one of these has been answered.
   bool linea_inquieta = false;
-  /// Characters that had been received when the last command went out.
-  std::uint64_t recibidos_al_enviar = 0;
-
-  /// The frame being sent; kept to spare an allocation for each.
-  std::string trama;
 };
 
 /// Shows a box and notes the answer in `resultado_msgbox`.
