@@ -24,15 +24,16 @@ std::int32_t primera_direccion(const Variables_grab& v) {
   return dir - dir % bytes_por_grupo;
 }
 
-/// The text of the data of a group. What lies beyond the flash goes out as erased.
-void poner_datos(std::string& datos, const Variables_grab& v, std::int32_t dir) {
+/// The command that writes the group at `dir`. What lies beyond the flash goes out as erased.
+void poner_comando(std::string& comando, const Variables_grab& v, std::int32_t dir) {
   std::uint32_t grupo = 0;
   for (std::int32_t i = dir; i < dir + bytes_por_grupo; ++i) {
     const std::uint8_t byte = dir < total_flash ? v.buffer_salida[static_cast<std::size_t>(i)] : 0xFF;
     grupo = grupo << 8 | byte;
   }
-  datos.clear();
-  anadir_hex(datos, grupo, std::size_t{2} * bytes_por_grupo);
+  comando.assign(1, 'g');
+  anadir_hex(comando, static_cast<std::uint32_t>(dir), 6);
+  anadir_hex(comando, grupo, std::size_t{2} * bytes_por_grupo);
 }
 
 /// Writes group after group and keeps the work on the PC's side within the time in which a reply is under way.
@@ -44,7 +45,6 @@ class bucle_de_grabado {
     std::int32_t dir = primera_direccion(v_);
     const labor_en_curso labor(a_, e_.plat, marcha::labor::grabar, v_.dir_max + 1 - dir);
     a_.mapa.empezar_escritura(dir);
-    poner_direccion(dir);
     while (dir <= v_.dir_max && !a_.cancelar && puede_seguir(e_)) {
       a_.mapa.escribir(dir);
       grupo(dir, diario);
@@ -57,18 +57,11 @@ class bucle_de_grabado {
  private:
   void grupo(std::int32_t dir, fichero& diario) {
     enviar_comando(e_, "a");
-    poner_datos(datos_, v_, dir);
+    poner_comando(comando_, v_, dir);
     esperar_datos_rapido(e_);
-    comando_.assign("g").append(direccion_).append(datos_);
     enviar_comando_log(e_, comando_, diario);
-    poner_direccion(dir + bytes_por_grupo);
     avanzar_progreso(a_, total_, bytes_por_grupo, escritos_);
     esperar_datos_rapido(e_);
-  }
-
-  void poner_direccion(std::int32_t dir) {
-    direccion_.clear();
-    anadir_hex(direccion_, static_cast<std::uint32_t>(dir), 6);
   }
 
   enlace& e_;
@@ -76,7 +69,7 @@ class bucle_de_grabado {
   avance& a_;
   const std::int64_t total_;
   std::int64_t escritos_ = 0;
-  std::string direccion_, datos_, comando_;
+  std::string comando_;
 };
 
 void avisar_diario(enlace& e) {
