@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cstring>
 #include <utility>
 
@@ -84,69 +83,21 @@ void poner_pares(std::uint8_t* celdas, const char* texto, std::size_t pares) {
   for (std::size_t i = 0; i < pares; ++i) celdas[i] = valor_par(texto[2 * i], texto[2 * i + 1]);
 }
 
-/// Sixteen characters at once: the compilers' vectors, whatever the processor makes of them.
-using letras = std::uint8_t __attribute__((vector_size(16)));
-using parejas = std::uint16_t __attribute__((vector_size(16)));
-
-/// Pairs that are read at once.
-constexpr std::size_t tramo = 16;
-
-/// The values of eight pairs, each in two bytes. Where a character is no digit, `buenas` has a 0.
-struct ocho_pares {
-  explicit ocho_pares(const char* texto) {
-    letras c;
-    std::memcpy(&c, texto, sizeof c);
-    const letras numero = c - '0', letra = (c | 0x20) - 'a';
-    const auto es_numero = letras(numero < 10), es_letra = letras(letra < 6);
-    buenas = es_numero | es_letra;
-    // The lower half of "A" is 1.
-    const auto cada_una = parejas((c & 0xF) + (es_letra & 9));
-    // The first digit stands in the lower byte and comes to stand above the second.
-    static_assert(std::endian::native == std::endian::little);
-    valores = letras(cada_una * 0x1001 >> 8);
-  }
-  letras valores, buenas;
-};
-
-letras poner_tramo(std::uint8_t* celdas, const char* texto) {
-  const ocho_pares unos(texto), otros(texto + tramo);
-  const letras todos =
-      __builtin_shufflevector(unos.valores, otros.valores, 0, 2, 4, 6, 8, 10, 12, 14, 16, 18, 20, 22, 24, 26, 28, 30);
-  std::memcpy(celdas, &todos, sizeof todos);
-  return unos.buenas & otros.buenas;
-}
-
-bool todas(const letras& buenas) {
-  const auto mitades = std::bit_cast<std::array<std::uint64_t, 2>>(buenas);
-  return (mitades[0] & mitades[1]) == ~std::uint64_t{0};
-}
-
 /// `datos` filled up to whole groups with "F".
 void poner_datos(std::uint8_t* celdas, std::string_view datos) {
-  const std::size_t enteros = datos.size() / (2 * tramo);
-  letras buenas = letras{} == 0;
-  const char* texto = datos.data();
-  std::uint8_t* const fin = celdas + enteros * tramo;
-  for (std::uint8_t* tras = celdas; tras != fin; tras += tramo, texto += 2 * tramo) buenas &= poner_tramo(tras, texto);
-  if (!todas(buenas)) poner_pares(celdas, datos.data(), enteros * tramo);
-  celdas += enteros * tramo;
-  datos.remove_prefix(enteros * 2 * tramo);
-  if (datos.empty()) return;
-  std::array<char, 2 * tramo> resto;
+  const std::size_t enteras = datos.size() / cifras_grupo * cifras_grupo;
+  poner_pares(celdas, datos.data(), enteras / 2);
+  if (enteras == datos.size()) return;
+  std::array<char, cifras_grupo> resto;
   resto.fill('F');
-  std::copy(datos.begin(), datos.end(), resto.begin());
-  poner_pares(celdas, resto.data(), (datos.size() + cifras_grupo - 1) / cifras_grupo * cifras_grupo / 2);
-}
-
-void marcar(std::uint8_t* mascara, std::size_t bytes) {
-  for (; bytes >= tramo; bytes -= tramo, mascara += tramo) std::memset(mascara, 1, tramo);
-  if (bytes > 0) std::memset(mascara, 1, bytes);
+  std::copy(datos.begin() + static_cast<std::ptrdiff_t>(enteras), datos.end(), resto.begin());
+  poner_pares(celdas + enteras / 2, resto.data(), cifras_grupo / 2);
 }
 
 void guardar_datos(Variables_grab& v, std::uint32_t dir, std::string_view datos, std::size_t bytes) {
   if (bytes == 0) return;
   poner_datos(v.buffer_salida.data() + dir, datos);
-  marcar(v.mascara_salida.data() + dir, bytes);
+  std::memset(v.mascara_salida.data() + dir, 1, bytes);
   v.dir_max = std::max(v.dir_max, static_cast<std::int32_t>(dir + bytes - 1));
 }
 

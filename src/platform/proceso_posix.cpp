@@ -1,4 +1,3 @@
-#include <dlfcn.h>
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <sys/signalfd.h>
@@ -42,10 +41,6 @@ std::filesystem::path carpeta_del_programa() {
 
 bool se_puede_escribir_en(const std::filesystem::path& carpeta) {
   return ::access(carpeta.c_str(), W_OK) == 0;
-}
-
-rutina rutina_cargada(const char* nombre) {
-  return reinterpret_cast<rutina>(::dlsym(RTLD_DEFAULT, nombre));
 }
 
 peticiones_de_fin::peticiones_de_fin() : fuente_(std::make_unique<fuente>()) {

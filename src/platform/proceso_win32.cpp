@@ -24,10 +24,6 @@ bool se_puede_escribir_en(const std::filesystem::path& carpeta) {
   return hecho.abierto();
 }
 
-rutina rutina_cargada(const char* /*nombre*/) {
-  return nullptr;
-}
-
 peticiones_de_fin::peticiones_de_fin() = default;
 peticiones_de_fin::~peticiones_de_fin() = default;
 

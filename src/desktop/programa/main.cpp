@@ -11,14 +11,6 @@
 
 namespace {
 
-/// The font configuration is read when the first text needs it, and that takes as long as the rest of the start. Qt's
-/// library for it reads it once for the whole process, so another processor can do that while this one connects to the
-/// desktop. Where there is no such library nothing happens. Nothing of Qt may be used in this: the thread that does so
-/// first is its main one.
-void leer_fuentes() {
-  if (const auto leer = morvane::rutina_cargada("FcInit")) leer();
-}
-
 int correr(QApplication& aplicacion, const morvane::peticiones_de_fin& avisos) {
   morvane::preparar_aplicacion();
   morvane::programa programa(morvane::directorio_aplicacion());
@@ -44,7 +36,6 @@ int correr(QApplication& aplicacion, const morvane::peticiones_de_fin& avisos) {
 int main(int cuantos, char** argumentos) {
   try {
     const morvane::peticiones_de_fin avisos;
-    const std::jthread fuentes(leer_fuentes);
     // The program takes no command line; Qt gets its name alone.
     int uno = cuantos > 0 ? 1 : 0;
     QApplication aplicacion(uno, argumentos);

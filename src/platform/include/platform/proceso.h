@@ -13,11 +13,6 @@ std::filesystem::path carpeta_del_programa();
 /// True if files can be made and replaced in `carpeta`.
 bool se_puede_escribir_en(const std::filesystem::path& carpeta);
 
-/// The routine of that name in any of the libraries that the program was started with; null where it is in none, or
-/// where the host does not know names across libraries.
-using rutina = void (*)();
-rutina rutina_cargada(const char* nombre);
-
 /// The ways besides its windows in which a system asks a program to end: SIGTERM, SIGINT and SIGHUP where there are
 /// signals, but for those that whoever started the program wants it to ignore. Windows has none of its own for a
 /// program with windows.
