@@ -74,11 +74,11 @@ void mapa_qt::pintar_bloque(QPainter& pintor, int fila) const {
 }
 
 void mapa_qt::pintar_direcciones(QPainter& pintor, int fila) const {
-  const std::int32_t dir = fila * bytes_examinados;
+  const std::int32_t dir = fila * chip.bloque;
   pintor.setPen(QColor(tinta_mapa));
   pintor.drawText(trazado_.direccion(fila, false), Qt::AlignRight | Qt::AlignVCenter, hexadecimal(dir, 6));
   pintor.drawText(trazado_.direccion(fila, true), Qt::AlignLeft | Qt::AlignVCenter,
-                  hexadecimal(dir + bytes_examinados - 1, 6));
+                  hexadecimal(dir + chip.bloque - 1, 6));
 }
 
 void mapa_qt::pintar_desplazamiento(QPainter& pintor, int grupo) const {

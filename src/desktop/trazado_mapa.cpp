@@ -37,7 +37,7 @@ QRect trazado_mapa::desplazamiento(int grupo) const {
 }
 
 QRect trazado_mapa::en_fila(int cual, tramo t) const {
-  const tramo suyo{std::max(t.desde, cual * bytes_examinados), std::min(t.hasta, (cual + 1) * bytes_examinados)};
+  const tramo suyo{std::max(t.desde, cual * chip.bloque), std::min(t.hasta, (cual + 1) * chip.bloque)};
   if (suyo.vacio()) return {};
   return celda(suyo.desde / bytes_por_celda).united(celda((suyo.hasta - 1) / bytes_por_celda));
 }

@@ -24,8 +24,8 @@ std::uint8_t byte_leido(std::string_view respuesta, std::int64_t k) {
   return static_cast<std::uint8_t>(valor_hex(digitos.substr(donde, 2)));
 }
 
-std::string comando_de_bloque(std::int32_t dir) {
-  return "C" + hex(static_cast<std::uint32_t>(dir), 6) + "007FFF";
+std::string comando_de_bloque(tramo donde) {
+  return "C" + hex(static_cast<std::uint32_t>(donde.desde), 6) + hex(static_cast<std::uint32_t>(donde.largo() - 1), 6);
 }
 
 }  // namespace morvane

@@ -1,5 +1,6 @@
 #include "flash/habilitar.h"
 
+#include "image/chip.h"
 #include "link/esperas.h"
 
 namespace morvane {
@@ -19,7 +20,7 @@ bool permitir_escritura(enlace& e) {
 }
 
 bool escribir_configuracion(enlace& e) {
-  if (!paso(e, "d2E") || !paso(e, "c")) return false;
+  if (!paso(e, chip.comando_configuracion) || !paso(e, "c")) return false;
   return e.bit_config != 0 || problema(e, "Error al escribir el registro de configuración");
 }
 

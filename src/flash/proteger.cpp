@@ -1,14 +1,24 @@
 #include "flash/proteger.h"
 
+#include "image/chip.h"
 #include "link/envio.h"
 #include "link/esperas.h"
+#include "platform/texto.h"
 
 namespace morvane {
+
+namespace {
+
+std::string comando_de_proteccion() {
+  return "g" + hex(chip.palabra_proteccion.desde, 6).append(chip.valor_proteccion);
+}
+
+}  // namespace
 
 void proteger_flash(enlace& e) {
   if (e.corte.sin_respuesta) return;
   const int resets = e.corte.resets;
-  enviar_comando(e, "g000414FFFF4AC8");
+  enviar_comando(e, comando_de_proteccion());
   esperar_datos_rapido(e);
   if (!paso(e, "D") || !paso(e, "A") || !paso(e, "c") || e.corte.sin_respuesta) return;
   if (interrumpir_tras_reset(e, resets)) return;

@@ -51,7 +51,7 @@ std::string_view campo(std::string_view respuesta, std::size_t desde, std::size_
 }
 
 tramo tramo_de_bloque(int i) {
-  return {bytes_examinados * i, bytes_examinados * (i + 1)};
+  return {chip.bloque * i, chip.bloque * (i + 1)};
 }
 
 veredicto bloques_borrados(enlace& e, avance& a) {
@@ -61,21 +61,21 @@ veredicto bloques_borrados(enlace& e, avance& a) {
   std::int64_t acumulado = 0;
   for (int i = 0; i < bloques_examinados; ++i) {
     const tramo donde = tramo_de_bloque(i);
-    avanzar_progreso(a, 256, 32, acumulado);
+    avanzar_progreso(a, total_flash, chip.bloque, acumulado);
     a.mapa.examinar(donde);
-    const auto respuesta = examinar(e, comando_de_bloque(donde.desde), sobrante::interrumpe);
+    const auto respuesta = examinar(e, comando_de_bloque(donde), sobrante::interrumpe);
     if (!respuesta) return veredicto::ninguno;
     const bool borrado = campo(*respuesta, 35, 2) == "FF";
     borrado ? a.mapa.borrado(donde) : a.mapa.no_borrado(donde);
     if (!borrado) return veredicto::no;
-    a.ritmo.hechos += bytes_examinados;
+    a.ritmo.hechos += chip.bloque;
   }
   return veredicto::si;
 }
 
 veredicto examinar_borrado(enlace& e, avance& a) {
-  const labor_en_curso labor(a, e.plat, marcha::labor::verificar, std::int64_t{bloques_examinados} * bytes_examinados);
-  const auto primera = examinar(e, "C000000000000", sobrante::interrumpe);
+  const labor_en_curso labor(a, e.plat, marcha::labor::verificar, std::int64_t{bloques_examinados} * chip.bloque);
+  const auto primera = examinar(e, comando_de_bloque({0, 1}), sobrante::interrumpe);
   if (!primera) return veredicto::ninguno;
   if (campo(*primera, 3, 2) == "FF") return bloques_borrados(e, a);
   a.mapa.no_borrado({0, 1});
@@ -100,7 +100,7 @@ veredicto comparar_suma(enlace& e, const Variables_grab& v, std::string_view dig
 
 /// How many bytes the blocks up to the one that holds `dir_max` have.
 std::int64_t bytes_a_sumar(const Variables_grab& v) {
-  return std::min(v.dir_max / bytes_examinados + 1, total_flash / bytes_examinados) * std::int64_t{bytes_examinados};
+  return std::min(v.dir_max / chip.bloque + 1, total_flash / chip.bloque) * std::int64_t{chip.bloque};
 }
 
 veredicto comparar_bloques(enlace& e, const Variables_grab& v, avance& a) {
@@ -112,22 +112,23 @@ veredicto comparar_bloques(enlace& e, const Variables_grab& v, avance& a) {
     if (donde.desde >= total_flash) break;
     avanzar_progreso(a, bloques_examinados, i, acumulado);
     a.mapa.examinar(donde);
-    const auto respuesta = examinar(e, comando_de_bloque(donde.desde), sobrante::se_tolera);
+    const auto respuesta = examinar(e, comando_de_bloque(donde), sobrante::se_tolera);
     if (!respuesta) return veredicto::ninguno;
     const veredicto este = comparar_suma(e, v, campo(*respuesta, 37, 8), donde);
     if (este != veredicto::ninguno) a.mapa.comparado(donde, este == veredicto::si);
     if (este != veredicto::si) return este;
-    a.ritmo.hechos += bytes_examinados;
+    a.ritmo.hechos += chip.bloque;
     if (donde.hasta > v.dir_max) return veredicto::si_hasta_el_tope;
   }
   return veredicto::si;
 }
 
 veredicto examinar_sumas(enlace& e, const Variables_grab& v, avance& a) {
-  constexpr tramo principio{0, 0x401};
+  // What no file sets begins there.
+  constexpr tramo principio{0, chip.configuracion.desde + 1};
   const labor_en_curso labor(a, e.plat, marcha::labor::verificar, bytes_a_sumar(v));
   a.mapa.empezar_verificacion();
-  const auto primera = examinar(e, "C000000000400", sobrante::se_tolera);
+  const auto primera = examinar(e, comando_de_bloque(principio), sobrante::se_tolera);
   if (!primera) return veredicto::ninguno;
   const veredicto este = comparar_suma(e, v, *primera, principio);
   if (este == veredicto::no) a.mapa.comparado(principio, false);

@@ -15,8 +15,6 @@ constexpr std::size_t largo_suma = 2;
 constexpr std::size_t maximo_datos = 248;
 /// Data goes out to the chip in groups of four bytes.
 constexpr std::size_t cifras_grupo = 8;
-/// The chip's configuration field, which no file may set.
-constexpr std::size_t inicio_config = 0x400, largo_config = 0x20;
 
 constexpr std::array<std::int8_t, 256> hacer_cifras() {
   std::array<std::int8_t, 256> tabla{};
@@ -114,7 +112,7 @@ std::optional<std::string> cargar_registro_s(Variables_grab& v, std::string_view
   const std::size_t bytes = (datos.size() + cifras_grupo - 1) / cifras_grupo * cifras_grupo / 2;
   if (auto motivo = mirar_sitio(*dir, bytes)) return motivo;
   guardar_datos(v, *dir, datos, bytes);
-  std::memset(v.buffer_salida.data() + inicio_config, 0, largo_config);
+  std::memset(v.buffer_salida.data() + chip.configuracion.desde, 0, chip.configuracion.largo());
   return std::nullopt;
 }
 

@@ -8,8 +8,6 @@ namespace morvane {
 
 namespace {
 
-/// The addresses that the protection writes.
-constexpr tramo palabra_de_proteccion{0x414, 0x418};
 constexpr const char* titulo_imposible = "No es posible Verificar";
 
 bool verificar_sin_haber_programado(enlace& e) {
@@ -97,7 +95,7 @@ void men_proteger_f_Click(frm_principal& f) {
   if (!c.abierto()) return;
   abrir_chip(e, esperar_datos);
   if (habilitar_flash(e)) {
-    f.progreso.mapa.olvidar(palabra_de_proteccion);
+    f.progreso.mapa.olvidar(chip.palabra_proteccion);
     proteger_flash(e);
   }
   cerrar_chip(e, esperar_datos);

@@ -67,8 +67,8 @@ const char* nombre_de(aspecto cual) {
 
 std::string texto_de_celda(const mapa_flash& mapa, int celda) {
   const tramo t = tramo_de_celda(celda);
-  const std::int32_t bloque = t.desde - t.desde % bytes_examinados;
-  return direcciones(t) + ", bloque " + direcciones({bloque, bloque + bytes_examinados}) +
+  const std::int32_t bloque = t.desde - t.desde % chip.bloque;
+  return direcciones(t) + ", bloque " + direcciones({bloque, bloque + chip.bloque}) +
          lo_que_hay_en_el_chip(mapa, celda) +
          (mapa.sabe(celda, hecho::imagen) ? "\nLa imagen tiene datos aquí" : "\nLa imagen está vacía aquí");
 }

@@ -159,8 +159,8 @@ bool oraculo::sumas_iguales() const {
     return total;
   };
   if (suma(flash, 0, 1025) != suma(f_.v.buffer_salida, 0, 1025)) return false;
-  for (std::int32_t i = 0; i < total_flash && i <= f_.v.dir_max; i += bytes_examinados) {
-    if (suma(flash, i, bytes_examinados) != suma(f_.v.buffer_salida, i, bytes_examinados)) return false;
+  for (std::int32_t i = 0; i < total_flash && i <= f_.v.dir_max; i += chip.bloque) {
+    if (suma(flash, i, chip.bloque) != suma(f_.v.buffer_salida, i, chip.bloque)) return false;
   }
   return true;
 }

@@ -14,7 +14,7 @@ namespace morvane {
 /// block of 32 KiB, the addresses of its ends beside it, offsets above, the legend below.
 class trazado_mapa {
  public:
-  static constexpr int celdas_por_fila = bytes_examinados / bytes_por_celda;
+  static constexpr int celdas_por_fila = chip.bloque / bytes_por_celda;
   static constexpr int filas = celdas_del_mapa / celdas_por_fila;
   /// Cells between two offsets above the rows, where the columns stand a little apart.
   static constexpr int celdas_por_grupo = 8;

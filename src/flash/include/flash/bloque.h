@@ -15,12 +15,11 @@ std::string comando_de_lectura(std::int64_t dir, std::string_view cuenta);
 /// is missing reads as 0, a single digit as its own value.
 std::uint8_t byte_leido(std::string_view respuesta, std::int64_t k);
 
-/// "C", the six digits of `dir`, and "007FFF": the block of 32,768 bytes from there on.
-std::string comando_de_bloque(std::int32_t dir);
+/// "C", the six digits of the first address, and those of how many bytes come behind it: the bridge examines `donde`.
+std::string comando_de_bloque(tramo donde);
 
-/// Size of the blocks that the bridge examines, and how many the verifications go through: those of the flash, and one
-/// behind it for the two cells that the image has beyond it.
-constexpr std::int32_t bytes_examinados = 0x8000;
-constexpr int bloques_examinados = total_flash / bytes_examinados + 1;
+/// How many blocks the verifications go through: those of the flash, and one behind it for the two cells that the image
+/// has beyond it.
+constexpr int bloques_examinados = total_flash / chip.bloque + 1;
 
 }  // namespace morvane

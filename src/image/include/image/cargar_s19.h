@@ -17,8 +17,8 @@ namespace morvane {
 /// are no S1, S2 or S3 record are passed over; counts, checksums and the digits of the data are not judged.
 void cargar_s19(plataforma& plat, Variables_grab& v, avance& a);
 
-/// Stores the data of one S1, S2 or S3 line and zeroes the cells 0x400 to 0x41F. `ancho_dir` is the number of address
-/// digits: 4, 6 or 8. `largo_linea` is the true length of the line, of which `linea` may be only the beginning.
+/// Stores the data of one S1, S2 or S3 line and zeroes the chip's configuration field. `ancho_dir` is the number of
+/// address digits: 4, 6 or 8. `largo_linea` is the true length of the line, of which `linea` may be only the beginning.
 /// Gives the reason in Spanish if the line goes past a limit; then nothing was stored.
 std::optional<std::string> cargar_registro_s(Variables_grab& v, std::string_view linea, std::uint64_t largo_linea,
                                              std::uint8_t ancho_dir);

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "image/tramo.h"
 #include "image/variables_grab.h"
 
 namespace morvane {
@@ -11,14 +12,6 @@ namespace morvane {
 /// Size of a cell of the map in bytes, and how many the flash has.
 constexpr std::int32_t bytes_por_celda = 512;
 constexpr int celdas_del_mapa = total_flash / bytes_por_celda;
-
-/// The addresses from `desde` up to but without `hasta`.
-struct tramo {
-  std::int32_t desde = 0, hasta = 0;
-  bool vacio() const { return hasta <= desde; }
-  bool contiene(tramo otro) const { return desde <= otro.desde && otro.hasta <= hasta; }
-  bool operator==(const tramo&) const = default;
-};
 
 /// The addresses of cell `celda`, 0 to 511.
 constexpr tramo tramo_de_celda(int celda) {

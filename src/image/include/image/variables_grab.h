@@ -6,10 +6,12 @@
 #include <string>
 #include <vector>
 
+#include "image/chip.h"
+
 namespace morvane {
 
 /// Size of the chip's flash in bytes.
-constexpr std::int32_t total_flash = 0x40000;
+constexpr std::int32_t total_flash = chip.flash;
 /// Cells of each array: those of the flash and two more, which a firmware file may fill and no chip has.
 constexpr std::int32_t total_celdas = total_flash + 2;
 

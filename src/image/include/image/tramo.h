@@ -1,0 +1,16 @@
+#pragma once
+
+#include <cstdint>
+
+namespace morvane {
+
+/// The addresses from `desde` up to but without `hasta`.
+struct tramo {
+  std::int32_t desde = 0, hasta = 0;
+  constexpr bool vacio() const { return hasta <= desde; }
+  constexpr std::int32_t largo() const { return hasta - desde; }
+  constexpr bool contiene(tramo otro) const { return desde <= otro.desde && otro.hasta <= hasta; }
+  bool operator==(const tramo&) const = default;
+};
+
+}  // namespace morvane
