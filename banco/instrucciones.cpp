@@ -8,6 +8,7 @@
 
 #include "apoyo/carpeta.h"
 #include "bridge/placa.h"
+#include "files/texto.h"
 #include "flash/grabar.h"
 #include "flash/habilitar.h"
 #include "flash/leer.h"
@@ -17,7 +18,6 @@
 #include "link/esperas.h"
 #include "link/puerto.h"
 #include "plataforma_muda.h"
-#include "platform/texto.h"
 
 using namespace morvane;
 

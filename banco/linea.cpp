@@ -16,6 +16,7 @@
 
 #include "desktop/programa.h"
 #include "desnudo.h"
+#include "files/texto.h"
 #include "flash/bloque.h"
 #include "flash/grabar.h"
 #include "flash/habilitar.h"
@@ -23,8 +24,7 @@
 #include "link/envio.h"
 #include "link/esperas.h"
 #include "link/puerto.h"
-#include "platform/texto.h"
-#include "platform/tramas.h"
+#include "serial/tramas.h"
 
 using namespace morvane;
 

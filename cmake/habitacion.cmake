@@ -1,8 +1,8 @@
-# What one system alone can build, told by its name: <...>_posix and <...>_tty, or <...>_win32. The others are left out.
+# Within a room, what one system alone can build stands in a folder of its own.
 if(WIN32)
-  set(de_otro_sistema "_(posix|tty)(_test)?\\.(h|cpp)$")
+  set(sistema win32)
 else()
-  set(de_otro_sistema "_win32(_test)?\\.(h|cpp)$")
+  set(sistema posix)
 endif()
 
 # A room: the library morvane_<name> of src/<name>, which sees its own headers and those of the rooms named after USES.
@@ -12,21 +12,25 @@ function(habitacion nombre)
   if(NOT H_TARGET)
     set(H_TARGET morvane_${nombre})
   endif()
-  file(GLOB fuentes CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${nombre}/*.cpp)
-  file(GLOB cabeceras CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${nombre}/include/${nombre}/*.h)
-  list(FILTER fuentes EXCLUDE REGEX ${de_otro_sistema})
-  list(FILTER cabeceras EXCLUDE REGEX ${de_otro_sistema})
+  set(raiz ${CMAKE_CURRENT_SOURCE_DIR}/${nombre})
+  set(bases ${raiz}/include)
+  if(EXISTS ${raiz}/${sistema}/include)
+    list(APPEND bases ${raiz}/${sistema}/include)
+  endif()
+  list(TRANSFORM bases APPEND /${nombre}/*.h OUTPUT_VARIABLE donde_cabeceras)
+  file(GLOB fuentes CONFIGURE_DEPENDS ${raiz}/*.cpp ${raiz}/${sistema}/*.cpp)
+  file(GLOB cabeceras CONFIGURE_DEPENDS ${donde_cabeceras})
   add_library(${H_TARGET} STATIC ${fuentes})
-  target_sources(${H_TARGET} PUBLIC FILE_SET HEADERS BASE_DIRS ${CMAKE_CURRENT_SOURCE_DIR}/${nombre}/include
-                                    FILES ${cabeceras})
+  target_include_directories(${H_TARGET} PRIVATE ${raiz})
+  target_sources(${H_TARGET} PUBLIC FILE_SET HEADERS BASE_DIRS ${bases} FILES ${cabeceras})
   set_target_properties(${H_TARGET} PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON)
   target_link_libraries(${H_TARGET} PUBLIC ${H_USES})
 endfunction()
 
-# The test program of one room, made of tests/<name>/*.cpp, with the libraries it links.
+# The test program of one room, made of tests/<name>/*.cpp and what is there for this system, with the libraries it links.
 function(prueba nombre)
-  file(GLOB fuentes CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${nombre}/*.cpp)
-  list(FILTER fuentes EXCLUDE REGEX ${de_otro_sistema})
+  file(GLOB fuentes CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${nombre}/*.cpp
+                                      ${CMAKE_CURRENT_SOURCE_DIR}/${nombre}/${sistema}/*.cpp)
   if(NOT fuentes)
     return()
   endif()

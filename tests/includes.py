@@ -7,7 +7,7 @@ import sys
 
 BAD = re.compile(r'\s*#\s*include\s*("\.\.|<((sys|linux|net|netinet|arpa|asm)/|'
                  r"(dirent|dlfcn|fcntl|netdb|poll|pty|pwd|spawn|termios|unistd|windows)\.h))")
-OF_ONE_SYSTEM = re.compile(r"(_posix|_tty|_win32)\.(h|cpp)$|/bridge/")
+OF_ONE_SYSTEM = re.compile("/(posix|win32|bridge)/")
 ROOT = pathlib.Path(sys.argv[1])
 
 files = [f for f in ROOT.rglob("*.*") if f.suffix in (".h", ".cpp") and not OF_ONE_SYSTEM.search(str(f))]

@@ -4,7 +4,7 @@
 #include <cstdio>
 
 #include "conversiones.h"
-#include "platform/archivos.h"
+#include "files/archivos.h"
 #include "platform/proceso.h"
 #include "platform/rutas.h"
 

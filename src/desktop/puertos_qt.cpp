@@ -6,7 +6,7 @@
 #include <QLineEdit>
 #include <QMenu>
 
-#include "platform/puertos.h"
+#include "serial/puertos.h"
 #include "taller.h"
 
 namespace morvane {

@@ -1,6 +1,6 @@
 #include "flash/bloque.h"
 
-#include "platform/texto.h"
+#include "files/texto.h"
 
 namespace morvane {
 

@@ -2,12 +2,12 @@
 
 #include <string_view>
 
+#include "files/texto.h"
 #include "flash/borrar.h"
 #include "flash/habilitar.h"
 #include "link/envio.h"
 #include "link/esperas.h"
 #include "link/puerto.h"
-#include "platform/texto.h"
 
 namespace morvane {
 

@@ -1,9 +1,9 @@
 #include "flash/proteger.h"
 
+#include "files/texto.h"
 #include "image/chip.h"
 #include "link/envio.h"
 #include "link/esperas.h"
-#include "platform/texto.h"
 
 namespace morvane {
 

@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <optional>
 
+#include "files/texto.h"
 #include "flash/bloque.h"
 #include "link/corchete.h"
 #include "link/envio.h"
 #include "link/puerto.h"
-#include "platform/texto.h"
-#include "platform/tramas.h"
+#include "serial/tramas.h"
 
 namespace morvane {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/texto.h"
+#include "files/texto.h"
 
 namespace morvane {
 

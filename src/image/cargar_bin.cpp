@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "fallo_carga.h"
-#include "platform/lector_lineas.h"
+#include "files/lector_lineas.h"
 
 namespace morvane {
 

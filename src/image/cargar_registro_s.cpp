@@ -3,8 +3,8 @@
 #include <cstring>
 #include <utility>
 
+#include "files/texto.h"
 #include "image/cargar_s19.h"
-#include "platform/texto.h"
 
 namespace morvane {
 

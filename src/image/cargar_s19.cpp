@@ -1,7 +1,7 @@
 #include "image/cargar_s19.h"
 
 #include "fallo_carga.h"
-#include "platform/lector_lineas.h"
+#include "files/lector_lineas.h"
 
 namespace morvane {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string>
 
-#include "platform/texto.h"
+#include "files/texto.h"
 
 namespace morvane {
 

@@ -1,9 +1,9 @@
 #include <array>
 
+#include "files/campos.h"
+#include "files/texto.h"
 #include "link/puerto.h"
-#include "platform/campos.h"
 #include "platform/rutas.h"
-#include "platform/texto.h"
 
 namespace morvane {
 

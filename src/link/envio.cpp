@@ -1,6 +1,6 @@
 #include "link/envio.h"
 
-#include "platform/tramas.h"
+#include "serial/tramas.h"
 
 namespace morvane {
 

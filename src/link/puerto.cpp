@@ -1,6 +1,6 @@
 #include "link/puerto.h"
 
-#include "platform/texto.h"
+#include "files/texto.h"
 
 namespace morvane {
 

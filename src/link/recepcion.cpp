@@ -2,9 +2,9 @@
 
 #include <array>
 
+#include "files/texto.h"
 #include "link/envio.h"
-#include "platform/texto.h"
-#include "platform/tramas.h"
+#include "serial/tramas.h"
 
 namespace morvane {
 

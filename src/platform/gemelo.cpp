@@ -56,14 +56,14 @@ std::optional<instante> gemelo::proximo() const {
   const auto mirar = [&primero, this](std::optional<instante> otro) {
     if (otro && *otro > ahora_ && (!primero || *otro < *primero)) primero = otro;
   };
-  for (const extremo* e : extremos_) mirar(e->proximo());
+  for (const pendiente* p : vigilados_) mirar(p->proximo());
   if (!acciones_.empty()) mirar(acciones_.begin()->first);
   return primero;
 }
 
-bool gemelo::hay_algo_en_la_linea() const {
-  return std::any_of(extremos_.begin(), extremos_.end(), [this](const extremo* e) {
-    const auto cuando = e->proximo();
+bool gemelo::algo_espera() const {
+  return std::any_of(vigilados_.begin(), vigilados_.end(), [this](const pendiente* p) {
+    const auto cuando = p->proximo();
     return cuando && *cuando <= ahora_;
   });
 }
@@ -87,7 +87,7 @@ void gemelo::eventos() {
     return;
   }
   // A line that has something now is read before the clock moves on, but not if nobody ever reads it.
-  if (hay_algo_en_la_linea() && vacias_ < pasadas_para_leer) {
+  if (algo_espera() && vacias_ < pasadas_para_leer) {
     ++vacias_;
     return;
   }

@@ -1,6 +1,6 @@
 #include "shell/buscador.h"
 
-#include "platform/texto.h"
+#include "files/texto.h"
 
 namespace morvane {
 

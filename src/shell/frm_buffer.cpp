@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-#include "platform/texto.h"
+#include "files/texto.h"
 
 namespace morvane {
 

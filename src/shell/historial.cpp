@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cerrno>
 
+#include "files/campos.h"
+#include "files/texto.h"
 #include "link/puerto.h"
-#include "platform/campos.h"
 #include "platform/rutas.h"
-#include "platform/texto.h"
 #include "shell/proyecto.h"
 
 namespace morvane {

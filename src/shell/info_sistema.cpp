@@ -1,6 +1,6 @@
 #include <algorithm>
 
-#include "platform/texto.h"
+#include "files/texto.h"
 #include "shell/frm_about.h"
 
 namespace morvane {

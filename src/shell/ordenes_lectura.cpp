@@ -1,6 +1,6 @@
+#include "files/texto.h"
 #include "flash/leer.h"
 #include "link/corchete.h"
-#include "platform/texto.h"
 #include "shell/ordenes.h"
 
 namespace morvane {

@@ -4,11 +4,11 @@
 #include <array>
 #include <filesystem>
 
+#include "files/texto.h"
 #include "image/cargar_bin.h"
 #include "image/cargar_s19.h"
 #include "link/puerto.h"
 #include "platform/rutas.h"
-#include "platform/texto.h"
 #include "shell/historial.h"
 
 namespace morvane {

@@ -7,8 +7,8 @@
 #include "link/esperas.h"
 #include "link/puerto.h"
 #include "platform/gemelo.h"
-#include "platform/tramas.h"
-#include "platform/transporte_memoria.h"
+#include "serial/tramas.h"
+#include "serial/transporte_memoria.h"
 
 namespace apoyo {
 

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/transporte_memoria.h"
+#include "serial/transporte_memoria.h"
 
 namespace apoyo {
 

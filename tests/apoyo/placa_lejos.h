@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "bridge/placa.h"
-#include "platform/transporte_memoria.h"
+#include "serial/transporte_memoria.h"
 
 namespace apoyo {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "platform/texto.h"
+#include "files/texto.h"
 
 namespace campana {
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "files/texto.h"
 #include "flash/bloque.h"
-#include "platform/texto.h"
 
 namespace campana {
 

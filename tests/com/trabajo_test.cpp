@@ -1,7 +1,7 @@
 #include <chrono>
 
 #include "apoyo/banco.h"
-#include "platform/sistema.h"
+#include "serial/sistema.h"
 #include "shell/frm_principal.h"
 #include "shell/ordenes.h"
 #include "shell/proyecto.h"

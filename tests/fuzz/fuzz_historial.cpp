@@ -3,8 +3,8 @@
 
 #include <fuzzer/FuzzedDataProvider.h>
 
+#include "files/texto.h"
 #include "fuzz/mesa.h"
-#include "platform/texto.h"
 #include "shell/historial.h"
 
 using namespace morvane;

@@ -1,11 +1,11 @@
 // Noise of any kind against a wait in each mode: it ends, nothing but a good frame counts as a reply, and the port is
 // as before.
 
+#include "files/texto.h"
 #include "fuzz/mesa.h"
 #include "link/corchete.h"
 #include "link/envio.h"
 #include "link/esperas.h"
-#include "platform/texto.h"
 
 using namespace morvane;
 using namespace std::chrono_literals;

@@ -1,8 +1,8 @@
 // An S-record file of any content gives the image that a plain reading of its lines gives, or none at all.
 
+#include "files/texto.h"
 #include "fuzz/mesa.h"
 #include "image/cargar_s19.h"
-#include "platform/texto.h"
 
 using namespace morvane;
 

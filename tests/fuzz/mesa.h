@@ -6,7 +6,7 @@
 
 #include "apoyo/carpeta.h"
 #include "apoyo/guion.h"
-#include "platform/archivos.h"
+#include "files/archivos.h"
 #include "platform/gemelo.h"
 
 namespace apoyo {

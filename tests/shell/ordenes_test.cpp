@@ -1,7 +1,7 @@
 // The commands from the click to the chip, frame by frame and box by box.
 
 #include "banco_ordenes.h"
-#include "platform/texto.h"
+#include "files/texto.h"
 
 using namespace apoyo;
 

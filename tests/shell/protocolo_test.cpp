@@ -3,7 +3,7 @@
 #include <fstream>
 
 #include "apoyo/banco_principal.h"
-#include "platform/texto.h"
+#include "files/texto.h"
 
 using namespace apoyo;
 

@@ -8,8 +8,8 @@
 #include "desktop/placa_simulada.h"
 #include "desktop/plataforma_qt.h"
 #include "desktop/ventana_qt.h"
-#include "platform/archivos.h"
-#include "platform/sistema.h"
+#include "files/archivos.h"
+#include "serial/sistema.h"
 #include "shell/frm_principal.h"
 
 namespace morvane {

@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/archivos.h"
-#include "platform/mscomm.h"
+#include "files/archivos.h"
 #include "platform/plataforma.h"
+#include "serial/mscomm.h"
 
 namespace morvane {
 

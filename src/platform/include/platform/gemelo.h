@@ -9,8 +9,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/pendiente.h"
 #include "platform/plataforma.h"
-#include "platform/transporte_memoria.h"
 
 namespace morvane {
 
@@ -75,8 +75,8 @@ class gemelo : public plataforma {
   std::function<std::string()> eleccion;
   /// Runs `accion` inside the first pass at or after `cuando`.
   void programar(instante cuando, std::function<void()> accion);
-  /// Makes the clock stop at the moments at which `otro` has something to deliver.
-  void vigilar(const extremo& otro) { extremos_.push_back(&otro); }
+  /// Makes the clock stop at the moments at which something happens at `otro`, which must outlive this.
+  void vigilar(const pendiente& otro) { vigilados_.push_back(&otro); }
   /// Lets time pass, as while a user thinks.
   void pasar(instante cuanto) { ahora_ += cuanto; }
 
@@ -100,7 +100,7 @@ class gemelo : public plataforma {
     std::function<void()> mientras;
   };
   std::optional<instante> proximo() const;
-  bool hay_algo_en_la_linea() const;
+  bool algo_espera() const;
   bool ejecutar_acciones();
 
   anfitrion_de_guion maquina_;
@@ -108,7 +108,7 @@ class gemelo : public plataforma {
   std::deque<contestacion> respuestas_;
   std::deque<std::string> rutas_;
   std::multimap<instante, std::function<void()>> acciones_;
-  std::vector<const extremo*> extremos_;
+  std::vector<const pendiente*> vigilados_;
   int vacias_ = 0;
 };
 

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "serial/transporte.h"
+
+namespace morvane {
+
+/// Serial lines of the host, as terminal devices.
+///
+/// Port `n` is the link `puertos/COMn` in the program's directory if there is one; else 1 to 4 are /dev/ttyS0 to 3,
+/// 5 to 8 /dev/ttyUSB0 to 3 and 9 /dev/ttyACM0. Links are resolved before a device is opened. An open line is taken
+/// exclusively, against other programs and other links to the same device, and closing it does not drop DTR. Up to 64
+/// KiB of output wait for a far end that does not read; a text that goes beyond is dropped whole.
+class transporte_tty final : public transporte {
+ public:
+  /// `directorio` is the program's directory, which holds `puertos/`.
+  explicit transporte_tty(std::filesystem::path directorio);
+  ~transporte_tty() override;
+  transporte_tty(const transporte_tty&) = delete;
+  transporte_tty& operator=(const transporte_tty&) = delete;
+
+  bool existe(int numero) override;
+  bool abrir(int numero, const parametros_linea& linea) override;
+  void escribir(std::string_view datos) override;
+  std::size_t leer(std::span<char> destino) override;
+  bool perdido() const override { return perdido_; }
+  void cerrar() override;
+  /// Also lets programs in again that ask for no lock, since the end of the program alone would not.
+  void descartar_salida() override;
+
+  /// The device that port `numero` leads to, links resolved; empty if there is none. Asking tells nobody.
+  std::filesystem::path dispositivo(int numero) const;
+  /// Why the last `existe` or `abrir` gave False: the port, the device, the cause, and what the user can do about it,
+  /// in one Spanish line without a line end. Empty after True. Of a device that is busy it names the programs that have
+  /// it, as far as this user may know.
+  const std::string& motivo() const { return motivo_; }
+
+ private:
+  bool falla(int numero, const std::string& porque);
+  std::string tomar(const std::filesystem::path& ruta, const parametros_linea& linea);
+  void enviar_pendiente();
+
+  std::filesystem::path directorio_;
+  int fd_ = -1;
+  bool perdido_ = false;
+  std::string salida_;
+  std::string motivo_;
+};
+
+}  // namespace morvane

@@ -1,0 +1,118 @@
+#include "serial/transporte_tty.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <pty.h>
+#include <sys/ioctl.h>
+
+#include <array>
+#include <chrono>
+
+#include "apoyo/carpeta.h"
+
+namespace morvane {
+namespace {
+
+namespace fs = std::filesystem;
+using namespace std::chrono_literals;
+using std::chrono::steady_clock;
+
+/// COM1 is a pseudo-terminal whose far end is `placa`; `testigo` is somebody who holds the near end open too.
+struct linea_de_prueba {
+  linea_de_prueba() {
+    EXPECT_EQ(::openpty(&placa, &testigo, nullptr, nullptr, nullptr), 0);
+    ::fcntl(placa, F_SETFL, O_NONBLOCK);
+    fs::create_directory(carpeta.ruta() / "puertos");
+    enlazar(1, ::ttyname(testigo));
+  }
+  ~linea_de_prueba() {
+    ::close(placa);
+    ::close(testigo);
+  }
+  void enlazar(int puerto, const fs::path& destino) const {
+    fs::create_symlink(destino, carpeta.ruta() / "puertos" / ("COM" + std::to_string(puerto)));
+  }
+  /// What comes to the board within a second, up to `cuantos` characters.
+  std::string oye_la_placa(std::size_t cuantos) {
+    std::string oido;
+    for (const auto limite = steady_clock::now() + 1s; oido.size() < cuantos && steady_clock::now() < limite;) {
+      const ssize_t n = ::read(placa, trozo.data(), trozo.size());
+      oido.append(trozo.data(), static_cast<std::size_t>(std::max<ssize_t>(n, 0)));
+    }
+    return oido;
+  }
+  auto cuanto_tarda_en_cerrar() {
+    const auto inicio = steady_clock::now();
+    linea.cerrar();
+    return steady_clock::now() - inicio;
+  }
+
+  apoyo::carpeta carpeta;
+  int placa = -1, testigo = -1;
+  transporte_tty linea{carpeta.ruta()};
+  std::array<char, 256> trozo{};
+};
+
+struct TransporteTty : testing::Test, linea_de_prueba {};
+
+TEST_F(TransporteTty, LosBytesPasanTalCualYEnOrdenYLoDeAntesSePierde) {
+  std::string todos, mucho, oido;
+  for (int i = 0; i < 256; ++i) todos += static_cast<char>(i);
+  for (int i = 0; mucho.size() < 40'000; ++i) mucho += todos + std::to_string(i);
+  ASSERT_EQ(::write(placa, "viejo\rmedia", 11), 11);
+  ASSERT_TRUE(linea.abrir(1, {28800, 'e', 7, 4})) << linea.motivo();
+  oye_la_placa(12);  // the echo of a line that nobody had set
+  ASSERT_EQ(::write(placa, todos.data(), todos.size()), 256);
+  EXPECT_EQ(std::string(trozo.data(), linea.leer(trozo)), todos);
+  for (std::size_t i = 0; i < mucho.size(); i += 37) linea.escribir(std::string_view(mucho).substr(i, 37));
+  for (std::string mas = "?"; oido.size() < mucho.size() && !mas.empty(); oido += mas) {
+    mas = oye_la_placa(1);
+    EXPECT_EQ(linea.leer(trozo), 0U) << "what did not fit goes out with the reads";
+  }
+  EXPECT_EQ(oido, mucho);
+  termios t{};
+  EXPECT_EQ(::tcgetattr(testigo, &t), 0);
+  EXPECT_EQ(t.c_cflag & (HUPCL | CRTSCTS | CLOCAL), static_cast<tcflag_t>(CLOCAL)) << "DTR stays up";
+}
+
+TEST_F(TransporteTty, SoloUnoTieneLaLineaHastaQueLaCierra) {
+  enlazar(2, "COM1");
+  transporte_tty segunda(carpeta.ruta());
+  ASSERT_TRUE(linea.abrir(1, {}));
+  EXPECT_FALSE(segunda.abrir(2, {}));
+  int exclusiva = 0;
+  EXPECT_TRUE(::ioctl(testigo, TIOCGEXCL, &exclusiva) == 0 && exclusiva == 1);
+  linea.descartar_salida();
+  EXPECT_TRUE(::ioctl(testigo, TIOCGEXCL, &exclusiva) == 0 && exclusiva == 0) << "the program may end now";
+  EXPECT_FALSE(segunda.abrir(2, {})) << "the lock keeps the line until then";
+  linea.escribir("D");
+  linea.cerrar();
+  EXPECT_EQ(oye_la_placa(1), "D");
+  EXPECT_TRUE(segunda.abrir(2, {})) << segunda.motivo();
+}
+
+TEST(LineaTty, UnaLineaColgadaSeDaPorPerdidaAlEscribirYAlLeerYNoRetieneElCierre) {
+  for (const bool al_leer : {false, true}) {
+    linea_de_prueba p;
+    ASSERT_TRUE(p.linea.abrir(1, {}));
+    EXPECT_TRUE(p.linea.leer(p.trozo) == 0 && !p.linea.perdido()) << "a quiet line is not lost";
+    if (al_leer) p.linea.escribir(std::string(40'000, 'x'));
+    ::close(std::exchange(p.placa, -1));
+    al_leer ? static_cast<void>(p.linea.leer(p.trozo)) : p.linea.escribir("x");
+    EXPECT_TRUE(p.linea.perdido());
+    EXPECT_LT(p.cuanto_tarda_en_cerrar(), 50ms);
+  }
+}
+
+TEST_F(TransporteTty, QuienNoLeeNoRetieneElCierre) {
+  for (const bool descartada : {false, true}) {
+    ASSERT_TRUE(linea.abrir(1, {}));
+    for (int i = 0; i < 1000; ++i) linea.escribir(std::string(1000, 'x'));
+    if (descartada) linea.descartar_salida();
+    const auto tardanza = cuanto_tarda_en_cerrar();
+    EXPECT_TRUE(descartada ? tardanza < 50ms : tardanza >= 90ms && tardanza < 300ms) << tardanza.count();
+  }
+}
+
+}  // namespace
+}  // namespace morvane
