@@ -3,16 +3,19 @@ import contextlib
 import dataclasses
 import os
 import pathlib
-import shutil
 import signal
 import statistics
 import subprocess
+import sys
 import tempfile
 import time
 
 from pantalla import Screen
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
+sys.path.append(str(ROOT / "herramientas"))
+import directorio  # noqa: E402
+
 BIN = ROOT / "build/bin"
 SAMPLE = ROOT / "samples/completa-256k.s19"
 median = statistics.median
@@ -53,14 +56,9 @@ def running(command, **options):
 
 @contextlib.contextmanager
 def program_directory():
-    """A directory of the program's own for one run, with the journal's folder and without a port."""
+    """A directory of the program's own for one run, without a port."""
     with tempfile.TemporaryDirectory(prefix="morvane-banco-") as name:
-        home = pathlib.Path(name)
-        (home / "puertos").mkdir()
-        (home / "unidades/c/Datos/TORVAX-m68k").mkdir(parents=True)
-        (home / "SETTINGS.TXT").write_bytes(b'"115200","n","8","1"\r\n"COM1"\r\n')
-        shutil.copy(BIN / "morvane", home)
-        yield home
+        yield directorio.make(ROOT / "build/morvane", pathlib.Path(name) / "programa")
 
 
 def wait_for(what, condition, seconds=30):

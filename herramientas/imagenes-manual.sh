@@ -11,15 +11,8 @@ cmake --build build --target directorio recorrido
 programa=/tmp/morvane
 [ ! -e "$programa" ] || { echo "$programa is in the way" >&2; exit 1; }
 fotos=$(mktemp -d)
-trap 'kill $(jobs -p) 2>/dev/null; rm -rf "$programa" "$fotos"' EXIT
-
-cp -a build/morvane "$programa"
-rm -f "$programa"/puertos/*
-printf '"115200","n","8","1"\r\n"COM1"\r\n' >"$programa/SETTINGS.TXT"
-"$programa/puente" --enlace "$programa/puertos/COM1" --baudios 115200 >/dev/null &
-"$programa/puente" --enlace "$programa/puertos/COM2" --muda-desde 1 >/dev/null &
-until [ -e "$programa/puertos/COM1" ] && [ -e "$programa/puertos/COM2" ]; do sleep 0.05; done
-QT_LOGGING_RULES=default.warning=false QT_QPA_PLATFORM=offscreen build/bin/recorrido "$programa" "$fotos"
+trap 'rm -rf "$programa" "$fotos"' EXIT
+herramientas/recorrido.sh "$programa" "$fotos"
 
 for destino in docs/imagenes/*.png; do
   nombre=$(basename "$destino")

@@ -7,6 +7,7 @@ import subprocess
 import sys
 import termios
 
+import directorio
 from textos import ERASED
 
 NO_PORT = "Es probable que el puerto no exista, verifique en su Sistema Operativo los puertos existentes"
@@ -27,7 +28,9 @@ def scenario(bench):
     if os.getuid() == 0:
         print("as an ordinary user, since nothing keeps out root")
         bench.dir.chmod(0o755)
-        driver = shutil.copytree(pathlib.Path(__file__).parent, bench.dir / "real")
+        driver = shutil.copytree(pathlib.Path(__file__).parent, bench.dir / "tests/real")
+        (bench.dir / "herramientas").mkdir()
+        shutil.copy(directorio.__file__, bench.dir / "herramientas")
         return subprocess.run([sys.executable, driver, bench.home, "linea"], user=65534, group=65534, extra_groups=[],
                               check=True)
     bench.begin()

@@ -7,10 +7,14 @@ import random
 import re
 import shutil
 import subprocess
+import sys
 import tempfile
 import time
 
 from accesible import ENABLED, SHOWING, Control, connect, root_of
+
+sys.path.append(str(pathlib.Path(__file__).resolve().parents[2] / "herramientas"))
+import directorio  # noqa: E402
 
 BLANK = b"\xff" * 0x40000
 
@@ -44,8 +48,7 @@ class Bench:
         self.port, self.errors = self.home / "puertos/COM1", self.dir / "errores.txt"
         self.history, self.journal = self.home / "MENU.TXT", self.home / "unidades/c/Datos/TORVAX-m68k/memoria.txt"
         self.board = self.program = None
-        shutil.copytree(source, self.home, ignore=shutil.ignore_patterns("COM*", "simulada.txt", "MENU.TXT", "memoria.txt"))
-        (self.home / "SETTINGS.TXT").write_bytes(b'"115200","n","8","1"\r\n"COM1"\r\n')
+        directorio.make(source, self.home)
 
     def put_firmware(self, *lengths):
         """Puts files of so many bytes into the history, and keeps what the chip must hold after each."""
@@ -86,9 +89,9 @@ class Bench:
         self.bus = connect(self.wait("the bus", lambda: launcher.call("org.a11y.Bus", "GetAddress")))
 
     def begin_board(self, options="--sin-ritmo"):
-        said = self.hear(self.home / "puente", "--enlace", self.port, "--flash", self.flash, "--traza", self.trace,
-                         *options.split())
-        self.line, self.board = said.split()[1], self.started[-1]
+        self.board, said = directorio.board(self.home, "COM1", "--flash", self.flash, "--traza", self.trace,
+                                            *options.split(), start=lambda command, **how: self.start(*command, **how))
+        self.line = said.split()[1]
         return said
 
     def begin_program(self, probes=True):
