@@ -1,6 +1,7 @@
 #include "serial/transporte_tty.h"
 
 #include <asm/termbits.h>
+#include <linux/serial.h>
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -23,22 +24,25 @@ constexpr std::size_t salida_maxima = std::size_t{64} * 1024;
 constexpr std::chrono::milliseconds plazo_vaciado{100};
 constexpr int pausa_vaciado = 1;
 
+/// Also what the circuit still holds, where the driver can tell: it would go out with the settings of before.
 bool salida_vacia(int fd) {
   int quedan = 0;
-  return ::ioctl(fd, TIOCOUTQ, &quedan) != 0 || quedan == 0;
+  if (::ioctl(fd, TIOCOUTQ, &quedan) == 0 && quedan != 0) return false;
+  unsigned registro = 0;
+  return ::ioctl(fd, TIOCSERGETLSR, &registro) != 0 || (registro & TIOCSER_TEMT) != 0;
 }
 
 }  // namespace
 
-transporte_tty::transporte_tty(std::filesystem::path directorio) : directorio_(std::move(directorio)) {}
+transporte_tty::transporte_tty(std::filesystem::path directorio)
+    : directorio_(std::move(directorio)), ajuste_(std::make_unique<ajuste_tty>()) {}
 
 transporte_tty::~transporte_tty() {
   cerrar();
 }
 
 std::filesystem::path transporte_tty::dispositivo(int numero) const {
-  std::filesystem::path ruta = destino_puerto(directorio_, numero);
-  return es_dispositivo(ruta) ? ruta : std::filesystem::path{};
+  return dispositivo_puerto(directorio_, numero);
 }
 
 bool transporte_tty::existe(int numero) {
@@ -63,11 +67,10 @@ bool transporte_tty::abrir(int numero, const parametros_linea& linea) {
 std::string transporte_tty::tomar(const std::filesystem::path& ruta, const parametros_linea& linea) {
   descriptor fd(abrir_dispositivo(ruta));
   if (!fd.abierto() || !tomar_en_exclusiva(fd.numero())) return explicar_apertura(ruta, errno);
-  if (!ajustar_tty(fd.numero(), linea)) {
+  if (!ajuste_->poner(fd.numero(), linea)) {
     dejar_exclusiva(fd.numero());
     return parametros_rechazados(linea);
   }
-  pedir_latencia_baja(fd.numero());
   (void)::ioctl(fd.numero(), TCFLSH, TCIOFLUSH);
   fd_ = fd.soltar();
   return {};
@@ -118,6 +121,7 @@ void transporte_tty::cerrar() {
     ::poll(nullptr, 0, pausa_vaciado);
     enviar_pendiente();
   }
+  ajuste_->reponer(fd_);
   dejar_exclusiva(fd_);
   ::close(std::exchange(fd_, -1));
   salida_.clear();
@@ -128,6 +132,7 @@ void transporte_tty::descartar_salida() {
   salida_.clear();
   if (fd_ < 0) return;
   (void)::ioctl(fd_, TCFLSH, TCOFLUSH);
+  ajuste_->reponer(fd_);
   // If the program ends now, a device that somebody else holds open too would stay closed to all others for ever. The
   // lock keeps the line until then.
   dejar_exclusiva(fd_);

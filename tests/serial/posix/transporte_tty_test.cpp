@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <pty.h>
 #include <sys/ioctl.h>
+#include <sys/stat.h>
 
 #include <array>
 #include <chrono>
@@ -31,6 +32,30 @@ struct linea_de_prueba {
   }
   void enlazar(int puerto, const fs::path& destino) const {
     fs::create_symlink(destino, carpeta.ruta() / "puertos" / ("COM" + std::to_string(puerto)));
+  }
+  void fechar(int puerto, timespec cuando) const {
+    const timespec fechas[] = {cuando, cuando};
+    const fs::path enlace = carpeta.ruta() / "puertos" / ("COM" + std::to_string(puerto));
+    EXPECT_EQ(::utimensat(AT_FDCWD, enlace.c_str(), fechas, AT_SYMLINK_NOFOLLOW), 0);
+  }
+  termios ajustada() const {
+    termios t{};
+    EXPECT_EQ(::tcgetattr(testigo, &t), 0);
+    return t;
+  }
+  void ajustar(tcflag_t local, tcflag_t control) const {
+    termios t = ajustada();
+    t.c_lflag |= local;
+    t.c_cflag |= control;
+    EXPECT_EQ(::tcsetattr(testigo, TCSANOW, &t), 0);
+  }
+  std::string ajustes() const {
+    const termios t = ajustada();
+    std::string todos(std::begin(t.c_cc), std::end(t.c_cc));
+    for (const tcflag_t uno : {t.c_iflag, t.c_oflag, t.c_cflag, t.c_lflag}) {
+      todos += " " + std::to_string(uno);
+    }
+    return todos + " " + std::to_string(::cfgetospeed(&t));
   }
   /// What comes to the board within a second, up to `cuantos` characters.
   std::string oye_la_placa(std::size_t cuantos) {
@@ -70,9 +95,7 @@ TEST_F(TransporteTty, LosBytesPasanTalCualYEnOrdenYLoDeAntesSePierde) {
     EXPECT_EQ(linea.leer(trozo), 0U) << "what did not fit goes out with the reads";
   }
   EXPECT_EQ(oido, mucho);
-  termios t{};
-  EXPECT_EQ(::tcgetattr(testigo, &t), 0);
-  EXPECT_EQ(t.c_cflag & (HUPCL | CRTSCTS | CLOCAL), static_cast<tcflag_t>(CLOCAL)) << "DTR stays up";
+  EXPECT_EQ(ajustada().c_cflag & (HUPCL | CRTSCTS | CLOCAL), static_cast<tcflag_t>(CLOCAL)) << "DTR stays up";
 }
 
 TEST_F(TransporteTty, SoloUnoTieneLaLineaHastaQueLaCierra) {
@@ -102,6 +125,59 @@ TEST(LineaTty, UnaLineaColgadaSeDaPorPerdidaAlEscribirYAlLeerYNoRetieneElCierre)
     EXPECT_TRUE(p.linea.perdido());
     EXPECT_LT(p.cuanto_tarda_en_cerrar(), 50ms);
   }
+}
+
+TEST_F(TransporteTty, AlCerrarLaLineaQuedaComoEstabaOComoOtroLaHayaPuesto) {
+  const std::string antes = ajustes();
+  const std::pair<parametros_linea, std::function<void()>> maneras[] = {{{28800}, [&] { linea.cerrar(); }},
+                                                                        {{}, [&] { linea.descartar_salida(); }}};
+  for (const auto& [parametros, acabar] : maneras) {
+    ajustar(0, HUPCL);
+    ASSERT_TRUE(linea.abrir(1, parametros));
+    EXPECT_NE(ajustes(), antes);
+    acabar();
+    EXPECT_EQ(ajustes(), antes) << "but for the drop of DTR";
+  }
+  ASSERT_TRUE(linea.abrir(1, {}));
+  ajustar(ISIG, 0);
+  const std::string ajeno = ajustes();
+  linea.cerrar();
+  EXPECT_EQ(ajustes(), ajeno);
+}
+
+TEST_F(TransporteTty, UnEnlaceMasViejoQueSuTerminalEsDeOtroYNoLleva) {
+  struct stat terminal {};
+  ASSERT_EQ(::fstat(testigo, &terminal), 0);
+  const timespec nacido = terminal.st_ctim;
+  ASSERT_NE(nacido.tv_nsec, 0) << "one in a billion";
+  enlazar(2, "COM1");
+  enlazar(3, "/dev/null");
+  fechar(2, {1, 1});
+  fechar(3, {1, 1});
+  // A whole second may be all that the file system keeps.
+  const std::pair<timespec, bool> casos[] = {{nacido, true},
+                                             {{nacido.tv_sec, 0}, true},
+                                             {{nacido.tv_sec, nacido.tv_nsec - 1}, false},
+                                             {{nacido.tv_sec - 1, 0}, false},
+                                             {{nacido.tv_sec + 3600, 1}, true}};
+  for (const auto& [fecha, lleva] : casos) {
+    fechar(1, fecha);
+    for (const int puerto : {1, 2}) {
+      EXPECT_EQ(linea.abrir(puerto, {}), lleva) << fecha.tv_sec - nacido.tv_sec << " " << fecha.tv_nsec;
+      linea.cerrar();
+    }
+  }
+  // What the terminal is used for, and a new mode, do not make it younger.
+  fechar(1, nacido);
+  ASSERT_EQ(::fchmod(testigo, 0622), 0);
+  EXPECT_TRUE(linea.existe(1)) << linea.motivo();
+  fechar(1, {1, 1});
+  EXPECT_FALSE(linea.existe(2));
+  const std::string enlace = (carpeta.ruta() / "puertos/COM1").native(), nombre = ::ttyname(testigo);
+  EXPECT_EQ(linea.motivo(), "COM2: el enlace " + enlace + " es de una placa que ya no está: " + nombre +
+                                " se ha abierto después y es de otro programa; arranque la placa otra vez, o cambie o "
+                                "quite el enlace");
+  EXPECT_TRUE(linea.existe(3)) << "the age counts where numbers are used again";
 }
 
 TEST_F(TransporteTty, QuienNoLeeNoRetieneElCierre) {
