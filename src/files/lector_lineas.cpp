@@ -12,6 +12,7 @@ namespace morvane {
 namespace {
 
 constexpr std::size_t bloque = std::size_t{64} * 1024;
+constexpr std::string_view marca_utf8 = "\xEF\xBB\xBF";
 constexpr std::uint64_t mebibyte = std::uint64_t{1024} * 1024;
 
 std::string explicar(int error) {
@@ -42,23 +43,27 @@ struct lector_lineas::estado {
   lectura archivo;
   /// How much of it has been read.
   std::uint64_t leidos = 0;
-  char fin_linea = '\r';
+  /// LF alone ends a line too.
+  bool tambien_lf = false;
   /// The last line ended at a CR with nothing behind it in the buffer: an LF to come belongs to it.
   bool falta_lf = false;
   bool fallo = false;
   std::string motivo;
   std::string partida;
   std::size_t inicio = 0, fin = 0;
+  /// The first of each in the buffer that is not behind `inicio`, as far as that has been looked for; `fin` for none.
+  std::size_t cr = 0, lf = 0;
   std::array<char, bloque> datos;
 
   bool fallar(std::string por_que);
   bool fallar(int error) { return fallar(explicar(error)); }
   bool rellenar();
-  bool buscar_final(finales como);
+  bool pasar_marca();
   bool preparar_lectura();
   bool linea_partida(linea& destino);
   void pasar_final(std::size_t donde);
-  const char* final_en_bloque() const;
+  std::size_t buscar(std::size_t desde, char cual) const;
+  std::size_t final_en_bloque();
 };
 
 bool lector_lineas::estado::fallar(std::string por_que) {
@@ -79,35 +84,34 @@ bool lector_lineas::estado::rellenar() {
   if (hechos == 0 ? !archivo.sigue_igual() : leidos > archivo.tamano()) return fallar("ha cambiado mientras se leía");
   if (hechos == 0) archivo.cerrar();
   fin = static_cast<std::size_t>(hechos);
+  cr = buscar(0, '\r');
+  lf = tambien_lf ? buscar(0, '\n') : fin;
   return fin > 0;
 }
 
-/// Settles what ends a line, and goes back to the beginning. False after an error.
-bool lector_lineas::estado::buscar_final(finales como) {
-  fin_linea = '\r';
-  if (como == finales::cr) return true;
-  bool hay_cr = false;
-  // No further than the file reached: one that somebody writes to might have no end.
-  for (std::uint64_t vistos = 0; !hay_cr && vistos < archivo.tamano();) {
-    const std::int64_t hechos = archivo.leer(datos.data(), datos.size());
-    if (hechos < 0) return fallar(archivo.error());
-    if (hechos == 0) break;
-    hay_cr = std::memchr(datos.data(), '\r', static_cast<std::size_t>(hechos)) != nullptr;
-    vistos += static_cast<std::uint64_t>(hechos);
-  }
-  if (!hay_cr) fin_linea = '\n';
-  const int error = archivo.volver();
-  return error == 0 || fallar(error);
+/// Goes on behind the mark that says UTF-8, if the file begins with it. False after an error.
+bool lector_lineas::estado::pasar_marca() {
+  if (!rellenar()) return !fallo;
+  if (std::string_view(datos.data(), fin).starts_with(marca_utf8)) inicio = marca_utf8.size();
+  return true;
 }
 
-inline const char* lector_lineas::estado::final_en_bloque() const {
-  return static_cast<const char*>(std::memchr(datos.data() + inicio, fin_linea, fin - inicio));
+inline std::size_t lector_lineas::estado::buscar(std::size_t desde, char cual) const {
+  const void* donde = std::memchr(datos.data() + desde, cual, fin - desde);
+  return donde == nullptr ? fin : static_cast<std::size_t>(static_cast<const char*>(donde) - datos.data());
+}
+
+/// Where the next line ends; `fin` if not in this block. Each character is looked at once for each kind of end.
+inline std::size_t lector_lineas::estado::final_en_bloque() {
+  if (cr < inicio) cr = buscar(inicio, '\r');
+  if (lf < inicio) lf = buscar(inicio, '\n');
+  return std::min(cr, lf);
 }
 
 /// Goes on behind the line end at `donde`.
 inline void lector_lineas::estado::pasar_final(std::size_t donde) {
   inicio = donde + 1;
-  if (fin_linea != '\r') return;
+  if (datos[donde] != '\r') return;
   falta_lf = inicio == fin;
   if (!falta_lf && datos[inicio] == '\n') ++inicio;
 }
@@ -128,9 +132,8 @@ bool lector_lineas::estado::linea_partida(linea& destino) {
   destino.largo = 0;
   bool completa = false;
   do {
-    const char* final = final_en_bloque();
-    completa = final != nullptr;
-    const std::size_t donde = completa ? static_cast<std::size_t>(final - datos.data()) : fin;
+    const std::size_t donde = final_en_bloque();
+    completa = donde < fin;
     partida.append(datos.data() + inicio, std::min(donde - inicio, maximo - partida.size()));
     destino.largo += donde - inicio;
     if (completa) pasar_final(donde);
@@ -151,7 +154,8 @@ bool lector_lineas::abrir(const std::string& ruta, finales como) {
   if (e_->archivo.tamano() > tamano_maximo) {
     return e_->fallar("es demasiado grande: el máximo son " + std::to_string(tamano_maximo / mebibyte) + " MiB");
   }
-  return e_->buscar_final(como);
+  e_->tambien_lf = como == finales::todos;
+  return como == finales::cr || e_->pasar_marca();
 }
 
 std::uint64_t lector_lineas::tamano() const {
@@ -165,9 +169,8 @@ bool lector_lineas::siguiente(linea& destino) {
     return false;
   }
   // A line that ends within the buffer is not copied.
-  const char* final = e.final_en_bloque();
-  if (final == nullptr) return e.linea_partida(destino);
-  const auto donde = static_cast<std::size_t>(final - e.datos.data());
+  const std::size_t donde = e.final_en_bloque();
+  if (donde == e.fin) return e.linea_partida(destino);
   destino.largo = donde - e.inicio;
   destino.texto = {e.datos.data() + e.inicio, std::min(donde - e.inicio, maximo)};
   e.pasar_final(donde);

@@ -25,8 +25,6 @@ class lectura {
   /// Up to `cuantos` bytes; 0 at the end, and negative after an error, which `error` then tells.
   std::int64_t leer(char* destino, std::size_t cuantos);
   int error() const;
-  /// Back to the beginning.
-  int volver();
   /// True if nobody has written to it since it was opened.
   bool sigue_igual() const;
 

@@ -16,7 +16,7 @@ std::uint8_t ancho_de_tipo(std::string_view linea) {
 /// Gives what went wrong, as text for the user.
 std::optional<std::string> leer_registros(Variables_grab& v, avance& a) {
   lector_lineas lector;
-  if (!lector.abrir(v.ruta_archivo, lector_lineas::finales::cr_o_unix)) return fallo_de_archivo(lector.motivo());
+  if (!lector.abrir(v.ruta_archivo, lector_lineas::finales::todos)) return fallo_de_archivo(lector.motivo());
   const auto total = static_cast<std::int64_t>(lector.tamano());
   std::int64_t acumulado = 0;
   lector_lineas::linea linea;

@@ -26,13 +26,13 @@ std::string registro(puente::azar& a, contenido& c, std::int32_t dir) {
 }
 
 std::string registros(puente::azar& a, contenido& c, std::int32_t base) {
-  const std::string fin = a.una_de(2) ? "\r\n" : "\n";
-  std::string texto = "S0030000FC" + fin;
+  const auto fin = [&a] { return std::array{"\r\n", "\n", "\r"}[a.hasta(3)]; };
+  std::string texto = std::string(a.una_de(3) ? "\xEF\xBB\xBF" : "") + "S0030000FC" + fin();
   for (std::uint64_t n = 1 + a.hasta(6); n > 0; --n) {
-    texto += registro(a, c, base + 4 * static_cast<std::int32_t>(a.hasta(40))) + fin;
+    texto += registro(a, c, base + 4 * static_cast<std::int32_t>(a.hasta(40))) + fin();
   }
   for (std::int32_t i = hueco_desde; i <= hueco_hasta; ++i) c.bytes[i] = 0;
-  return texto + "S9030000FC" + fin;
+  return texto + "S9030000FC" + fin();
 }
 
 std::string binario(puente::azar& a, contenido& c) {

@@ -10,7 +10,7 @@ namespace {
 using finales = lector_lineas::finales;
 
 /// The lines of a file as far as they are given out, with their true lengths.
-std::string todas(const std::string& contenido, finales como = finales::cr_o_unix) {
+std::string todas(const std::string& contenido, finales como = finales::todos) {
   static const apoyo::carpeta dir;
   lector_lineas lector;
   lector_lineas::linea linea;
@@ -20,12 +20,20 @@ std::string todas(const std::string& contenido, finales como = finales::cr_o_uni
   return leidas + lector.motivo();
 }
 
-TEST(LectorLineas, CadaFinalAcabaUnaLineaYUnCrLejanoDecidePorTodoElArchivo) {
-  const std::string saltos(200'000, '\n');
-  EXPECT_EQ(todas("a\r\r\n\n\rb\r\nc"), "a|1||0|\n|1|b|1|c|1|");
+TEST(LectorLineas, CadaFinalAcabaUnaLineaYLaMarcaDeUtf8NoEsDeLaPrimera) {
+  EXPECT_EQ(todas("a\r\r\n\n\rb\r\nc"), "a|1||0||0||0|b|1|c|1|");
+  EXPECT_EQ(todas("a\r\r\n\n\rb\r\nc", finales::cr), "a|1||0|\n|1|b|1|c|1|");
   EXPECT_EQ(todas("a\n\nb\n"), "a|1||0|b|1|");
   EXPECT_EQ(todas("a\n\nb\n", finales::cr), "a\n\nb\n|5|");
-  EXPECT_EQ(todas(saltos + "\rfin"), saltos.substr(0, lector_lineas::maximo) + "|200000|fin|3|");
+  EXPECT_EQ(todas("\xEF\xBB\xBF"
+                  "a\n\xEF\xBB\xBF"),
+            "a|1|\xEF\xBB\xBF|3|");
+  EXPECT_EQ(todas("\xEF\xBB\xBF"), "");
+  EXPECT_EQ(todas("\xEF\xBB\xBF"
+                  "a",
+                  finales::cr),
+            "\xEF\xBB\xBF"
+            "a|4|");
 }
 
 TEST(LectorLineas, UnaLineaLargaYSuFinalAlrededorDelBordeDeUnBloque) {

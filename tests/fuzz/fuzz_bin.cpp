@@ -11,7 +11,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t lar
   const std::string texto = apoyo::archivo_de(datos, largo);
   std::string esperada;
   bool buena = true;
-  for (const std::string& linea : apoyo::lineas_de(texto, '\r')) {
+  for (const std::string& linea : apoyo::lineas_de(texto, "\r")) {
     buena = buena && linea.size() <= 252;
     esperada += linea + "..";
   }

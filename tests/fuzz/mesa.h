@@ -41,13 +41,13 @@ inline std::string archivo_de(const std::uint8_t* datos, std::size_t largo) {
 }
 
 /// The lines of a text; an LF behind a CR belongs to it.
-inline std::vector<std::string> lineas_de(const std::string& texto, char final) {
+inline std::vector<std::string> lineas_de(const std::string& texto, const char* finales) {
   std::vector<std::string> lineas;
   for (std::size_t i = 0; i < texto.size();) {
-    const std::size_t fin = std::min(texto.find(final, i), texto.size());
+    const std::size_t fin = std::min(texto.find_first_of(finales, i), texto.size());
     lineas.push_back(texto.substr(i, fin - i));
     i = fin + 1;
-    if (final == '\r' && i < texto.size() && texto[i] == '\n') ++i;
+    if (fin < texto.size() && texto[fin] == '\r' && i < texto.size() && texto[i] == '\n') ++i;
   }
   return lineas;
 }

@@ -49,10 +49,6 @@ int lectura::error() const {
   return a_->error;
 }
 
-int lectura::volver() {
-  return ::lseek(a_->fd.numero(), 0, SEEK_SET) == 0 ? 0 : errno;
-}
-
 bool lectura::sigue_igual() const {
   const struct stat& antes = a_->al_abrir;
   struct stat ahora {};

@@ -53,10 +53,6 @@ int lectura::error() const {
   return a_->error;
 }
 
-int lectura::volver() {
-  return ::SetFilePointerEx(a_->abierto.numero(), {}, nullptr, FILE_BEGIN) != 0 ? 0 : ultimo_error();
-}
-
 bool lectura::sigue_igual() const {
   const BY_HANDLE_FILE_INFORMATION& antes = a_->al_abrir;
   BY_HANDLE_FILE_INFORMATION ahora{};

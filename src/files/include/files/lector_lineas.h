@@ -16,8 +16,8 @@ class lector_lineas {
   enum class finales {
     /// A line ends at CR or at CR LF.
     cr,
-    /// As above; but in a file without a single CR a line ends at LF.
-    cr_o_unix,
+    /// Each of CR, LF and CR LF ends a line, whatever else the file has. A UTF-8 mark at its start is passed over.
+    todos,
   };
   /// Characters of a line that are kept; a longer line is reported with its true length.
   static constexpr std::size_t maximo = 1024;
