@@ -133,7 +133,7 @@ void ventana_caja::anadir(respuesta_caja valor) {
 void ventana_caja::keyPressEvent(QKeyEvent* tecla) {
   if (tecla->matches(QKeySequence::Copy)) return QGuiApplication::clipboard()->setText(todo());
   const bool escapar = tecla->key() == Qt::Key_Escape;
-  const bool sola = (tecla->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) == 0 && !tecla->isAutoRepeat();
+  const bool sola = (tecla->modifiers() & ~(Qt::AltModifier | Qt::ShiftModifier | Qt::KeypadModifier)) == 0;
   QAbstractButton* boton = escapar ? escape_ : con_inicial(sola ? tecla->text() : QString());
   if (boton != nullptr) boton->click();
   if (boton == nullptr && !escapar) QMessageBox::keyPressEvent(tecla);

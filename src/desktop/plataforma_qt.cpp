@@ -60,7 +60,9 @@ respuesta_caja plataforma_qt::mostrar(const caja& mensaje) {
     return vbNinguna;
   }
   ventana_caja ventana(mensaje, explicacion, de_quien());
+  teclado_.llega_caja();
   esperar_a(ventana);
+  teclado_.se_va_caja();
   return ventana.respuesta();
 }
 

@@ -127,7 +127,7 @@ void ventana_qt::keyPressEvent(QKeyEvent* tecla) {
   if (tecla->key() == Qt::Key_F10 && tecla->modifiers() == Qt::ShiftModifier) return pedir_contextual();
   auto* boton = qobject_cast<QAbstractButton*>(focusWidget());
   const bool enter = tecla->key() == Qt::Key_Return || tecla->key() == Qt::Key_Enter;
-  if (boton == nullptr || !enter || tecla->isAutoRepeat()) return QMainWindow::keyPressEvent(tecla);
+  if (boton == nullptr || !enter) return QMainWindow::keyPressEvent(tecla);
   boton->click();
 }
 

@@ -1,5 +1,7 @@
 """The main job with mouse and keyboard alone, on a line as slow as the real one. Whatever the keyboard reaches has a
 name."""
+import time
+
 from accesible import ACTIVE, FOCUSABLE, SHOWING, Control
 from mesa import BLANK, groups_of
 from textos import CLEAN, ERASED, LOADED, READ, RIGHT, WRITTEN
@@ -18,6 +20,9 @@ def scenario(bench):
             # A file may have no size.
             if part.has(FOCUSABLE) and part.has(SHOWING) and part.role() != "tree item":
                 assert part.name().strip(), f"a nameless {part.role()} in {title}"
+        if window.role() == "alert message":
+            # At first it takes no key.
+            time.sleep(0.55)
         bench.ask("xdotool", "key", name)
         bench.wait(f"{title} to close", lambda: not window.has(SHOWING))
 

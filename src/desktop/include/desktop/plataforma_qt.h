@@ -3,6 +3,7 @@
 #include <functional>
 #include <string>
 
+#include "desktop/teclado.h"
 #include "platform/plataforma.h"
 #include "platform/sistema.h"
 
@@ -46,6 +47,7 @@ class plataforma_qt final : public plataforma {
   QWidget* de_quien() const;
 
   anfitrion_del_sistema maquina_;
+  teclado teclado_{[this] { return ahora(); }};
   bool desatendida_ = false;
   std::string explicacion_;
 };
