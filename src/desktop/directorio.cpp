@@ -1,7 +1,6 @@
 #include "desktop/directorio.h"
 
 #include <QStandardPaths>
-#include <cstdio>
 
 #include "conversiones.h"
 #include "files/archivos.h"
@@ -67,7 +66,7 @@ fs::path directorio_aplicacion() {
     sembrar(propio, usuario);
     return usuario;
   } catch (const fs::filesystem_error& fallo) {
-    std::fprintf(stderr, "morvane: %s\n", fallo.what());
+    decir_por_errores(std::string("morvane: ") + fallo.what());
     return propio;
   }
 }

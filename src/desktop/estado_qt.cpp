@@ -34,13 +34,8 @@ void poner_reloj(QLabel* panel) {
   dar_la_hora(panel, pulso);
 }
 
-/// A tool tip that is shown as it is written, whatever stands in it. Only what is too long for a line is broken; Qt
-/// would break what is shorter as well.
 void ayudar(QLabel& panel, const QString& texto) {
-  constexpr qsizetype renglon = 100;
-  const auto literal = QStringLiteral("<p style='white-space:%1'>%2</p>");
-  const auto corte = texto.size() > renglon ? QStringLiteral("pre-wrap") : QStringLiteral("pre");
-  panel.setToolTip(texto.isEmpty() ? texto : literal.arg(corte, texto.toHtmlEscaped()));
+  panel.setToolTip(ayuda_literal(texto));
   panel.setAccessibleDescription(texto);
 }
 

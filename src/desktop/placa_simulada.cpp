@@ -2,9 +2,11 @@
 
 #include <QCoreApplication>
 #include <QFile>
-#include <QSaveFile>
+#include <system_error>
 
 #include "conversiones.h"
+#include "files/archivos.h"
+#include "platform/rutas.h"
 
 namespace morvane {
 
@@ -32,11 +34,11 @@ std::string placa_simulada::poner(int numero) {
   quitar();
   std::string fallo = arrancar(numero);
   if (!fallo.empty()) return fallo;
-  QSaveFile fichero(qt(nota()));
-  const QByteArray texto = "COM" + QByteArray::number(numero) + "\n";
-  if (fichero.open(QIODevice::WriteOnly) && fichero.write(texto) == texto.size() && fichero.commit()) return {};
-  return "La placa simulada está en " + texto.trimmed().toStdString() +
-         ", pero no se ha podido anotar para la próxima vez: " + fichero.errorString().toStdString();
+  const std::string puerto = "COM" + std::to_string(numero);
+  const int error = archivos(directorio_).guardar(texto_de(nota()), puerto + "\n");
+  if (error == 0) return {};
+  return "La placa simulada está en " + puerto +
+         ", pero no se ha podido anotar para la próxima vez: " + std::generic_category().message(error);
 }
 
 std::string placa_simulada::arrancar(int numero) {
@@ -69,9 +71,9 @@ void placa_simulada::parar() {
 }
 
 void placa_simulada::reanudar() {
-  QFile fichero(qt(nota()));
-  if (!fichero.open(QIODevice::ReadOnly)) return;
-  const QByteArray texto = fichero.read(16).trimmed();
+  constexpr std::size_t maximo = 16;
+  const QByteArray texto =
+      QByteArray::fromStdString(archivos(directorio_).leer(texto_de(nota()), maximo).value_or("")).trimmed();
   const int numero = texto.startsWith("COM") ? texto.mid(3).toInt() : 0;
   if (numero >= 1 && numero <= 9) arrancar(numero);
 }

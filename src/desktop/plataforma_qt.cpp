@@ -5,11 +5,11 @@
 #include <QMainWindow>
 #include <QTime>
 #include <chrono>
-#include <cstdio>
 #include <cstdlib>
 #include <utility>
 
 #include "dialogos.h"
+#include "platform/proceso.h"
 
 namespace morvane {
 
@@ -56,7 +56,7 @@ respuesta_caja plataforma_qt::mostrar(const caja& mensaje) {
   const std::string explicacion = std::exchange(explicacion_, {});
   if (sincronizar) sincronizar();
   if (desatendida_) {
-    std::fprintf(stderr, "%s: %s\n", mensaje.titulo.c_str(), mensaje.texto.c_str());
+    decir_por_errores(mensaje.titulo + ": " + mensaje.texto);
     return vbNinguna;
   }
   ventana_caja ventana(mensaje, explicacion, de_quien());

@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QLibraryInfo>
 #include <QTranslator>
-#include <cstdio>
 #include <exception>
 
 #include "desktop/puertos_qt.h"
@@ -12,6 +11,7 @@
 #include "desktop/vistas_qt.h"
 #include "imagenes.h"
 #include "lista_qt.h"
+#include "platform/proceso.h"
 #include "shell/proyecto.h"
 #include "textos_es.h"
 
@@ -57,7 +57,7 @@ programa::programa(const std::filesystem::path& directorio)
   otras_.al_hacer = [this](const Form& forma, ventana_qt& ventana) { completar_vista(forma, ventana); };
   plat_.sincronizar = [this] { sincronizar(); };
   linea_.al_fallar = [this](const std::string& motivo) {
-    std::fprintf(stderr, "morvane: %s\n", motivo.c_str());
+    decir_por_errores("morvane: " + motivo);
     plat_.explicar(motivo);
   };
   ventana_->al_empezar = [this] { seguimiento_->al_empezar(); };

@@ -60,11 +60,12 @@ int puertos_qt::elegido() const {
 
 void puertos_qt::explicar() {
   for (int i = 0; i < lista_->count(); ++i) {
-    lista_->setItemData(i, qt(describir_puerto(directorio_, numero_de(lista_->itemText(i)))), Qt::ToolTipRole);
+    const QString que = qt(describir_puerto(directorio_, numero_de(lista_->itemText(i))));
+    lista_->setItemData(i, ayuda_literal(que), Qt::ToolTipRole);
   }
   const int numero = elegido();
   const QString ayuda = numero == 0 ? QString() : qt(describir_puerto(directorio_, numero));
-  lista_->setToolTip(ayuda);
+  lista_->setToolTip(ayuda_literal(ayuda));
   lista_->setAccessibleDescription(ayuda);
 }
 

@@ -32,7 +32,10 @@ std::string firmware_ofrecido(const QMimeData& oferta) {
   if (!maquina.isEmpty() && maquina != QLatin1String("localhost")) return {};
   // Not toLocalFile, which changes names that are no UTF-8.
   const QByteArray codificada = lugares.first().path(QUrl::FullyEncoded).toLatin1();
-  const std::filesystem::path ruta = ruta_de_url(QByteArray::fromPercentEncoding(codificada).toStdString());
+  const QByteArray parte = QByteArray::fromPercentEncoding(codificada);
+  // Behind it a host would not see the rest of the name.
+  if (parte.contains('\0')) return {};
+  const std::filesystem::path ruta = ruta_de_url(parte.toStdString());
   const std::string nombre = texto_de(ruta);
   std::error_code error;
   return es_firmware(nombre) && std::filesystem::is_regular_file(ruta, error) ? nombre : std::string();

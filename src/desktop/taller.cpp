@@ -93,4 +93,11 @@ void mantener(QWidget* destino, control& origen, taller& t) {
   });
 }
 
+QString ayuda_literal(const QString& texto) {
+  constexpr qsizetype renglon = 100;
+  if (texto.isEmpty()) return texto;
+  const auto reparto = texto.size() > renglon ? QStringLiteral("pre-wrap") : QStringLiteral("pre");
+  return QStringLiteral("<p style='white-space:%1'>%2</p>").arg(reparto, texto.toHtmlEscaped());
+}
+
 }  // namespace morvane

@@ -75,4 +75,8 @@ void hacer_controles(QWidget& padre, const std::vector<cualquier_control>& contr
 /// For a bar whose place is given by its surroundings.
 QWidget* hacer_progreso(QWidget& padre, ProgressBar& barra, taller& t);
 
+/// A tool tip that is shown as it is written, whatever stands in it. Only what is too long for a line is broken; Qt
+/// would break what is shorter as well.
+QString ayuda_literal(const QString& texto);
+
 }  // namespace morvane

@@ -1,5 +1,7 @@
 #include "desktop/puertos_qt.h"
 
+#include <sys/stat.h>
+
 #include "aplicacion.h"
 
 namespace {
@@ -31,13 +33,21 @@ struct puertos_qt_test : banco_enlace<guion> {
 };
 
 TEST_F(puertos_qt_test, the_simulated_board_comes_and_goes_and_the_tips_tell) {
-  EXPECT_TRUE(lista.toolTip().startsWith("COM3: no existen ni")) << lista.toolTip().toStdString();
+  const auto dice = [&](const char* que) { return lista.accessibleDescription().contains(que); };
+  EXPECT_TRUE(dice("COM3: no existen ni"));
+  fs::create_directory(dir.ruta() / "puertos");
+  fs::create_symlink("/no/<b>hay", dir.ruta() / "puertos/COM3");
+  f.ventana.Show();
+  v.hide();
+  v.show();
+  EXPECT_TRUE(dice("/no/<b>hay") && lista.toolTip().contains("&lt;b&gt;")) << lista.toolTip().toStdString();
+  fs::remove(dir.ruta() / "puertos/COM3");
   entrada("Placa simulada en COM3")->trigger();
   EXPECT_TRUE(placa.puerto() == 3 && plat.cajas.empty());
-  EXPECT_TRUE(lista.toolTip().contains("Placa simulada\nLibre")) << lista.toolTip().toStdString();
+  EXPECT_TRUE(dice("Placa simulada\nLibre"));
   EXPECT_TRUE(entrada("Placa simulada")->isChecked() && !entrada("Quitar")->isEnabled());
   entrada("Placa simulada")->trigger();
-  EXPECT_TRUE(placa.puerto() == 0 && lista.toolTip().startsWith("COM3: no existen ni"));
+  EXPECT_TRUE(placa.puerto() == 0 && dice("COM3: no existen ni"));
 }
 
 TEST_F(puertos_qt_test, a_board_that_is_noted_comes_back_unless_it_runs_already_or_a_file_has_its_place) {
@@ -49,6 +59,11 @@ TEST_F(puertos_qt_test, a_board_that_is_noted_comes_back_unless_it_runs_already_
     otra.reanudar();
     EXPECT_EQ(otra.puerto(), vuelve);
   }
+  fs::remove(dir.ruta() / "puertos/simulada.txt");
+  ASSERT_EQ(::mkfifo((dir.ruta() / "puertos/simulada.txt").c_str(), 0600), 0);
+  placa_simulada ninguna(dir.ruta());
+  ninguna.reanudar();
+  EXPECT_EQ(ninguna.puerto(), 0) << "and the start does not wait for a pipe";
   f.cmb_s_puerto.Text = "COM5";
   v.sincronizar();
   entrada("Placa simulada en COM5")->trigger();

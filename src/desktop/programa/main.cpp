@@ -1,8 +1,11 @@
 #include <QApplication>
+#include <QScreen>
 #include <QTimer>
 #include <atomic>
 #include <cstdio>
 #include <exception>
+#include <stdexcept>
+#include <string>
 #include <thread>
 
 #include "desktop/directorio.h"
@@ -10,6 +13,15 @@
 #include "platform/proceso.h"
 
 namespace {
+
+/// With a palette of 256 colours Qt paints nothing, and does not last long.
+void comprobar_pantalla() {
+  constexpr int minimo = 15;
+  const QScreen* pantalla = QGuiApplication::primaryScreen();
+  if (pantalla == nullptr || pantalla->depth() >= minimo) return;
+  throw std::runtime_error("la pantalla tiene " + std::to_string(pantalla->depth()) + " bits por punto y hacen falta " +
+                           std::to_string(minimo) + " o más");
+}
 
 int correr(QApplication& aplicacion, const morvane::peticiones_de_fin& avisos) {
   morvane::preparar_aplicacion();
@@ -39,6 +51,7 @@ int main(int cuantos, char** argumentos) {
     // The program takes no command line; Qt gets its name alone.
     int uno = cuantos > 0 ? 1 : 0;
     QApplication aplicacion(uno, argumentos);
+    comprobar_pantalla();
     return correr(aplicacion, avisos);
   } catch (const std::exception& fallo) {
     std::fprintf(stderr, "morvane: %s\n", fallo.what());

@@ -61,6 +61,11 @@ bool hay(const fs::path& ruta) {
   return ::lstat(ruta.c_str(), &que) == 0;
 }
 
+bool tiene_otro_nombre(int fd) {
+  struct stat que {};
+  return ::fstat(fd, &que) == 0 && que.st_nlink > 1;
+}
+
 /// The name in `carpeta` that equals `nombre` but for the case; of several the first one in order of bytes.
 std::string buscar_sin_caja(const fs::path& carpeta, const std::string& nombre) {
   const std::unique_ptr<DIR, int (*)(DIR*)> lista(::opendir(carpeta.empty() ? "." : carpeta.c_str()), ::closedir);
@@ -130,11 +135,12 @@ std::optional<std::string> archivos::leer(std::string_view nombre, std::size_t l
 error_archivo archivos::abrir(std::string_view nombre, modo como, fichero& destino) const {
   destino.cerrar();
   int banderas = O_RDONLY;
-  if (como == modo::escribir) banderas = O_WRONLY | O_CREAT;
+  if (como == modo::escribir) banderas = O_WRONLY | O_CREAT | O_NOFOLLOW;
   if (como == modo::anadir) banderas = O_WRONLY | O_APPEND;
   apertura abierto = abrir_normal(encontrar(nombre), banderas);
   if (abierto.error != 0) return abierto.error;
   if (como != modo::leer && !bloquear(abierto.fd.numero())) return EBUSY;
+  if (como == modo::escribir && tiene_otro_nombre(abierto.fd.numero())) return EMLINK;
   if (como == modo::escribir && ::ftruncate(abierto.fd.numero(), 0) != 0) return errno;
   destino = fichero(abierto.fd.soltar());
   return 0;

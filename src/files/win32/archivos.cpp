@@ -18,6 +18,11 @@ constexpr std::size_t bloque = std::size_t{16} * 1024;
 /// What the host's search takes as a pattern, or what no name can hold.
 constexpr std::string_view vedados("*?\"<>|\0", 7);
 
+bool tiene_otro_nombre(HANDLE archivo) {
+  BY_HANDLE_FILE_INFORMATION que{};
+  return ::GetFileInformationByHandle(archivo, &que) != 0 && que.nNumberOfLinks > 1;
+}
+
 }  // namespace
 
 archivos::archivos(fs::path directorio) : directorio_(std::move(directorio)), ruta_aplicacion_(texto_de(directorio_)) {
@@ -65,6 +70,7 @@ error_archivo archivos::abrir(std::string_view nombre, modo como, fichero& desti
   const DWORD disposicion = como == modo::escribir ? OPEN_ALWAYS : OPEN_EXISTING;
   apertura abierto = abrir_normal(encontrar(nombre), escribe ? GENERIC_WRITE : GENERIC_READ, disposicion, !escribe);
   if (abierto.error != 0) return abierto.error;
+  if (como == modo::escribir && tiene_otro_nombre(abierto.archivo.numero())) return EMLINK;
   if (como == modo::escribir && !cortar(abierto.archivo.numero(), 0)) return ultimo_error();
   destino = fichero(reinterpret_cast<std::intptr_t>(abierto.archivo.soltar()));
   return 0;

@@ -5,7 +5,9 @@
 #include <sys/signalfd.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
+#include <climits>
 #include <csignal>
 #include <stop_token>
 #include <utility>
@@ -42,6 +44,15 @@ std::filesystem::path carpeta_del_programa() {
 
 bool se_puede_escribir_en(const std::filesystem::path& carpeta) {
   return ::access(carpeta.c_str(), W_OK) == 0;
+}
+
+void decir_por_errores(std::string texto) {
+  texto.resize(std::min<std::size_t>(texto.size(), PIPE_BUF - 1));
+  texto += '\n';
+  pollfd salida{STDERR_FILENO, POLLOUT, 0};
+  // What has room at all has room for this much.
+  if (::poll(&salida, 1, 0) == 1 && (salida.revents & POLLOUT) != 0)
+    (void)!::write(STDERR_FILENO, texto.data(), texto.size());
 }
 
 peticiones_de_fin::peticiones_de_fin() : fuente_(std::make_unique<fuente>()) {

@@ -1,5 +1,7 @@
 #include "platform/proceso.h"
 
+#include <cstdio>
+
 #include "platform/manejador.h"
 
 namespace morvane {
@@ -23,6 +25,11 @@ bool se_puede_escribir_en(const std::filesystem::path& carpeta) {
   const manejador hecho(::CreateFileW(prueba.c_str(), GENERIC_WRITE, FILE_SHARE_DELETE, nullptr, CREATE_NEW,
                                       FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr));
   return hecho.abierto();
+}
+
+void decir_por_errores(std::string texto) {
+  texto += '\n';
+  std::fputs(texto.c_str(), stderr);
 }
 
 peticiones_de_fin::peticiones_de_fin() = default;

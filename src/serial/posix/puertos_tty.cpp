@@ -36,8 +36,15 @@ bool hay_enlace(const fs::path& enlace) {
   return fs::exists(fs::symlink_status(enlace, error));
 }
 
+/// False once the program's directory is not where it was: nobody can know then which links it has.
+bool sigue(const fs::path& directorio) {
+  std::error_code error;
+  return directorio.empty() || fs::is_directory(directorio, error);
+}
+
 /// What decides where a port leads: its link, or the device that it has of its own; empty if it has neither.
 fs::path principio_de(const fs::path& directorio, int numero) {
+  if (!sigue(directorio)) return {};
   fs::path enlace = enlace_de(directorio, numero);
   return hay_enlace(enlace) ? enlace : dispositivo_propio(numero);
 }
@@ -150,6 +157,10 @@ std::string explicar_falta(const fs::path& directorio, int numero) {
   const fs::path enlace = enlace_de(directorio, numero);
   const bool enlazado = hay_enlace(enlace);
   const fs::path ruta = principio_de(directorio, numero);
+  if (!sigue(directorio)) {
+    return "la carpeta del programa ya no está en " + directorio.native() +
+           "; cierre el programa y vuelva a arrancarlo";
+  }
   if (ruta.empty()) return "no existe el enlace " + enlace.native();
   std::error_code error;
   const fs::path final = fs::canonical(ruta, error);

@@ -101,6 +101,12 @@ TEST_F(ArchivosPosix, UnSegundoProgramaNoVaciaElDiarioDelPrimeroNiLoDetiene) {
   fs::resize_file(ruta("memoria.txt"), 0);
   EXPECT_TRUE(primero.linea("3"));
   EXPECT_EQ(carpeta.leer("memoria.txt"), "3\r\n") << "whatever else may empty it, what follows is text";
+  primero.cerrar();
+  fs::create_symlink(ruta("memoria.txt"), ruta("blando"));
+  EXPECT_EQ(disco.abrir(propio("blando"), modo::escribir, segundo), ELOOP);
+  fs::create_hard_link(ruta("memoria.txt"), ruta("duro"));
+  EXPECT_EQ(disco.abrir(propio("duro"), modo::escribir, segundo), EMLINK);
+  EXPECT_EQ(carpeta.leer("memoria.txt"), "3\r\n") << "a link leads to what is somebody else's";
   int turnos = 0;
   const auto contar = [&] { ++turnos; };
   disco.por_turno(propio("M"), [&] { disco.por_turno(propio("M"), contar, std::chrono::milliseconds(20)); });

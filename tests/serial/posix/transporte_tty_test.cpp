@@ -178,6 +178,9 @@ TEST_F(TransporteTty, UnEnlaceMasViejoQueSuTerminalEsDeOtroYNoLleva) {
                                 " se ha abierto después y es de otro programa; arranque la placa otra vez, o cambie o "
                                 "quite el enlace");
   EXPECT_TRUE(linea.existe(3)) << "the age counts where numbers are used again";
+  transporte_tty movida(carpeta.ruta() / "movida");
+  EXPECT_FALSE(movida.existe(1)) << "without the folder nobody knows its links";
+  EXPECT_TRUE(movida.motivo().starts_with("COM1: la carpeta del programa ya no está en ")) << movida.motivo();
 }
 
 TEST_F(TransporteTty, QuienNoLeeNoRetieneElCierre) {

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <string>
 #include <thread>
 
 namespace morvane {
@@ -12,6 +13,10 @@ std::filesystem::path carpeta_del_programa();
 
 /// True if files can be made and replaced in `carpeta`.
 bool se_puede_escribir_en(const std::filesystem::path& carpeta);
+
+/// Puts `texto` and a line end on standard error, if that can take it at once; else it is lost: whoever started the
+/// program may have left a pipe there that nobody reads. Of a long text the beginning is put there.
+void decir_por_errores(std::string texto);
 
 /// The ways besides its windows in which a system asks a program to end: SIGTERM, SIGINT and SIGHUP where there are
 /// signals, but for those that whoever started the program wants it to ignore. Windows has none of its own for a
