@@ -4,9 +4,10 @@
 #include <linux/serial.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
-#include <sys/sysmacros.h>
 
 #include <cstdlib>
+
+#include "puertos_tty.h"
 
 // The kernel's own structure instead of <termios.h>: only it has a field for the speed in figures.
 namespace morvane {
@@ -62,11 +63,9 @@ void poner_cruda(termios2& t, const parametros_linea& linea) {
 }
 
 /// A pseudo-terminal has no line, and its driver sets the format back to eight bits without parity.
-bool es_pseudoterminal(int fd) {
-  constexpr unsigned primero = 136, ultimo = 143;
+bool sin_formato(int fd) {
   struct stat que {};
-  if (::fstat(fd, &que) != 0) return false;
-  return major(que.st_rdev) >= primero && major(que.st_rdev) <= ultimo;
+  return ::fstat(fd, &que) == 0 && es_pseudoterminal(que);
 }
 
 bool tomado(int fd, const parametros_linea& linea) {
@@ -74,7 +73,7 @@ bool tomado(int fd, const parametros_linea& linea) {
   if (::ioctl(fd, TCGETS2, &t) != 0) return false;
   const int diferencia = std::abs(static_cast<int>(t.c_ospeed) - linea.velocidad);
   if (diferencia > linea.velocidad / tolerancia) return false;
-  return es_pseudoterminal(fd) || (t.c_cflag & formato) == banderas_formato(linea);
+  return sin_formato(fd) || (t.c_cflag & formato) == banderas_formato(linea);
 }
 
 }  // namespace

@@ -92,8 +92,8 @@ std::vector<aparato> aparatos(const fs::path& raiz) {
 
 std::string describir_puerto(const fs::path& directorio, int numero) {
   const std::string nombre = "COM" + std::to_string(numero) + ": ";
-  const fs::path ruta = destino_puerto(directorio, numero);
-  if (!es_dispositivo(ruta)) return nombre + explicar_falta(directorio, numero);
+  const fs::path ruta = dispositivo_puerto(directorio, numero);
+  if (ruta.empty()) return nombre + explicar_falta(directorio, numero);
   const std::vector<std::string> programas = programas_con(ruta);
   return nombre + ruta.native() + lo_que_hay(ruta, programas) + estado(ruta, programas);
 }

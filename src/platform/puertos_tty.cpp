@@ -6,9 +6,12 @@
 #include <sys/file.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstring>
 
 #include "descriptor.h"
@@ -32,6 +35,57 @@ bool hay_enlace(const fs::path& enlace) {
   return fs::exists(fs::symlink_status(enlace, error));
 }
 
+/// What decides where a port leads: its link, or the device that it has of its own; empty if it has neither.
+fs::path principio_de(const fs::path& directorio, int numero) {
+  fs::path enlace = enlace_de(directorio, numero);
+  return hay_enlace(enlace) ? enlace : dispositivo_propio(numero);
+}
+
+std::chrono::nanoseconds momento(const timespec& t) {
+  return std::chrono::seconds(t.tv_sec) + std::chrono::nanoseconds(t.tv_nsec);
+}
+
+/// The latest that a link can have been made: some file systems keep whole seconds, others not the last digits.
+std::chrono::nanoseconds ultimo_momento(const struct stat& enlace) {
+  using namespace std::chrono_literals;
+  return momento(enlace.st_mtim) + (enlace.st_mtim.tv_nsec == 0 ? 1s : 10ms);
+}
+
+/// No earlier than a terminal came into being. The kernel does not keep that, but it is where these three begin, and
+/// each is moved on for a reason of its own: a new mode or owner, what is written, what is read.
+std::chrono::nanoseconds primer_momento(const struct stat& terminal) {
+  return std::min({momento(terminal.st_ctim), momento(terminal.st_mtim), momento(terminal.st_atim)});
+}
+
+/// On the way from `ruta` to a pseudo-terminal the link that names it, if the terminal came into being after it: it was
+/// made for another one of that number. Empty if there is none such.
+fs::path enlace_pasado(fs::path ruta) {
+  constexpr int enlaces_maximos = 40;
+  fs::path ultimo;
+  struct stat que {
+  }, enlace{};
+  for (int i = 0; i < enlaces_maximos && ::lstat(ruta.c_str(), &que) == 0 && S_ISLNK(que.st_mode); ++i) {
+    enlace = que;
+    ultimo = ruta;
+    std::error_code error;
+    ruta = ruta.parent_path() / fs::read_symlink(ruta, error);
+  }
+  const bool pasado = !ultimo.empty() && es_pseudoterminal(que) && ultimo_momento(enlace) < primer_momento(que);
+  return pasado ? ultimo : fs::path{};
+}
+
+std::string explicar_enlace_pasado(const fs::path& enlace, const fs::path& terminal) {
+  const std::string quienes = ocupantes(terminal);
+  return "el enlace " + enlace.native() + " es de una placa que ya no está: " + terminal.native() +
+         " se ha abierto después y es de " + (quienes.empty() ? "otro programa" : quienes) +
+         "; arranque la placa otra vez, o cambie o quite el enlace";
+}
+
+bool es_dispositivo(const fs::path& ruta) {
+  struct stat que {};
+  return ::stat(ruta.c_str(), &que) == 0 && S_ISCHR(que.st_mode);
+}
+
 std::string explicar_permiso(const fs::path& ruta) {
   struct stat que {};
   constexpr mode_t del_grupo = S_IRGRP | S_IWGRP;
@@ -52,19 +106,18 @@ fs::path enlace_de(const fs::path& directorio, int numero) {
   return directorio / "puertos" / ("COM" + std::to_string(numero));
 }
 
-fs::path destino_puerto(const fs::path& directorio, int numero) {
+fs::path dispositivo_puerto(const fs::path& directorio, int numero) {
   if (numero < 0 || numero > 9) return {};
+  const fs::path ruta = principio_de(directorio, numero);
+  if (ruta.empty() || !enlace_pasado(ruta).empty()) return {};
   std::error_code error;
-  const fs::path enlace = enlace_de(directorio, numero);
-  const fs::path ruta = hay_enlace(enlace) ? enlace : dispositivo_propio(numero);
-  if (ruta.empty()) return {};
   fs::path final = fs::canonical(ruta, error);
-  return error ? fs::path{} : final;
+  return !error && es_dispositivo(final) ? final : fs::path{};
 }
 
-bool es_dispositivo(const fs::path& ruta) {
-  struct stat que {};
-  return ::stat(ruta.c_str(), &que) == 0 && S_ISCHR(que.st_mode);
+bool es_pseudoterminal(const struct stat& que) {
+  constexpr unsigned primero = 136, ultimo = 143;
+  return S_ISCHR(que.st_mode) && major(que.st_rdev) >= primero && major(que.st_rdev) <= ultimo;
 }
 
 int abrir_dispositivo(const fs::path& ruta) {
@@ -95,10 +148,11 @@ void dejar_exclusiva(int fd) {
 std::string explicar_falta(const fs::path& directorio, int numero) {
   const fs::path enlace = enlace_de(directorio, numero);
   const bool enlazado = hay_enlace(enlace);
-  const fs::path ruta = enlazado ? enlace : dispositivo_propio(numero);
+  const fs::path ruta = principio_de(directorio, numero);
   if (ruta.empty()) return "no existe el enlace " + enlace.native();
   std::error_code error;
   const fs::path final = fs::canonical(ruta, error);
+  if (const fs::path pasado = enlace_pasado(ruta); !pasado.empty()) return explicar_enlace_pasado(pasado, final);
   if (!error) return final.native() + " no es un dispositivo serie";
   if (error == std::errc::permission_denied) return "sin permiso para llegar a lo que hay tras " + ruta.native();
   if (!enlazado) return "no existen ni " + ruta.native() + " ni el enlace " + enlace.native();

@@ -1,18 +1,21 @@
 #pragma once
 
+#include <sys/stat.h>
+
 #include <filesystem>
 #include <string>
 
 namespace morvane {
 
-/// What port `numero` leads to, links resolved; empty if to nothing. `directorio` is the program's directory.
-std::filesystem::path destino_puerto(const std::filesystem::path& directorio, int numero);
-
 /// The link that decides where port `numero` leads, if it is there.
 std::filesystem::path enlace_de(const std::filesystem::path& directorio, int numero);
 
-/// True if `ruta` is a character device. Opens nothing.
-bool es_dispositivo(const std::filesystem::path& ruta);
+/// The character device that port `numero` leads to, links resolved; empty if it leads to none, or by a link that is
+/// older than the pseudo-terminal behind it. `directorio` is the program's directory. Opens nothing.
+std::filesystem::path dispositivo_puerto(const std::filesystem::path& directorio, int numero);
+
+/// True if what a file is says that it is the near end of a pseudo-terminal.
+bool es_pseudoterminal(const struct stat& que);
 
 /// Opens a character device for both directions, without waiting and without making it the controlling terminal. The
 /// descriptor, or -1 with the reason in errno (ENOTTY if it is no terminal).

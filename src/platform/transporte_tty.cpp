@@ -37,8 +37,7 @@ transporte_tty::~transporte_tty() {
 }
 
 std::filesystem::path transporte_tty::dispositivo(int numero) const {
-  std::filesystem::path ruta = destino_puerto(directorio_, numero);
-  return es_dispositivo(ruta) ? ruta : std::filesystem::path{};
+  return dispositivo_puerto(directorio_, numero);
 }
 
 bool transporte_tty::existe(int numero) {

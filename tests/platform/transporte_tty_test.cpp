@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <pty.h>
 #include <sys/ioctl.h>
+#include <sys/stat.h>
 
 #include <array>
 #include <chrono>
@@ -15,6 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
+using std::chrono::floor, std::chrono::milliseconds, std::chrono::nanoseconds, std::chrono::seconds;
 using std::chrono::steady_clock;
 
 /// COM1 is a pseudo-terminal whose far end is `placa`; `testigo` is somebody who holds the near end open too.
@@ -31,6 +33,12 @@ struct linea_de_prueba {
   }
   void enlazar(int puerto, const fs::path& destino) const {
     fs::create_symlink(destino, carpeta.ruta() / "puertos" / ("COM" + std::to_string(puerto)));
+  }
+  void fechar(int puerto, nanoseconds cuando) const {
+    const timespec fecha{floor<seconds>(cuando).count(), (cuando - floor<seconds>(cuando)).count()};
+    const timespec fechas[] = {fecha, fecha};
+    const fs::path enlace = carpeta.ruta() / "puertos" / ("COM" + std::to_string(puerto));
+    EXPECT_EQ(::utimensat(AT_FDCWD, enlace.c_str(), fechas, AT_SYMLINK_NOFOLLOW), 0);
   }
   /// What comes to the board within a second, up to `cuantos` characters.
   std::string oye_la_placa(std::size_t cuantos) {
@@ -102,6 +110,41 @@ TEST(LineaTty, UnaLineaColgadaSeDaPorPerdidaAlEscribirYAlLeerYNoRetieneElCierre)
     EXPECT_TRUE(p.linea.perdido());
     EXPECT_LT(p.cuanto_tarda_en_cerrar(), 50ms);
   }
+}
+
+TEST_F(TransporteTty, UnEnlaceMasViejoQueSuTerminalEsDeOtroYNoLleva) {
+  struct stat terminal {};
+  ASSERT_EQ(::fstat(testigo, &terminal), 0);
+  const nanoseconds nacido = seconds(terminal.st_ctim.tv_sec) + nanoseconds(terminal.st_ctim.tv_nsec);
+  enlazar(2, "COM1");
+  enlazar(3, "/dev/null");
+  fechar(2, 1h);
+  fechar(3, 1h);
+  // A file system may keep whole seconds or thousandths only.
+  const std::pair<nanoseconds, bool> casos[] = {{nacido, true},
+                                                {floor<milliseconds>(nacido), true},
+                                                {floor<seconds>(nacido), true},
+                                                {floor<seconds>(nacido) - 1s, false},
+                                                {nacido - 20ms, floor<seconds>(nacido) == nacido - 20ms},
+                                                {nacido + 1h, true}};
+  for (const auto& [fecha, lleva] : casos) {
+    fechar(1, fecha);
+    for (const int puerto : {1, 2}) {
+      EXPECT_EQ(linea.abrir(puerto, {}), lleva) << fecha - nacido;
+      linea.cerrar();
+    }
+  }
+  // What the terminal is used for, and a new mode, do not make it younger.
+  fechar(1, nacido);
+  ASSERT_EQ(::fchmod(testigo, 0622), 0);
+  EXPECT_TRUE(linea.existe(1)) << linea.motivo();
+  fechar(1, 1h);
+  EXPECT_FALSE(linea.existe(2));
+  const std::string enlace = (carpeta.ruta() / "puertos/COM1").native(), nombre = ::ttyname(testigo);
+  EXPECT_EQ(linea.motivo(), "COM2: el enlace " + enlace + " es de una placa que ya no está: " + nombre +
+                                " se ha abierto después y es de otro programa; arranque la placa otra vez, o cambie o "
+                                "quite el enlace");
+  EXPECT_TRUE(linea.existe(3)) << "the age counts where numbers are used again";
 }
 
 TEST_F(TransporteTty, QuienNoLeeNoRetieneElCierre) {

@@ -1,10 +1,13 @@
 #include "enlace.h"
 
+#include <fcntl.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
+#include <time.h>
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <stdexcept>
 
@@ -42,6 +45,14 @@ void comprobar_sitio(const fs::path& ruta) {
   throw std::runtime_error(ruta.string() + " es un enlace a " + destino + ", que no es de una placa");
 }
 
+/// By this machine's clock, whoever keeps the folder: to programs a link that is older than its terminal is not of it.
+void fechar(const std::string& ruta) {
+  timespec ahora{};
+  ::clock_gettime(CLOCK_REALTIME, &ahora);
+  const std::array fechas{ahora, ahora};
+  (void)utimensat(AT_FDCWD, ruta.c_str(), fechas.data(), AT_SYMLINK_NOFOLLOW);
+}
+
 }  // namespace
 
 enlace::enlace(const fs::path& ruta, std::string destino) : ruta_(fs::absolute(ruta)), destino_(std::move(destino)) {
@@ -51,6 +62,7 @@ enlace::enlace(const fs::path& ruta, std::string destino) : ruta_(fs::absolute(r
   comprobar_sitio(ruta_);
   const std::string provisional = ruta_.string() + "." + std::to_string(getpid()) + ".tmp";
   logrado(symlink(destino_.c_str(), provisional.c_str()), "no se puede crear el enlace " + ruta_.string());
+  fechar(provisional);
   if (rename(provisional.c_str(), ruta_.c_str()) != 0) {
     const int motivo = errno;
     unlink(provisional.c_str());

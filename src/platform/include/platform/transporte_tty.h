@@ -12,7 +12,9 @@ namespace morvane {
 /// Port `n` is the link `puertos/COMn` in the program's directory if there is one; else 1 to 4 are /dev/ttyS0 to 3,
 /// 5 to 8 /dev/ttyUSB0 to 3 and 9 /dev/ttyACM0. Links are resolved before a device is opened. An open line is taken
 /// exclusively, against other programs and other links to the same device, and closing it does not drop DTR. Up to 64
-/// KiB of output wait for a far end that does not read; a text that goes beyond is dropped whole.
+/// KiB of output wait for a far end that does not read; a text that goes beyond is dropped whole. A link to a
+/// pseudo-terminal that came into being after the link leads to no device: it was made for another terminal of that
+/// number.
 class transporte_tty final : public transporte {
  public:
   /// `directorio` is the program's directory, which holds `puertos/`.
