@@ -6,6 +6,8 @@
 #include <sys/stat.h>
 
 #include <cstdlib>
+#include <cstring>
+#include <utility>
 
 #include "puertos_tty.h"
 
@@ -68,29 +70,63 @@ bool sin_formato(int fd) {
   return ::fstat(fd, &que) == 0 && es_pseudoterminal(que);
 }
 
-bool tomado(int fd, const parametros_linea& linea) {
-  termios2 t{};
-  if (::ioctl(fd, TCGETS2, &t) != 0) return false;
+bool tomado(int fd, const termios2& t, const parametros_linea& linea) {
   const int diferencia = std::abs(static_cast<int>(t.c_ospeed) - linea.velocidad);
   if (diferencia > linea.velocidad / tolerancia) return false;
   return sin_formato(fd) || (t.c_cflag & formato) == banderas_formato(linea);
 }
 
-}  // namespace
-
-bool ajustar_tty(int fd, const parametros_linea& linea) {
-  termios2 t{};
-  if (::ioctl(fd, TCGETS2, &t) != 0) return false;
-  poner_cruda(t, linea);
-  // A driver that cannot do something does the rest and reports success: see what it made of it.
-  return ::ioctl(fd, TCSETS2, &t) == 0 && tomado(fd, linea);
+/// With an empty queue the driver first sees out what the circuit holds, which would be spoilt by another speed; with a
+/// queue that stands still it would wait for ever.
+unsigned long modo_de_reponer(int fd) {
+  int quedan = 0;
+  return ::ioctl(fd, TIOCOUTQ, &quedan) == 0 && quedan == 0 ? TCSETSW2 : TCSETS2;
 }
 
-void pedir_latencia_baja(int fd) {
+/// True if the driver's low latency was not what is wanted, and is now. Not every driver has that.
+bool cambiar_latencia_baja(int fd, bool baja) {
   serial_struct datos{};
-  if (::ioctl(fd, TIOCGSERIAL, &datos) != 0 || (datos.flags & ASYNC_LOW_LATENCY) != 0) return;
-  datos.flags |= ASYNC_LOW_LATENCY;
-  (void)::ioctl(fd, TIOCSSERIAL, &datos);
+  if (::ioctl(fd, TIOCGSERIAL, &datos) != 0 || ((datos.flags & ASYNC_LOW_LATENCY) != 0) == baja) return false;
+  datos.flags ^= ASYNC_LOW_LATENCY;
+  return ::ioctl(fd, TIOCSSERIAL, &datos) == 0;
+}
+
+}  // namespace
+
+struct ajuste_tty::estado {
+  /// What stood there, and what the driver made of that which was asked for.
+  termios2 antes{}, puesto{};
+  bool otra_latencia = false;
+};
+
+ajuste_tty::ajuste_tty() = default;
+ajuste_tty::~ajuste_tty() = default;
+
+bool ajuste_tty::poner(int fd, const parametros_linea& linea) {
+  auto nuevo = std::make_unique<estado>();
+  if (::ioctl(fd, TCGETS2, &nuevo->antes) != 0) return false;
+  termios2 pedido = nuevo->antes;
+  poner_cruda(pedido, linea);
+  // With it, closing would drop DTR after all.
+  nuevo->antes.c_cflag &= ~static_cast<tcflag_t>(HUPCL);
+  // A driver that cannot do something does the rest and reports success: see what it made of it.
+  if (::ioctl(fd, TCSETS2, &pedido) != 0 || ::ioctl(fd, TCGETS2, &nuevo->puesto) != 0) return false;
+  e_ = std::move(nuevo);
+  if (!tomado(fd, e_->puesto, linea)) {
+    reponer(fd);
+    return false;
+  }
+  e_->otra_latencia = cambiar_latencia_baja(fd, true);
+  return true;
+}
+
+void ajuste_tty::reponer(int fd) {
+  if (!e_) return;
+  termios2 ahora{};
+  const bool intacto = ::ioctl(fd, TCGETS2, &ahora) == 0 && std::memcmp(&ahora, &e_->puesto, sizeof ahora) == 0;
+  if (intacto) (void)::ioctl(fd, modo_de_reponer(fd), &e_->antes);
+  if (e_->otra_latencia) cambiar_latencia_baja(fd, false);
+  e_.reset();
 }
 
 }  // namespace morvane

@@ -30,7 +30,8 @@ bool salida_vacia(int fd) {
 
 }  // namespace
 
-transporte_tty::transporte_tty(std::filesystem::path directorio) : directorio_(std::move(directorio)) {}
+transporte_tty::transporte_tty(std::filesystem::path directorio)
+    : directorio_(std::move(directorio)), ajuste_(std::make_unique<ajuste_tty>()) {}
 
 transporte_tty::~transporte_tty() {
   cerrar();
@@ -62,11 +63,10 @@ bool transporte_tty::abrir(int numero, const parametros_linea& linea) {
 std::string transporte_tty::tomar(const std::filesystem::path& ruta, const parametros_linea& linea) {
   descriptor fd(abrir_dispositivo(ruta));
   if (!fd.abierto() || !tomar_en_exclusiva(fd.numero())) return explicar_apertura(ruta, errno);
-  if (!ajustar_tty(fd.numero(), linea)) {
+  if (!ajuste_->poner(fd.numero(), linea)) {
     dejar_exclusiva(fd.numero());
     return parametros_rechazados(linea);
   }
-  pedir_latencia_baja(fd.numero());
   (void)::ioctl(fd.numero(), TCFLSH, TCIOFLUSH);
   fd_ = fd.soltar();
   return {};
@@ -117,6 +117,7 @@ void transporte_tty::cerrar() {
     ::poll(nullptr, 0, pausa_vaciado);
     enviar_pendiente();
   }
+  ajuste_->reponer(fd_);
   dejar_exclusiva(fd_);
   ::close(std::exchange(fd_, -1));
   salida_.clear();
@@ -127,6 +128,7 @@ void transporte_tty::descartar_salida() {
   salida_.clear();
   if (fd_ < 0) return;
   (void)::ioctl(fd_, TCFLSH, TCOFLUSH);
+  ajuste_->reponer(fd_);
   // If the program ends now, a device that somebody else holds open too would stay closed to all others for ever. The
   // lock keeps the line until then.
   dejar_exclusiva(fd_);

@@ -40,6 +40,25 @@ struct linea_de_prueba {
     const fs::path enlace = carpeta.ruta() / "puertos" / ("COM" + std::to_string(puerto));
     EXPECT_EQ(::utimensat(AT_FDCWD, enlace.c_str(), fechas, AT_SYMLINK_NOFOLLOW), 0);
   }
+  termios ajustada() const {
+    termios t{};
+    EXPECT_EQ(::tcgetattr(testigo, &t), 0);
+    return t;
+  }
+  void ajustar(tcflag_t local, tcflag_t control) const {
+    termios t = ajustada();
+    t.c_lflag |= local;
+    t.c_cflag |= control;
+    EXPECT_EQ(::tcsetattr(testigo, TCSANOW, &t), 0);
+  }
+  std::string ajustes() const {
+    const termios t = ajustada();
+    std::string todos(std::begin(t.c_cc), std::end(t.c_cc));
+    for (const tcflag_t uno : {t.c_iflag, t.c_oflag, t.c_cflag, t.c_lflag}) {
+      todos += " " + std::to_string(uno);
+    }
+    return todos + " " + std::to_string(::cfgetospeed(&t));
+  }
   /// What comes to the board within a second, up to `cuantos` characters.
   std::string oye_la_placa(std::size_t cuantos) {
     std::string oido;
@@ -78,9 +97,7 @@ TEST_F(TransporteTty, LosBytesPasanTalCualYEnOrdenYLoDeAntesSePierde) {
     EXPECT_EQ(linea.leer(trozo), 0U) << "what did not fit goes out with the reads";
   }
   EXPECT_EQ(oido, mucho);
-  termios t{};
-  EXPECT_EQ(::tcgetattr(testigo, &t), 0);
-  EXPECT_EQ(t.c_cflag & (HUPCL | CRTSCTS | CLOCAL), static_cast<tcflag_t>(CLOCAL)) << "DTR stays up";
+  EXPECT_EQ(ajustada().c_cflag & (HUPCL | CRTSCTS | CLOCAL), static_cast<tcflag_t>(CLOCAL)) << "DTR stays up";
 }
 
 TEST_F(TransporteTty, SoloUnoTieneLaLineaHastaQueLaCierra) {
@@ -110,6 +127,24 @@ TEST(LineaTty, UnaLineaColgadaSeDaPorPerdidaAlEscribirYAlLeerYNoRetieneElCierre)
     EXPECT_TRUE(p.linea.perdido());
     EXPECT_LT(p.cuanto_tarda_en_cerrar(), 50ms);
   }
+}
+
+TEST_F(TransporteTty, AlCerrarLaLineaQuedaComoEstabaOComoOtroLaHayaPuesto) {
+  const std::string antes = ajustes();
+  const std::pair<parametros_linea, std::function<void()>> maneras[] = {{{28800}, [&] { linea.cerrar(); }},
+                                                                        {{}, [&] { linea.descartar_salida(); }}};
+  for (const auto& [parametros, acabar] : maneras) {
+    ajustar(0, HUPCL);
+    ASSERT_TRUE(linea.abrir(1, parametros));
+    EXPECT_NE(ajustes(), antes);
+    acabar();
+    EXPECT_EQ(ajustes(), antes) << "but for the drop of DTR";
+  }
+  ASSERT_TRUE(linea.abrir(1, {}));
+  ajustar(ISIG, 0);
+  const std::string ajeno = ajustes();
+  linea.cerrar();
+  EXPECT_EQ(ajustes(), ajeno);
 }
 
 TEST_F(TransporteTty, UnEnlaceMasViejoQueSuTerminalEsDeOtroYNoLleva) {

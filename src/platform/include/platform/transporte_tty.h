@@ -1,20 +1,23 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 #include <string>
 
 #include "platform/transporte.h"
 
 namespace morvane {
 
+class ajuste_tty;
+
 /// Serial lines of the host, as terminal devices.
 ///
 /// Port `n` is the link `puertos/COMn` in the program's directory if there is one; else 1 to 4 are /dev/ttyS0 to 3,
 /// 5 to 8 /dev/ttyUSB0 to 3 and 9 /dev/ttyACM0. Links are resolved before a device is opened. An open line is taken
-/// exclusively, against other programs and other links to the same device, and closing it does not drop DTR. Up to 64
-/// KiB of output wait for a far end that does not read; a text that goes beyond is dropped whole. A link to a
-/// pseudo-terminal that came into being after the link leads to no device: it was made for another terminal of that
-/// number.
+/// exclusively, against other programs and other links to the same device. Closing it puts the device's settings back
+/// and does not drop DTR. Up to 64 KiB of output wait for a far end that does not read; a text that goes beyond is
+/// dropped whole. A link to a pseudo-terminal that came into being after the link leads to no device: it was made for
+/// another terminal of that number.
 class transporte_tty final : public transporte {
  public:
   /// `directorio` is the program's directory, which holds `puertos/`.
@@ -29,7 +32,8 @@ class transporte_tty final : public transporte {
   std::size_t leer(std::span<char> destino) override;
   bool perdido() const override { return perdido_; }
   void cerrar() override;
-  /// Also lets programs in again that ask for no lock, since the end of the program alone would not.
+  /// Also puts the device's settings back and lets programs in again that ask for no lock, since the end of the program
+  /// alone would do neither. What is sent after this goes out as the device was set before.
   void descartar_salida() override;
 
   /// The device that port `numero` leads to, links resolved; empty if there is none. Asking tells nobody.
@@ -45,6 +49,7 @@ class transporte_tty final : public transporte {
   void enviar_pendiente();
 
   std::filesystem::path directorio_;
+  std::unique_ptr<ajuste_tty> ajuste_;
   int fd_ = -1;
   bool perdido_ = false;
   std::string salida_;
