@@ -5,6 +5,8 @@
 #include <QSaveFile>
 
 #include "conversiones.h"
+#include "platform/archivos.h"
+#include "platform/rutas.h"
 
 namespace morvane {
 
@@ -69,9 +71,9 @@ void placa_simulada::parar() {
 }
 
 void placa_simulada::reanudar() {
-  QFile fichero(qt(nota()));
-  if (!fichero.open(QIODevice::ReadOnly)) return;
-  const QByteArray texto = fichero.read(16).trimmed();
+  // Never waits, whatever lies there under that name.
+  const std::string anotado = archivos(directorio_).leer(texto_de(nota())).value_or("");
+  const QByteArray texto = QByteArray::fromStdString(anotado).trimmed();
   const int numero = texto.startsWith("COM") ? texto.mid(3).toInt() : 0;
   if (numero >= 1 && numero <= 9) arrancar(numero);
 }

@@ -1,5 +1,7 @@
 #include "desktop/puertos_qt.h"
 
+#include <sys/stat.h>
+
 #include "aplicacion.h"
 
 namespace {
@@ -49,6 +51,11 @@ TEST_F(puertos_qt_test, a_board_that_is_noted_comes_back_unless_it_runs_already_
     otra.reanudar();
     EXPECT_EQ(otra.puerto(), vuelve);
   }
+  std::filesystem::remove(dir.en("puertos/simulada.txt"));
+  ASSERT_EQ(::mkfifo(dir.en("puertos/simulada.txt").c_str(), 0600), 0);
+  placa_simulada sin_nota(dir.ruta());
+  sin_nota.reanudar();
+  EXPECT_EQ(sin_nota.puerto(), 0) << "and a note that nobody writes is not waited for";
   f.cmb_s_puerto.Text = "COM5";
   v.sincronizar();
   entrada("Placa simulada en COM5")->trigger();
