@@ -72,7 +72,8 @@ class archivos {
   void por_turno(std::string_view nombre, const std::function<void()>& trabajo,
                  std::chrono::milliseconds paciencia = std::chrono::seconds(2)) const;
   /// Opens a file for writing; `escribir` empties or creates it, `anadir` and `leer` need one that exists. EBUSY if
-  /// another program holds it open for writing; it is then left alone.
+  /// another program holds it open for writing. Writing stays in the folder of `nombre`: where the host is POSIX, ELOOP
+  /// for a symbolic link, EMLINK for a file that has other names too. What is refused is left alone.
   error_archivo abrir(std::string_view nombre, modo como, fichero& destino) const;
 
  private:
