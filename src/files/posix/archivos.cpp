@@ -21,6 +21,11 @@ namespace {
 
 constexpr std::size_t bloque = std::size_t{16} * 1024;
 
+bool tiene_mas_nombres(int fd) {
+  struct stat que {};
+  return ::fstat(fd, &que) == 0 && que.st_nlink > 1;
+}
+
 std::string sustituir(std::string_view texto, char viejo, char nuevo) {
   std::string otro(texto);
   std::replace(otro.begin(), otro.end(), viejo, nuevo);
@@ -59,11 +64,6 @@ partes repartir(const fs::path& directorio, const std::string& ruta_aplicacion, 
 bool hay(const fs::path& ruta) {
   struct stat que {};
   return ::lstat(ruta.c_str(), &que) == 0;
-}
-
-bool tiene_otro_nombre(int fd) {
-  struct stat que {};
-  return ::fstat(fd, &que) == 0 && que.st_nlink > 1;
 }
 
 /// The name in `carpeta` that equals `nombre` but for the case; of several the first one in order of bytes.
@@ -136,11 +136,11 @@ error_archivo archivos::abrir(std::string_view nombre, modo como, fichero& desti
   destino.cerrar();
   int banderas = O_RDONLY;
   if (como == modo::escribir) banderas = O_WRONLY | O_CREAT | O_NOFOLLOW;
-  if (como == modo::anadir) banderas = O_WRONLY | O_APPEND;
+  if (como == modo::anadir) banderas = O_WRONLY | O_APPEND | O_NOFOLLOW;
   apertura abierto = abrir_normal(encontrar(nombre), banderas);
   if (abierto.error != 0) return abierto.error;
+  if (como != modo::leer && tiene_mas_nombres(abierto.fd.numero())) return EMLINK;
   if (como != modo::leer && !bloquear(abierto.fd.numero())) return EBUSY;
-  if (como == modo::escribir && tiene_otro_nombre(abierto.fd.numero())) return EMLINK;
   if (como == modo::escribir && ::ftruncate(abierto.fd.numero(), 0) != 0) return errno;
   destino = fichero(abierto.fd.soltar());
   return 0;

@@ -70,7 +70,7 @@ error_archivo archivos::abrir(std::string_view nombre, modo como, fichero& desti
   const DWORD disposicion = como == modo::escribir ? OPEN_ALWAYS : OPEN_EXISTING;
   apertura abierto = abrir_normal(encontrar(nombre), escribe ? GENERIC_WRITE : GENERIC_READ, disposicion, !escribe);
   if (abierto.error != 0) return abierto.error;
-  if (como == modo::escribir && tiene_otro_nombre(abierto.archivo.numero())) return EMLINK;
+  if (escribe && tiene_otro_nombre(abierto.archivo.numero())) return EMLINK;
   if (como == modo::escribir && !cortar(abierto.archivo.numero(), 0)) return ultimo_error();
   destino = fichero(reinterpret_cast<std::intptr_t>(abierto.archivo.soltar()));
   return 0;

@@ -76,6 +76,13 @@ bool tomado(int fd, const termios2& t, const parametros_linea& linea) {
   return sin_formato(fd) || (t.c_cflag & formato) == banderas_formato(linea);
 }
 
+/// With an empty queue the driver first sees out what the circuit holds, which would be spoilt by another speed; with a
+/// queue that stands still it would wait for ever.
+unsigned long modo_de_reponer(int fd) {
+  int quedan = 0;
+  return ::ioctl(fd, TIOCOUTQ, &quedan) == 0 && quedan == 0 ? TCSETSW2 : TCSETS2;
+}
+
 /// True if the driver's low latency was not what is wanted, and is now. Not every driver has that.
 bool cambiar_latencia_baja(int fd, bool baja) {
   serial_struct datos{};
@@ -117,7 +124,7 @@ void ajuste_tty::reponer(int fd) {
   if (!e_) return;
   termios2 ahora{};
   const bool intacto = ::ioctl(fd, TCGETS2, &ahora) == 0 && std::memcmp(&ahora, &e_->puesto, sizeof ahora) == 0;
-  if (intacto) (void)::ioctl(fd, TCSETS2, &e_->antes);
+  if (intacto) (void)::ioctl(fd, modo_de_reponer(fd), &e_->antes);
   if (e_->otra_latencia) cambiar_latencia_baja(fd, false);
   e_.reset();
 }

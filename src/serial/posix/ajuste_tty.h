@@ -15,12 +15,12 @@ class ajuste_tty {
   ajuste_tty& operator=(const ajuste_tty&) = delete;
 
   /// Makes it a raw line without flow control: any speed, no drop of DTR when it is closed, characters handed over as
-  /// they come where the driver has that. False if the driver does not take the parameters as they stand; then all is
-  /// as it was.
+  /// they come where the driver has that. False if the driver does not take the parameters as they stand; what was
+  /// found is put back then.
   bool poner(int fd, const parametros_linea& linea);
 
-  /// Puts back what `poner` found, at once, but for the drop of DTR. What somebody else has set since is left alone.
-  /// Nothing happens without a `poner` before.
+  /// Puts back what `poner` found, but for the drop of DTR, after what the circuit still sends and without waiting for
+  /// what has not got there. What somebody else has set since is left alone. Nothing happens without a `poner` before.
   void reponer(int fd);
 
  private:

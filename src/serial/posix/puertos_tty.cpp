@@ -11,9 +11,8 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstring>
-#include <ctime>
-#include <utility>
 
 #include "ocupantes_tty.h"
 #include "platform/descriptor.h"
@@ -49,36 +48,36 @@ fs::path principio_de(const fs::path& directorio, int numero) {
   return hay_enlace(enlace) ? enlace : dispositivo_propio(numero);
 }
 
-/// Seconds and nanoseconds.
-using momento = std::pair<time_t, long>;
+std::chrono::nanoseconds momento(const timespec& t) {
+  return std::chrono::seconds(t.tv_sec) + std::chrono::nanoseconds(t.tv_nsec);
+}
 
-momento de(const timespec& t) {
-  return {t.tv_sec, t.tv_nsec};
+/// The latest that a link can have been made: some file systems keep whole seconds, others not the last digits.
+std::chrono::nanoseconds ultimo_momento(const struct stat& enlace) {
+  using namespace std::chrono_literals;
+  return momento(enlace.st_mtim) + (enlace.st_mtim.tv_nsec == 0 ? 1s : 10ms);
 }
 
 /// No earlier than a terminal came into being. The kernel does not keep that, but it is where these three begin, and
 /// each is moved on for a reason of its own: a new mode or owner, what is written, what is read.
-momento primer_momento(const struct stat& terminal) {
-  return std::min({de(terminal.st_ctim), de(terminal.st_mtim), de(terminal.st_atim)});
+std::chrono::nanoseconds primer_momento(const struct stat& terminal) {
+  return std::min({momento(terminal.st_ctim), momento(terminal.st_mtim), momento(terminal.st_atim)});
 }
 
 /// On the way from `ruta` to a pseudo-terminal the link that names it, if the terminal came into being after it: it was
 /// made for another one of that number. Empty if there is none such.
 fs::path enlace_pasado(fs::path ruta) {
   constexpr int enlaces_maximos = 40;
-  constexpr long fin_del_segundo = 999'999'999;
   fs::path ultimo;
-  momento hecho;
-  struct stat que {};
+  struct stat que {
+  }, enlace{};
   for (int i = 0; i < enlaces_maximos && ::lstat(ruta.c_str(), &que) == 0 && S_ISLNK(que.st_mode); ++i) {
-    hecho = de(que.st_mtim);
-    std::error_code error;
+    enlace = que;
     ultimo = ruta;
+    std::error_code error;
     ruta = ruta.parent_path() / fs::read_symlink(ruta, error);
   }
-  // Some file systems keep whole seconds.
-  if (hecho.second == 0) hecho.second = fin_del_segundo;
-  const bool pasado = !ultimo.empty() && es_pseudoterminal(que) && hecho < primer_momento(que);
+  const bool pasado = !ultimo.empty() && es_pseudoterminal(que) && ultimo_momento(enlace) < primer_momento(que);
   return pasado ? ultimo : fs::path{};
 }
 

@@ -16,6 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
+using std::chrono::floor, std::chrono::milliseconds, std::chrono::nanoseconds, std::chrono::seconds;
 using std::chrono::steady_clock;
 
 /// COM1 is a pseudo-terminal whose far end is `placa`; `testigo` is somebody who holds the near end open too.
@@ -33,8 +34,9 @@ struct linea_de_prueba {
   void enlazar(int puerto, const fs::path& destino) const {
     fs::create_symlink(destino, carpeta.ruta() / "puertos" / ("COM" + std::to_string(puerto)));
   }
-  void fechar(int puerto, timespec cuando) const {
-    const timespec fechas[] = {cuando, cuando};
+  void fechar(int puerto, nanoseconds cuando) const {
+    const timespec fecha{floor<seconds>(cuando).count(), (cuando - floor<seconds>(cuando)).count()};
+    const timespec fechas[] = {fecha, fecha};
     const fs::path enlace = carpeta.ruta() / "puertos" / ("COM" + std::to_string(puerto));
     EXPECT_EQ(::utimensat(AT_FDCWD, enlace.c_str(), fechas, AT_SYMLINK_NOFOLLOW), 0);
   }
@@ -148,22 +150,22 @@ TEST_F(TransporteTty, AlCerrarLaLineaQuedaComoEstabaOComoOtroLaHayaPuesto) {
 TEST_F(TransporteTty, UnEnlaceMasViejoQueSuTerminalEsDeOtroYNoLleva) {
   struct stat terminal {};
   ASSERT_EQ(::fstat(testigo, &terminal), 0);
-  const timespec nacido = terminal.st_ctim;
-  ASSERT_NE(nacido.tv_nsec, 0) << "one in a billion";
+  const nanoseconds nacido = seconds(terminal.st_ctim.tv_sec) + nanoseconds(terminal.st_ctim.tv_nsec);
   enlazar(2, "COM1");
   enlazar(3, "/dev/null");
-  fechar(2, {1, 1});
-  fechar(3, {1, 1});
-  // A whole second may be all that the file system keeps.
-  const std::pair<timespec, bool> casos[] = {{nacido, true},
-                                             {{nacido.tv_sec, 0}, true},
-                                             {{nacido.tv_sec, nacido.tv_nsec - 1}, false},
-                                             {{nacido.tv_sec - 1, 0}, false},
-                                             {{nacido.tv_sec + 3600, 1}, true}};
+  fechar(2, 1h);
+  fechar(3, 1h);
+  // A file system may keep whole seconds or thousandths only.
+  const std::pair<nanoseconds, bool> casos[] = {{nacido, true},
+                                                {floor<milliseconds>(nacido), true},
+                                                {floor<seconds>(nacido), true},
+                                                {floor<seconds>(nacido) - 1s, false},
+                                                {nacido - 20ms, floor<seconds>(nacido) == nacido - 20ms},
+                                                {nacido + 1h, true}};
   for (const auto& [fecha, lleva] : casos) {
     fechar(1, fecha);
     for (const int puerto : {1, 2}) {
-      EXPECT_EQ(linea.abrir(puerto, {}), lleva) << fecha.tv_sec - nacido.tv_sec << " " << fecha.tv_nsec;
+      EXPECT_EQ(linea.abrir(puerto, {}), lleva) << fecha - nacido;
       linea.cerrar();
     }
   }
@@ -171,7 +173,7 @@ TEST_F(TransporteTty, UnEnlaceMasViejoQueSuTerminalEsDeOtroYNoLleva) {
   fechar(1, nacido);
   ASSERT_EQ(::fchmod(testigo, 0622), 0);
   EXPECT_TRUE(linea.existe(1)) << linea.motivo();
-  fechar(1, {1, 1});
+  fechar(1, 1h);
   EXPECT_FALSE(linea.existe(2));
   const std::string enlace = (carpeta.ruta() / "puertos/COM1").native(), nombre = ::ttyname(testigo);
   EXPECT_EQ(linea.motivo(), "COM2: el enlace " + enlace + " es de una placa que ya no está: " + nombre +

@@ -71,9 +71,9 @@ class archivos {
   /// kind does so. Waits for `paciencia` at most: the turn of a program that hangs is not respected.
   void por_turno(std::string_view nombre, const std::function<void()>& trabajo,
                  std::chrono::milliseconds paciencia = std::chrono::seconds(2)) const;
-  /// Opens a file for writing; `escribir` empties or creates it, `anadir` and `leer` need one that exists. What would
-  /// be emptied must be a file of this one name: a link to another one is refused (ELOOP, EMLINK). EBUSY if another
-  /// program holds it open for writing; it is then left alone.
+  /// Opens a file for writing; `escribir` empties or creates it, `anadir` and `leer` need one that exists. EBUSY if
+  /// another program holds it open for writing. Writing stays in the folder of `nombre`: ELOOP for a symbolic link (of
+  /// POSIX), EMLINK for a file that has other names too. What is refused is left alone.
   error_archivo abrir(std::string_view nombre, modo como, fichero& destino) const;
 
  private:

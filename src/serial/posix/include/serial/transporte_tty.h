@@ -16,8 +16,8 @@ class ajuste_tty;
 /// 5 to 8 /dev/ttyUSB0 to 3 and 9 /dev/ttyACM0. Links are resolved before a device is opened. An open line is taken
 /// exclusively, against other programs and other links to the same device. Closing it puts the device's settings back
 /// and does not drop DTR. Up to 64 KiB of output wait for a far end that does not read; a text that goes beyond is
-/// dropped whole. A link to a pseudo-terminal that came into being after the link leads to no device: its number was
-/// another's when the link was made.
+/// dropped whole. A link to a pseudo-terminal that came into being after the link leads to no device: it was made for
+/// another terminal of that number.
 class transporte_tty final : public transporte {
  public:
   /// `directorio` is the program's directory, which holds `puertos/`.
