@@ -111,16 +111,22 @@ void por_turnos(frm_principal& f, const std::string& puerto, const encargo& que)
   }
 }
 
+/// What the program runs on.
+plataforma_qt& escritorio_de(programa& p) {
+  return dynamic_cast<plataforma_qt&>(p.principal().plat);
+}
+
 void mirar_pasadas(programa& p, const encargo& que) {
   constexpr std::int64_t digno_de_mencion = 100'000;
   std::vector<std::int64_t> largas;
   std::int64_t antes = 0, todas = 0;
-  p.plat().sincronizar = [&, propio = p.plat().sincronizar] {
+  auto& pasada = escritorio_de(p).sincronizar;
+  pasada = [&, propia = pasada] {
     const std::int64_t ahora = nanosegundos();
     if (antes != 0 && ahora - antes > digno_de_mencion) largas.push_back(ahora - antes);
     antes = ahora;
     ++todas;
-    propio();
+    propia();
   };
   for (int i = 0; i < que.bloques; ++i) {
     antes = 0;
@@ -140,7 +146,7 @@ int correr(int cuantos, char** argumentos) {
   p.empezar();
   QCoreApplication::processEvents();
   // From now on boxes end at once.
-  p.plat().abandonar_cajas();
+  escritorio_de(p).abandonar_cajas();
   preparar(p.principal(), que);
   if (cuantos > 5) {
     mirar_pasadas(p, que);

@@ -80,7 +80,7 @@ void llenar(Variables_grab& v) {
 void una_vez(const std::filesystem::path& directorio) {
   programa p(directorio);
   // Boxes end at once.
-  p.plat().abandonar_cajas();
+  dynamic_cast<plataforma_qt&>(p.principal().plat).abandonar_cajas();
   Form& principal = p.principal().ventana;
   std::unique_ptr<ventana_qt> otra;
   anotar("principal", hasta_pintar(QString::fromStdString(principal.Caption), [&] {
