@@ -16,6 +16,8 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 BIN = ROOT / "build/bin"
 SAMPLE = ROOT / "samples/completa-256k.s19"
 median = statistics.median
+# How long to measure; an index into triples of how often.
+SHORT, USUAL, LONG = range(3)
 
 
 @dataclasses.dataclass

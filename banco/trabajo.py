@@ -93,5 +93,5 @@ def against_others(times):
     return [*rows, at_most("loading 80 MB: memory above an empty file (MB)", more, 16, "{:.1f}")]
 
 
-def rows(long, keep):
-    return [*instructions(keep), *growth(), in_process(), *against_others(7 if long else 3)]
+def rows(length, keep):
+    return [*instructions(keep), *growth(), in_process(), *against_others((1, 3, 7)[length])]

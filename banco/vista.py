@@ -6,10 +6,10 @@ import time
 from aparatos import BIN, Row, at_most, board, median, output_of, program_directory, running, screen
 
 
-def showing():
+def showing(times):
     with program_directory() as home, screen():
         found = collections.defaultdict(list)
-        for name, value in output_of(BIN / "ventanas", home, 20):
+        for name, value in output_of(BIN / "ventanas", home, times):
             found[name].append(int(value))
     main, dump, comparison = (median(found[name]) / 1e6 for name in ("principal", "volcado", "comparacion"))
 
@@ -68,5 +68,5 @@ def idle(seconds):
                "the clock's, one a second")
 
 
-def rows(long):
-    return [*showing(), start(60 if long else 20), idle(30 if long else 10)]
+def rows(length):
+    return [*showing((10, 20, 20)[length]), start((8, 20, 60)[length]), idle((5, 10, 30)[length])]
