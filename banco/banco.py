@@ -10,17 +10,17 @@ import time
 import hilo
 import trabajo
 import vista
-from aparatos import LONG, SHORT, USUAL
+from aparatos import LONG, SHORT, USUAL, judged_in_rest
 
 PARTS = {"trabajo": trabajo.rows, "vista": lambda length, _: vista.rows(length), "hilo": lambda length, _: hilo.rows(length)}
 
 
 def measured(name, length, keep):
-    rows = PARTS[name](length, keep)
+    rows = judged_in_rest(lambda: PARTS[name](length, keep))
     if length == SHORT and any(row.good is False for row in rows):
         failed = ", ".join(row.name for row in rows if row.good is False)
         print(f"measured again at the usual length, for in the short one there failed: {failed}")
-        return PARTS[name](USUAL, keep)
+        return judged_in_rest(lambda: PARTS[name](USUAL, keep))
     return rows
 
 

@@ -83,7 +83,7 @@ def alive(blocks):
         longest = [*long, 0.1]  # shorter ones are not listed
         note = f"{passes} passes, the longest {longest[0]:.1f} ms"
         value = longest[min(passes // 1000, len(long))]
-        rows.append(at_most(f"between two passes while {NAMES[work]}, 99.9 % (ms)", value, 20, "{:.1f}", note))
+        rows.append(at_most(f"between two passes while {NAMES[work]}, 99.9 % (ms)", value, 20, "{:.1f}", note, timed=True))
     return rows
 
 
