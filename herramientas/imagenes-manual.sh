@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
-# Renews the pictures of docs/imagenes from the guided tour, which goes through the program in a directory of always the
-# same name, since paths stand in the pictures. Look at them before you commit them.
+# imagenes-manual.sh [DIRECTORY]: renews the pictures of docs/imagenes, or makes them in DIRECTORY, from the guided tour,
+# which goes through the program in a directory of always the same name, since paths stand in the pictures. Look at them
+# before you commit them.
 set -euo pipefail
+destino=$(realpath -m "${1:-"$(dirname "$0")/../docs/imagenes"}")
 cd "$(dirname "$0")/.."
 . herramientas/paquetes.sh
 # shellcheck disable=SC2086
@@ -21,7 +23,8 @@ printf '"115200","n","8","1"\r\n"COM1"\r\n' >"$programa/SETTINGS.TXT"
 until [ -e "$programa/puertos/COM1" ] && [ -e "$programa/puertos/COM2" ]; do sleep 0.05; done
 QT_LOGGING_RULES=default.warning=false QT_QPA_PLATFORM=offscreen build/bin/recorrido "$programa" "$fotos"
 
-for destino in docs/imagenes/*.png; do
-  nombre=$(basename "$destino")
-  convert "$fotos"/[0-9][0-9]-"$nombre" -strip +dither -colors 64 "PNG8:$destino"
+mkdir -p "$destino"
+for foto in docs/imagenes/*.png; do
+  nombre=$(basename "$foto")
+  convert "$fotos"/[0-9][0-9]-"$nombre" -strip +dither -colors 64 "PNG8:$destino/$nombre"
 done
