@@ -72,28 +72,28 @@ def unpaced(work, blocks):
                           note=f"{program:.0f} µs against {bare:.0f} µs"), part)
 
 
-def alive():
+def alive(blocks):
     """The 99.9th percentile of the stretches between two passes of the pump while it programs and reads."""
     rows = []
     for work in WIRE:
         with program_directory() as home, board(home, "cronista", 115200):
-            lines = output_of(BIN / "linea", home, work, 3, 200, "pasadas")
+            lines = output_of(BIN / "linea", home, work, blocks, 200, "pasadas")
         long = sorted((int(value) / 1e6 for kind, value in lines if kind == "l"), reverse=True)
         passes = next(int(value) for kind, value in lines if kind == "n")
         longest = [*long, 0.1]  # shorter ones are not listed
         note = f"{passes} passes, the longest {longest[0]:.1f} ms"
         value = longest[min(passes // 1000, len(long))]
-        rows.append(at_most(f"between two passes while {NAMES[work]}, 99.9 % (ms)", value, 20, "{:.1f}", note))
+        rows.append(at_most(f"between two passes while {NAMES[work]}, 99.9 % (ms)", value, 20, "{:.1f}", note, timed=True))
     return rows
 
 
-def rows(long):
+def rows(length):
     found = []
     for baud in (57600, 115200):
         for work in WIRE:
-            found.append(share(work, baud, 40 if long else 10))
+            found.append(share(work, baud, (4, 10, 40)[length]))
     for work in WIRE:
-        found.append(unpaced(work, 400 if long else 100))
-    return found + alive()
+        found.append(unpaced(work, (30, 100, 400)[length]))
+    return found + alive((1, 3, 3)[length])
 
 

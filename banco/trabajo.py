@@ -59,7 +59,7 @@ def in_process():
     load, lines = (median(median(column) for column in side) for side in zip(*(zip(*run) for run in runs)))
     ratio = median(median(a / b for a, b in run) for run in runs)
     return at_most("loading 256 KiB ÷ finding its line ends", ratio, 3,
-                   note=f"{load / 1000:.0f} µs against {lines / 1000:.0f} µs")
+                   note=f"{load / 1000:.0f} µs against {lines / 1000:.0f} µs", timed=True)
 
 
 def large_file(path):
@@ -93,5 +93,5 @@ def against_others(times):
     return [*rows, at_most("loading 80 MB: memory above an empty file (MB)", more, 16, "{:.1f}")]
 
 
-def rows(long, keep):
-    return [*instructions(keep), *growth(), in_process(), *against_others(7 if long else 3)]
+def rows(length, keep):
+    return [*instructions(keep), *growth(), in_process(), *against_others((1, 3, 7)[length])]

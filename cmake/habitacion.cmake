@@ -38,7 +38,7 @@ function(prueba nombre)
   target_include_directories(prueba_${nombre} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
   # Built to be built fast: what is measured is in the libraries. Names of one file may come again in another.
   target_compile_options(prueba_${nombre} PRIVATE -O0 -g0 -Wno-shadow)
-  set_target_properties(prueba_${nombre} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 6)
+  set_target_properties(prueba_${nombre} PROPERTIES UNITY_BUILD ${MORVANE_UNITY} UNITY_BUILD_BATCH_SIZE 6)
   target_link_libraries(prueba_${nombre} PRIVATE ${ARGN} GTest::gtest_main)
   if(WIN32)
     # All at once: under an emulator each start costs more than most tests, and the drives are one for all of them.

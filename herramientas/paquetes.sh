@@ -5,6 +5,8 @@ paquetes_programa="g++ cmake ninja-build qt6-base-dev qt6-svg-dev libgl1-mesa-de
   qt6-translations-l10n"
 paquetes_pruebas="libgtest-dev xvfb openbox xdotool x11-utils imagemagick dbus-daemon at-spi2-core python3-gi valgrind"
 paquetes_medidas="binutils srecord"
+paquetes_revision="git clang clang-format clang-tidy libclang-rt-14-dev shellcheck pyflakes3 lintian appstream
+  desktop-file-utils dpkg-dev binutils-m68k-linux-gnu"
 paquetes_windows="g++-mingw-w64-x86-64-posix googletest wine64"
 
 # asegurar_paquetes PAQUETE...: installs those that are missing, or says which ones are and ends.

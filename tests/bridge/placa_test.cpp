@@ -67,8 +67,8 @@ TEST(placa, the_chip_keeps_its_order_of_steps_its_cells_and_its_sums) {
       "A a d2E a g04000000000000=9 g00000100000000=9 gFFFFFC00000000=9 c=022",
       "A a d2E a i a=6 d2E=6 e00000020=6 C000000007FFF=6 g00000000000000=6 i=6 c=021 A c=000 e03FFFE03=0FF0AFF",
       "A a d2E a j c=7 D A c=000",
-      "A a d2E a g000414FFFF4AC8 c=020 e00041404=0FFFF4AC8 D A c=080 e00041404=6 C000000000000=6 a d2E a "
-      "g00000000000000=6 c=0A2 i c=021 c=021 c=021 c=020 e00041404=0FFFFFFFF D A c=000",
+      std::string("A a d2E a g000414FFFF4AC8 c=020 e00041404=0FFFF4AC8 D A c=080 e00041404=6 C000000000000=6 ") +
+          "a d2E a g00000000000000=6 c=0A2 i c=021 c=021 c=021 c=020 e00041404=0FFFFFFFF D A c=000",
       "A e04000001=0FF e00000080=9 e00000000=9 e0000057F=07F" + std::string(252, 'F'),
       "A C000005000000=07F0000007F C000000000400=07F00003FC7F C000000000FFF=07F0000FEF80",
       "A C000000007FFF=0" + ff5 + "7F007F7F80 C038000007FFF=0" + ff + "0A007F7F0B C000006007FFF=0" + ff + "FF007F8000",
@@ -238,7 +238,7 @@ TEST(opciones, none_lands_in_the_place_of_another_and_what_is_wrong_is_named) {
   EXPECT_TRUE(o.modo.falla_config && !(o.modo.falla_borrado || o.modo.falla_permiso || o.modo.mudo || o.protegida));
   EXPECT_TRUE(lee("--baudios 9600 --sin-ritmo").valores.baudios == 0 && lee("--help --nada").valores.ayuda);
   EXPECT_TRUE(lee("--averia 1").valores.averia == lee("--averia 1").valores.averia &&
-              !lee("--saluda").valores.averia.size());
+              lee("--saluda").valores.averia.empty());
   const std::pair<const char*, const char*> errores[] = {
       {"--nada", "opción desconocida: --nada"},
       {"--enlace", "falta el valor de la opción --enlace"},

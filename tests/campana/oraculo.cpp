@@ -114,8 +114,8 @@ bool oraculo::grabada() const {
   std::size_t n = 0;
   for (dir = inicio; dir <= tope; dir += 4, ++n) {
     std::string texto = "\x02g" + hex(static_cast<std::uint32_t>(dir), 6);
-    for (int i = 0; i < 4; ++i) {
-      texto += hex(dir >= total_flash ? 0xFF : f_.v.buffer_salida[static_cast<std::size_t>(dir + i)], 2);
+    for (std::size_t i = 0; i < 4; ++i) {
+      texto += hex(dir >= total_flash ? 0xFF : f_.v.buffer_salida[static_cast<std::size_t>(dir) + i], 2);
     }
     if (n >= palabras.size() || !palabras[n].starts_with(texto)) return false;
   }

@@ -33,7 +33,7 @@ struct mesa {
 /// follows lies around the end of the first 64 KiB, and how these lines end.
 inline std::string archivo_de(const std::uint8_t* datos, std::size_t largo) {
   if (largo < 2) return {};
-  const std::string resto(reinterpret_cast<const char*>(datos) + 2, largo - 2);
+  std::string resto(reinterpret_cast<const char*>(datos) + 2, largo - 2);
   if (datos[0] < 240) return resto;
   std::string entero(std::size_t{64} * 1024 - datos[0] % 16 * datos[1] / 16, 'x');
   for (std::size_t i = 250; i + 2 < entero.size(); i += 252) entero.replace(i, 2, datos[1] % 2 == 0 ? "\r\n" : "x\n");
