@@ -7,7 +7,7 @@ import subprocess
 import tempfile
 
 import contar
-from aparatos import BIN, ROOT, SAMPLE, Row, at_most, median, output_of
+from aparatos import BIN, ROOT, SAMPLE, Row, at_most, median
 
 KEPT = ROOT / "banco/instrucciones.json"
 NAMES = {"palabra": "word programmed", "bloque": "block read", "byte_cargado": "byte loaded",
@@ -53,15 +53,6 @@ def processor_time(command):
     return used.ru_utime + used.ru_stime, printed
 
 
-def in_process():
-    """The median of five processes: where one comes to lie in memory changes both sides, one more than the other."""
-    runs = [[(int(load), int(lines)) for load, lines in output_of(BIN / "carga", SAMPLE, 101)] for _ in range(5)]
-    load, lines = (median(median(column) for column in side) for side in zip(*(zip(*run) for run in runs)))
-    ratio = median(median(a / b for a, b in run) for run in runs)
-    return at_most("loading 256 KiB ÷ finding its line ends", ratio, 3,
-                   note=f"{load / 1000:.0f} µs against {lines / 1000:.0f} µs", timed=True)
-
-
 def large_file(path):
     """80 MB of the sample's data lines, over and over."""
     lines = b"".join(line for line in SAMPLE.read_bytes().splitlines(True) if line.startswith(b"S2"))
@@ -94,4 +85,4 @@ def against_others(times):
 
 
 def rows(length, keep):
-    return [*instructions(keep), *growth(), in_process(), *against_others((1, 3, 7)[length])]
+    return [*instructions(keep), *growth(), *against_others((1, 3, 7)[length])]

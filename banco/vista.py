@@ -40,7 +40,7 @@ def start(pairs):
         empty = [BIN / "vacia", *size]
         found = [(start_time(monitor, program)[0], start_time(monitor, empty)[0]) for _ in range(pairs)]
     ours, bare = (median(column) for column in zip(*found))
-    return at_most("start to visible window ÷ empty window", median(a / b for a, b in found), 2,
+    return at_most("start to visible window ÷ empty window", median(a / b for a, b in found), 2.5,
                    note=f"{ours:.0f} ms against {bare:.0f} ms", timed=True)
 
 

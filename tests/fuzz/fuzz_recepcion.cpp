@@ -6,6 +6,7 @@
 #include "link/corchete.h"
 #include "link/envio.h"
 #include "link/esperas.h"
+#include "serial/tramas.h"
 
 using namespace morvane;
 using namespace std::chrono_literals;
