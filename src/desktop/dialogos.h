@@ -9,9 +9,10 @@
 
 namespace morvane {
 
-/// One message box. The initial of a caption presses its button, with Alt or without; Escape presses Cancel, or the button of a box that has
-/// only one, and nothing else; closing the window in another way answers nothing. Its text can be marked, and is copied
-/// whole where no part is. What explains it further appears when it is asked for by another button.
+/// One message box. The initial of a caption presses its button, with Alt or without; Escape presses Cancel, or the
+/// button of a box that has only one, and nothing else; closing the window in another way answers nothing. Its text can
+/// be marked, and is copied whole where no part is. What explains it further appears when it is asked for by another
+/// button.
 class ventana_caja final : public QMessageBox {
  public:
   /// Without an explanation `explicacion` is empty.
