@@ -35,13 +35,13 @@ struct puertos_qt_test : banco_enlace<guion> {
 TEST_F(puertos_qt_test, the_simulated_board_comes_and_goes_and_the_tips_tell) {
   const auto dice = [&](const char* que) { return lista.accessibleDescription().contains(que); };
   EXPECT_TRUE(dice("COM3: no existen ni"));
-  fs::create_directory(dir.ruta() / "puertos");
-  fs::create_symlink("/no/<b>hay", dir.ruta() / "puertos/COM3");
+  std::filesystem::create_directory(dir.ruta() / "puertos");
+  std::filesystem::create_symlink("/no/<b>hay", dir.ruta() / "puertos/COM3");
   f.ventana.Show();
   v.hide();
   v.show();
   EXPECT_TRUE(dice("/no/<b>hay") && lista.toolTip().contains("&lt;b&gt;")) << lista.toolTip().toStdString();
-  fs::remove(dir.ruta() / "puertos/COM3");
+  std::filesystem::remove(dir.ruta() / "puertos/COM3");
   entrada("Placa simulada en COM3")->trigger();
   EXPECT_TRUE(placa.puerto() == 3 && plat.cajas.empty());
   EXPECT_TRUE(dice("Placa simulada\nLibre"));
@@ -59,7 +59,7 @@ TEST_F(puertos_qt_test, a_board_that_is_noted_comes_back_unless_it_runs_already_
     otra.reanudar();
     EXPECT_EQ(otra.puerto(), vuelve);
   }
-  fs::remove(dir.ruta() / "puertos/simulada.txt");
+  std::filesystem::remove(dir.ruta() / "puertos/simulada.txt");
   ASSERT_EQ(::mkfifo((dir.ruta() / "puertos/simulada.txt").c_str(), 0600), 0);
   placa_simulada ninguna(dir.ruta());
   ninguna.reanudar();
