@@ -25,11 +25,14 @@ void decir(enlace& e, const char* texto) {
 /// a next one of the same length would be read at the wrong place.
 enum class sobrante { se_tolera, interrumpe };
 
-/// True if noise stands in front of what came, so that the reply in it would be read at the wrong place. Without any
-/// STX nobody can tell.
-bool corrida(const enlace& e) {
-  const std::size_t inicio = e.entrada_serie.find(STX);
-  return inicio != std::string::npos && inicio != 0;
+/// True if noise stands in front of what came, so that the reply in it would be read at the wrong place, or if it is no
+/// reply, but an echo for one. Without any STX nobody can tell.
+bool ajena(const enlace& e) {
+  const std::string& llegado = e.entrada_serie;
+  const std::size_t inicio = llegado.find(STX);
+  if (inicio == std::string::npos) return false;
+  const bool con_codigo = llegado.size() > 1 && llegado[1] >= '0' && llegado[1] <= '9';
+  return inicio != 0 || !con_codigo;
 }
 
 /// Sends a command of the fixed-length modes and gives what came, if it came for this command.
@@ -41,7 +44,7 @@ std::optional<std::string_view> examinar(enlace& e, std::string_view comando, so
   if (!puede_seguir(e) || e.corte.sin_respuesta) return std::nullopt;
   const bool sobra = e.control_serie.recibidos() - antes != static_cast<std::uint64_t>(e.control_serie.RThreshold());
   if (sobra) e.linea_inquieta = true;
-  if ((sobra && si_sobra == sobrante::interrumpe) || corrida(e)) interrumpir(e);
+  if ((sobra && si_sobra == sobrante::interrumpe) || ajena(e)) interrumpir(e);
   return e.corte.interrumpida ? std::nullopt : std::optional<std::string_view>(e.respuesta);
 }
 
