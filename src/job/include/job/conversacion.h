@@ -30,9 +30,11 @@ class conversacion {
  public:
   explicit conversacion(const puesto& p) : hilo_(p) {}
 
-  /// Opens the chip and looks at its status; waits for the end of an erase that still runs. Expects nothing of the
-  /// line.
-  bool abrir();
+  /// Opens the chip and looks at its status; with `sin_prisa` waits for the end of an erase that still runs. Expects
+  /// nothing of the line.
+  bool abrir(bool sin_prisa = true);
+  /// Closes the chip and opens it, which a protection needs to begin or to end, and looks at its status.
+  bool abrir_de_nuevo();
   /// Closes the chip, as far as that can be done. True if the chip has confirmed it.
   bool cerrar();
 
@@ -61,9 +63,9 @@ class conversacion {
 
   /// Writes one word, by the rule above.
   bool grabar_palabra(std::int32_t dir, std::uint32_t palabra);
-  /// Erases. True when the chip has reported the end of it without an error, or when that is not known: then `dudas`
-  /// has gone up, and what the flash holds has to be looked at in any case.
-  bool borrar();
+  /// Erases, for the `veces`-th time. True when the chip has reported the end of it without an error, or when that is
+  /// not known: then `dudas` has gone up, and what the flash holds has to be looked at in any case.
+  bool borrar(int veces);
   /// Sends the reset of the processor. A RESET signal is as good an answer.
   bool reiniciar();
 
@@ -71,13 +73,16 @@ class conversacion {
   /// another length is asked for. So what a stretch of work has read counts only if this has not moved from its first
   /// command to a good `mirar` behind its last one.
   int dudas() const { return dudas_; }
-  /// Runs `trabajo` until it went through without a doubt, four times at most. False if it gives False, too.
+  /// Runs `trabajo`, and looks at the status behind it, until that went through without a doubt; four times at most.
+  /// Gives what `trabajo` gave then; False if the talk has failed.
   bool en_lote(const std::function<bool()>& trabajo);
 
   /// False when a stop is wanted, which it notes.
   bool puede_seguir();
   /// Notes an end and gives False. The first one stays.
   bool fallar(desenlace que, motivo por, std::optional<std::int32_t> dir = {});
+  /// Takes back the end that has been noted if it is `que`. The talk may go on then.
+  bool perdonar(desenlace que);
   const fin& por_que() const { return fin_; }
   const cuenta& gastos() const { return hilo_.gastos; }
   const puesto& lugar() const { return hilo_.lugar(); }
@@ -90,20 +95,26 @@ class conversacion {
   bool dudar(const mandato& m, const contestacion& c);
   bool restablecer();
   contestacion reabrir();
-  bool fallar_por(const mandato& m, const contestacion& c, int veces);
-  std::optional<std::string_view> pedir_lectura(const mandato& m, bool preparada, std::int32_t dir);
   bool reposar();
-  bool sondear();
-  bool dar_permiso();
-  bool comprobar_preparado(int veces);
-  std::optional<std::int32_t> leer_trozo(std::int32_t dir, std::span<std::uint8_t> destino);
+  bool fallar_por(const mandato& m, const contestacion& c, int veces);
   void poner_estado(std::string_view datos);
+  bool dar(const mandato& m, int veces);
+  bool dar_pasos(int veces);
+  bool puede_repetir(const mandato& m, const contestacion& c, int veces, std::int32_t dir);
+  static std::optional<examen> leer_examen(const contestacion& c, std::int32_t cuantos);
+  std::int32_t cuantos_leer(std::size_t quedan);
+  std::optional<std::size_t> leer_trozo(std::int32_t dir, std::span<std::uint8_t> destino);
+  bool sondear();
 
   intercambio hilo_;
   fin fin_;
   estado_chip estado_{};
-  bool permiso_ = false, configurado_ = false, comprobado_ = false;
-  bool forma_libre_ = true, lectura_larga_ = true, impar_ = false;
+  /// What the chip is known to have of what a flash command needs.
+  bool permiso_ = false, configurado_ = false;
+  bool forma_libre_ = true, lectura_larga_ = true;
+  /// A word in hand is looked at to the end, stop or no stop.
+  bool termina_palabra_ = false;
+  std::int32_t ultima_lectura_ = 0;
   int dudas_ = 0;
 };
 

@@ -13,6 +13,9 @@ namespace morvane::job {
 
 constexpr int bloques_de_flash = chip.flash / ventana_larga;
 
+/// The digits that protect the flash, as a word.
+std::uint32_t palabra_de_proteccion();
+
 /// What nine sums say of 256 KiB.
 struct firma {
   /// Of the first 1,025 bytes.
