@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "files/texto.h"
+#include "image/chip.h"
 
 namespace morvane::job {
 
@@ -13,6 +14,7 @@ namespace {
 /// How often a reading command goes out again, and how often a stretch of work is begun anew.
 constexpr int repeticiones = 3;
 constexpr int rondas_con_respuesta = 6;
+constexpr int esperas_de_silencio = 4;
 
 /// Bytes of a reading: the most that a reply holds, and the two numbers that every board takes.
 constexpr std::size_t lectura_mayor = 127;
@@ -22,6 +24,15 @@ constexpr std::uint32_t palabra_en_blanco = 0xFFFFFFFF;
 
 bool son_cifras(std::string_view texto) {
   return std::ranges::all_of(texto, [](char c) { return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'F'); });
+}
+
+/// Fills `destino` from its front as far as there are pairs of digits. Gives how many bytes that were.
+std::size_t poner_bytes(std::string_view cifras, std::span<std::uint8_t> destino) {
+  const std::size_t n = std::min(cifras.size() / 2, destino.size());
+  for (std::size_t i = 0; i < n; ++i) {
+    destino[i] = static_cast<std::uint8_t>(digito_hex(cifras[2 * i]) << 4 | digito_hex(cifras[2 * i + 1]));
+  }
+  return n;
 }
 
 }  // namespace
@@ -142,6 +153,9 @@ bool conversacion::restablecer() {
     if (hilo_.ahora() - std::max(inicio, hilo_.ultimo()) >= lugar().espera.silencio) {
       return fallar(desenlace::silencio, motivo::sin_respuesta);
     }
+    // What drips in too slowly to be a reply is neither one nor silence.
+    const bool sin_fin = hilo_.ahora() - inicio >= esperas_de_silencio * lugar().espera.silencio;
+    if (sin_fin) return fallar(desenlace::linea, motivo::respuesta_incompleta);
     if (c.que != clase::silencio && ++rondas == rondas_con_respuesta) return fallar_por(abrir_chip(), c, veces);
   }
   ++hilo_.gastos.reaperturas;
@@ -173,7 +187,7 @@ bool conversacion::cerrar() {
   for (int i = 0; i <= repeticiones; ++i) {
     const contestacion c = hilo_.pedir(cerrar_chip());
     if (c.buena()) return true;
-    if (!fin_.bien() && c.que != clase::rechazada && fin_.que != desenlace::detenido) return false;
+    if (fin_.que == desenlace::silencio || fin_.que == desenlace::linea) return false;
     if (c.que == clase::perdida || c.que == clase::detenida || !hilo_.aquietar()) return false;
   }
   return false;
@@ -283,31 +297,31 @@ std::optional<examen> conversacion::examinar_donde_sea(std::int32_t dir, std::in
   return std::nullopt;
 }
 
-/// How many bytes the next reading of up to `quedan` asks for.
-std::int32_t conversacion::cuantos_leer(std::size_t quedan) {
-  const std::size_t tope = lectura_larga_ ? lectura_mayor : lectura_fija;
-  auto n = static_cast<std::int32_t>(std::min(quedan, tope));
-  if (n == ultima_lectura_ && n > 1) n = n == lectura_fija ? otra_lectura_fija : n - 1;
+/// What the next reading for up to `quedan` bytes from `dir` asks for.
+tramo conversacion::proxima_lectura(std::int32_t dir, std::size_t quedan) {
+  if (!lectura_larga_) {
+    // Only whole ones, and none past the end.
+    ultima_lectura_ = ultima_lectura_ == lectura_fija ? otra_lectura_fija : lectura_fija;
+    const std::int32_t desde = std::min(dir, chip.flash - ultima_lectura_);
+    return {desde, desde + ultima_lectura_};
+  }
+  auto n = static_cast<std::int32_t>(std::min(quedan, lectura_mayor));
+  if (n == ultima_lectura_ && n > 1) --n;
   ultima_lectura_ = n;
-  return n;
+  return {dir, dir + n};
 }
 
 /// Gives how many bytes it has read; nothing if the talk has failed.
 std::optional<std::size_t> conversacion::leer_trozo(std::int32_t dir, std::span<std::uint8_t> destino) {
   for (int veces = 1; termina_palabra_ || puede_seguir(); ++veces) {
-    const std::int32_t n = cuantos_leer(destino.size());
-    const mandato m = job::leer(dir, n);
+    const tramo t = proxima_lectura(dir, destino.size());
+    const mandato m = job::leer(t.desde, t.largo());
     contestacion c = pedir(m);
     if (c.buena() && !son_cifras(c.datos)) c = {clase::extrana};
-    if (c.buena()) {
-      for (std::size_t i = 0; i < static_cast<std::size_t>(n); ++i) {
-        destino[i] = static_cast<std::uint8_t>(digito_hex(c.datos[2 * i]) << 4 | digito_hex(c.datos[2 * i + 1]));
-      }
-      return static_cast<std::size_t>(n);
-    }
+    if (c.buena()) return poner_bytes(c.datos.substr(2 * static_cast<std::size_t>(dir - t.desde)), destino);
     if (!puede_repetir(m, c, veces, dir)) break;
     const bool no_la_toma = c.que == clase::rechazada || c.que == clase::extrana;
-    if (no_la_toma && veces == 2 && n > lectura_fija && std::exchange(lectura_larga_, false)) {
+    if (no_la_toma && veces == 2 && std::exchange(lectura_larga_, false)) {
       contar(suceso::forma_abandonada, "e");
       veces = 0;
     }

@@ -19,12 +19,13 @@ class mundo_de_guion final : public morvane::job::entorno {
 
   morvane::job::tiempo ahora() override { return plat_.ahora(); }
   void esperar(morvane::job::tiempo cuanto) override {
+    if (plat_.ahora() > std::chrono::hours{6}) throw morvane::colgado("a job without end");
     const auto cuando = lejos_.proximo().value_or(morvane::instante::max());
     plat_.pasar(std::min(cuanto, std::max(cuando - plat_.ahora(), morvane::job::tiempo{1})));
   }
   void pausa(morvane::job::tiempo cuanto) override { plat_.pasar(cuanto); }
   int parada() override {
-    ++miradas;
+    if (++miradas > demasiadas) throw morvane::colgado("a job without end");
     return miradas >= para_del_todo ? 2 : miradas >= para ? 1 : 0;
   }
 
@@ -32,6 +33,8 @@ class mundo_de_guion final : public morvane::job::entorno {
   std::uint64_t miradas = 0, para = UINT64_MAX, para_del_todo = UINT64_MAX;
 
  private:
+  static constexpr std::uint64_t demasiadas = 10'000'000;
+
   morvane::gemelo& plat_;
   const placa_lejos& lejos_;
 };

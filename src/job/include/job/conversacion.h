@@ -56,8 +56,8 @@ class conversacion {
   bool forma_libre() const { return forma_libre_; }
   void abandonar_forma();
 
-  /// Reads `destino.size()` bytes from `dir`, in as few commands as the board takes. No two in a row have replies of
-  /// the same length, so that a reply out of its turn shows.
+  /// Reads `destino.size()` bytes of the flash from `dir`, in as few commands as the board takes. No two in a row have
+  /// replies of the same length, so that a reply out of its turn shows.
   bool leer(std::int32_t dir, std::span<std::uint8_t> destino);
   std::optional<std::uint32_t> leer_palabra(std::int32_t dir);
 
@@ -102,7 +102,7 @@ class conversacion {
   bool dar_pasos(int veces);
   bool puede_repetir(const mandato& m, const contestacion& c, int veces, std::int32_t dir);
   static std::optional<examen> leer_examen(const contestacion& c, std::int32_t cuantos);
-  std::int32_t cuantos_leer(std::size_t quedan);
+  tramo proxima_lectura(std::int32_t dir, std::size_t quedan);
   std::optional<std::size_t> leer_trozo(std::int32_t dir, std::span<std::uint8_t> destino);
   bool sondear();
 
