@@ -72,8 +72,12 @@ TEST(job, a_difference_is_told_by_its_shape) {
     aspecto clase;
   } casos[] = {{{0x2000, 0x2001}, [](auto f) { f[0x2000] = 0x55; }, aspecto::no_borrado},
                {{0x100, 0x104}, [](auto f) { std::fill_n(f.begin() + 0x100, 4, 0xFF); }, aspecto::no_grabado},
-               {{0x201, 0x202}, [](auto f) { f[0x201] &= f[0x201] - 1; }, aspecto::bit_a_0},
-               {{0x301, 0x302}, [](auto f) { f[0x301] |= f[0x301] + 1; }, aspecto::bit_a_1},
+               {{0x201, 0x202},
+                [](auto f) { f[0x201] = static_cast<std::uint8_t>(f[0x201] & (f[0x201] - 1)); },
+                aspecto::bit_a_0},
+               {{0x301, 0x302},
+                [](auto f) { f[0x301] = static_cast<std::uint8_t>(f[0x301] | (f[0x301] + 1)); },
+                aspecto::bit_a_1},
                {{0, 0x1002},
                 [](auto f) { std::copy_backward(f.begin(), f.begin() + 0x1000, f.begin() + 0x1002); },
                 aspecto::movido}};
