@@ -184,13 +184,15 @@ bool conversacion::abrir_de_nuevo() {
 bool conversacion::cerrar() {
   empezar(fase::cerrar);
   if (lugar().linea.perdido()) return false;
-  for (int i = 0; i <= repeticiones; ++i) {
+  const tiempo limite = hilo_.ahora() + lugar().espera.silencio;
+  for (int veces = 1;;) {
     const contestacion c = hilo_.pedir(cerrar_chip());
     if (c.buena()) return true;
     if (fin_.que == desenlace::silencio || fin_.que == desenlace::linea) return false;
     if (c.que == clase::perdida || c.que == clase::detenida || !hilo_.aquietar()) return false;
+    if (c.que != clase::silencio && veces++ > repeticiones) return false;
+    if (hilo_.ahora() >= limite) return false;
   }
-  return false;
 }
 
 std::optional<estado_chip> conversacion::mirar() {
@@ -319,8 +321,12 @@ std::optional<std::size_t> conversacion::leer_trozo(std::int32_t dir, std::span<
     contestacion c = pedir(m);
     if (c.buena() && !son_cifras(c.datos)) c = {clase::extrana};
     if (c.buena()) return poner_bytes(c.datos.substr(2 * static_cast<std::size_t>(dir - t.desde)), destino);
-    if (!puede_repetir(m, c, veces, dir)) break;
     const bool no_la_toma = c.que == clase::rechazada || c.que == clase::extrana;
+    if (!puede_repetir(m, c, veces, dir)) {
+      // Whoever begins anew shall not fail at the same place.
+      if (no_la_toma) lectura_larga_ = false;
+      break;
+    }
     if (no_la_toma && veces == 2 && std::exchange(lectura_larga_, false)) {
       contar(suceso::forma_abandonada, "e");
       veces = 0;
