@@ -18,8 +18,10 @@ using bloques_blancos = std::array<bool, bloques_de_flash>;
 /// Looks at the blocks that are not known blank, up to the first one that is not.
 bool mirar_bloques(conversacion& c, bloques_blancos& blancos) {
   c.empezar(fase::mirar, chip.flash);
-  return c.en_lote([&] {
-    bloques_blancos vistos = blancos;
+  bloques_blancos vistos{};
+  const bool mirados = c.en_lote([&] {
+    // What was seen before a doubt is not known.
+    vistos = blancos;
     for (int i = 0; i < bloques_de_flash; ++i) {
       bool& este = vistos[static_cast<std::size_t>(i)];
       if (este) continue;
@@ -29,9 +31,10 @@ bool mirar_bloques(conversacion& c, bloques_blancos& blancos) {
       if (!este) break;
       c.avanzar((i + 1) * ventana_larga);
     }
-    blancos = vistos;
     return true;
   });
+  if (mirados) blancos = vistos;
+  return mirados;
 }
 
 bool todos(const bloques_blancos& b) {
