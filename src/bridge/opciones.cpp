@@ -126,6 +126,11 @@ constexpr std::array tabla{
     opcion{"--saluda", "", "envía una respuesta cada vez que se abre la línea", marca<&faltas::saluda>},
     opcion{"--ruido", "N", "caracteres de ruido ante cada respuesta (0)", cantidad<&faltas::ruido, 10'000>},
     opcion{"--ruido-detras", "N", "y tras cada respuesta (0)", cantidad<&faltas::ruido_detras, 10'000>},
+    opcion{"--ruido-en", "T", "ese ruido, sólo con la respuesta a la trama T", trama<&faltas::ruido_en>},
+    opcion{"--formas-fijas", "", "rechaza las lecturas y exámenes que las ventanas no piden",
+           marca<&faltas::formas_fijas>},
+    opcion{"--bloques-enteros", "", "examina siempre el bloque entero en que cae la dirección",
+           marca<&faltas::bloques_enteros>},
     opcion{"--balbuceo-desde", "T", "desde la trama T envía caracteres sin fin", trama<&faltas::balbuceo_desde>},
     opcion{"--balbuceo-etx", "", "con ETX entre ellos", marca<&faltas::balbuceo_etx>},
     opcion{"--goteo-ms", "N", "pausa entre los caracteres de una respuesta (0)",
@@ -154,6 +159,7 @@ std::string incompleta(const opciones& o) {
   if (f.codigo_error != por_omision.codigo_error && f.error_en == 0) return "--codigo-error requiere --error-en";
   if (f.reset_repetido != por_omision.reset_repetido && f.reset_en == 0) return "--reset-repetido requiere --reset-en";
   if (f.reset_suelto_ms != 0 && f.reset_suelto_en == 0) return "--reset-suelto-ms requiere --reset-suelto-en";
+  if (f.ruido_en != 0 && f.ruido == 0 && f.ruido_detras == 0) return "--ruido-en requiere --ruido o --ruido-detras";
   if (f.balbuceo_etx && f.balbuceo_desde == 0) return "--balbuceo-etx requiere --balbuceo-desde";
   return "";
 }

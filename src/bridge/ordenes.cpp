@@ -15,6 +15,16 @@ constexpr std::uint32_t maximo_lectura = 127;
 /// A check of a range answers in one of three forms, after the number of bytes it covers.
 constexpr std::uint32_t rango_corto = 0x1000;
 
+constexpr std::uint32_t bloque = 0x8000;
+
+/// What the program's windows ask for.
+bool lectura_usual(std::uint32_t cuantos) {
+  return cuantos == 0x20 || cuantos == 0x16;
+}
+bool examen_usual(std::uint32_t desde, std::uint32_t cuantos) {
+  return cuantos == bloque ? desde % bloque == 0 : desde == 0 && (cuantos == 1 || cuantos == 0x401);
+}
+
 std::string codigo(chip::resultado r) {
   switch (r) {
     case chip::resultado::hecho:
@@ -107,7 +117,8 @@ std::string placa::grabar(std::string_view campos) {
 
 std::string placa::leer(std::string_view campos) const {
   const std::uint32_t cuantos = valor_hex(campos.substr(6));
-  if (cuantos == 0 || cuantos > maximo_lectura) return codigo(chip::resultado::fuera);
+  const bool la_toma = cuantos <= maximo_lectura && (!fallos.formas_fijas || lectura_usual(cuantos));
+  if (cuantos == 0 || !la_toma) return codigo(chip::resultado::fuera);
   std::vector<std::uint8_t> datos(cuantos);
   const chip::resultado r = chip_.leer(valor_hex(campos.substr(0, 6)), datos);
   return codigo(r) + (r == chip::resultado::hecho ? pares(datos) : "");
@@ -116,7 +127,10 @@ std::string placa::leer(std::string_view campos) const {
 /// One byte: its mark and a sum of 8 digits. A short range: mark, a sum of 9. A block: its first 16 bytes, mark, a sum
 /// of 8. The mark is "FF" exactly if all is erased.
 std::string placa::examinar(std::string_view campos) const {
-  const std::uint32_t desde = valor_hex(campos.substr(0, 6)), cuantos = valor_hex(campos.substr(6)) + 1;
+  std::uint32_t desde = valor_hex(campos.substr(0, 6));
+  const std::uint32_t cuantos = valor_hex(campos.substr(6)) + 1;
+  if (fallos.formas_fijas && !examen_usual(desde, cuantos)) return codigo(chip::resultado::fuera);
+  if (fallos.bloques_enteros && cuantos == bloque) desde -= desde % bloque;
   std::array<std::uint8_t, 16> principio;
   const chip::resultado r = chip_.leer(desde, principio);
   if (r != chip::resultado::hecho) return codigo(r);

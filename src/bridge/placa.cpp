@@ -181,7 +181,9 @@ void placa::responder(std::string_view contenido, instante cuando) {
   if (tramas_ == fallos.cortada_en) crudo.resize(std::min<std::size_t>(crudo.size(), fallos.cortada_tras));
   if (tramas_ == fallos.duplicada_en) crudo += crudo;
   const bool tarde = fallos.retrasa_todas || tramas_ == fallos.retrasada_en;
-  poner(ruido(fallos.ruido) + crudo + ruido(fallos.ruido_detras), cuando + milisegundos(tarde ? fallos.retraso_ms : 0));
+  const bool ruidosa = fallos.ruido_en == 0 || tramas_ == fallos.ruido_en;
+  if (ruidosa) crudo = ruido(fallos.ruido) + crudo + ruido(fallos.ruido_detras);
+  poner(crudo, cuando + milisegundos(tarde ? fallos.retraso_ms : 0));
 }
 
 void placa::poner(std::string_view crudo, instante cuando) {

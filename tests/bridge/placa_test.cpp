@@ -133,6 +133,23 @@ TEST(faltas, a_cell_with_a_stuck_bit_holds_no_other_and_repairing_brings_back_a_
   EXPECT_EQ(b.manda("c"), hilo("<737>"));
 }
 
+TEST(faltas, what_is_open_in_the_protocol_comes_in_more_than_one_way_and_noise_in_one_reply_alone) {
+  const std::string ff(32, 'F');
+  banco fija({.formas_fijas = true}), entera({.bloques_enteros = true}), ruidosa({.ruido = 3, .ruido_en = 2});
+  for (const std::string& paso : partes("A C000000000000=0FF000000FF C000000000400=0FF00003FCFF e0000017F=9 "
+                                        "C000001000400=9 C000001007FFF=9 e00000110=9 e00000116=0")) {
+    const std::size_t igual = paso.find('=');
+    const std::string sale = fija.manda(paso.substr(0, igual));
+    EXPECT_TRUE(sale.starts_with("\x02" + (igual == paso.npos ? "0" : paso.substr(igual + 1)))) << paso << sale;
+  }
+  entera.c.flash()[1] = 0;
+  entera.manda("A");
+  EXPECT_EQ(entera.manda("C000002007FFF"), en_trama("0FF00" + ff.substr(4) + "00007F7F01"));
+  EXPECT_EQ(ruidosa.manda("A").size(), 5U);
+  EXPECT_EQ(ruidosa.manda("A").size(), 8U);
+  EXPECT_EQ(ruidosa.manda("A").size(), 5U);
+}
+
 // 10,000 bits a second are a character in a millisecond; at 57,600 the roundings must not add up.
 TEST(ritmo, a_reply_comes_neither_early_nor_late_and_overtakes_none) {
   const struct {

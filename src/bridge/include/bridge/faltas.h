@@ -45,6 +45,8 @@ struct faltas {
   bool saluda = false;
   /// Characters of noise in front of each reply and behind it, none of them STX or ETX.
   unsigned ruido = 0, ruido_detras = 0;
+  /// The noise comes with the reply to this frame alone.
+  std::uint64_t ruido_en = 0;
   /// From this frame on characters come without end, none of them STX and only with `balbuceo_etx` ETX, and no command
   /// is carried out. A line without a pace carries them as fast as one of 115,200 bits a second.
   std::uint64_t balbuceo_desde = 0;
@@ -53,6 +55,11 @@ struct faltas {
   unsigned goteo_ms = 0;
   /// Of each thousand words to program, how many are acknowledged and not written.
   unsigned por_mil_sin_grabar = 0;
+  /// Shapes that no flow of the program's windows uses are refused as out of range: "e" with another count than 20 and
+  /// 16, "C" over another range than a whole block, the first byte or the first 1,025.
+  bool formas_fijas = false;
+  /// "C" over as much as a block goes over the whole block that its address lies in.
+  bool bloques_enteros = false;
   /// This character towards the program, or towards the board, arrives changed, or not at all.
   std::uint64_t altera = 0, pierde = 0, altera_ida = 0, pierde_ida = 0;
   /// The board loses its power for a moment just before it takes this frame.
