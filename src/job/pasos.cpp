@@ -29,7 +29,7 @@ bool mirar_bloques(conversacion& c, bloques_blancos& blancos) {
       if (!e) return false;
       este = e->borrado && e->suma == 0xFF * static_cast<std::uint32_t>(ventana_larga);
       if (!este) break;
-      c.avanzar((i + 1) * ventana_larga);
+      c.avanzar(std::int64_t{i + 1} * ventana_larga);
     }
     return true;
   });

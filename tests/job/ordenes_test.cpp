@@ -44,7 +44,7 @@ TEST(job, an_order_costs_no_more_characters_than_it_may) {
     b.flash()[dir] ^= 0x10;
     const auto d = verificar(b.p, que);
     EXPECT_TRUE(d.fin.que == desenlace::distinta && d.diferencias.size() == 1) << dir;
-    EXPECT_TRUE(d.diferencias[0].donde == tramo(dir, dir + 1) && d.gastos.caracteres() <= 1'400) << dir;
+    EXPECT_TRUE(d.diferencias[0].donde == (tramo{dir, dir + 1}) && d.gastos.caracteres() <= 1'400) << dir;
   }
 }
 
@@ -55,8 +55,8 @@ TEST(job, many_differences_cost_no_more_than_reading_the_blocks_that_differ) {
     banco_job b;
     const auto otro = ruidosos(static_cast<std::size_t>(bloques) * ventana_larga, 3);
     std::ranges::copy(otro, b.flash().begin());
-    std::copy(que.bytes.begin() + bloques * ventana_larga, que.bytes.end(),
-              b.flash().begin() + bloques * ventana_larga);
+    const std::ptrdiff_t hasta = std::ptrdiff_t{bloques} * ventana_larga;
+    std::copy(que.bytes.begin() + hasta, que.bytes.end(), b.flash().begin() + hasta);
     const auto r = verificar(b.p, que);
     EXPECT_EQ(r.fin.que, desenlace::distinta);
     EXPECT_EQ(r.diferencias, comparar(que, b.flash()));

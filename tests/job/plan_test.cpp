@@ -23,11 +23,11 @@ TEST(plan, an_image_is_told_and_doubted_before_anything_happens) {
   // What a loader of S-records leaves there.
   std::fill_n(v.buffer_salida.begin() + chip.configuracion.desde, chip.configuracion.largo(), std::uint8_t{0});
   const plan p = planear(v);
-  EXPECT_TRUE(p.escrito == tramo(0x100, 0x114) && p.palabras == 3 && p.palabras_ff == 2);
+  EXPECT_TRUE(p.escrito == (tramo{0x100, 0x114}) && p.palabras == 3 && p.palabras_ff == 2);
   EXPECT_EQ(p.datos, (std::vector<tramo>{{0x102, 0x105}, {0x10C, 0x111}}));
   EXPECT_EQ(p.huecos, (std::vector<tramo>{{0x100, 0x102}, {0x105, 0x10C}, {0x111, 0x114}}));
   EXPECT_TRUE(duda_de(p, duda::ventana_dira_distinta) && !duda_de(p, duda::escribe_configuracion));
-  EXPECT_EQ(p.sin_mirar, tramo(0x8000, chip.flash));
+  EXPECT_EQ(p.sin_mirar, (tramo{0x8000, chip.flash}));
   apoyo::poner(v, 0x414, {0xFF, 0xFF, 0x4A, 0xC8, 0});
   const plan q = planear(v);
   EXPECT_TRUE(duda_de(q, duda::protegera) && duda_de(q, duda::datos_en_configuracion) &&

@@ -25,7 +25,7 @@ TEST(ParametrosLinea, LosAbsurdosNoPasanPorValidos) {
 struct emisor final : extremo {
   void recibir(std::string_view /*datos*/, instante /*ahora*/) override {}
   std::string entregar(std::size_t cuantos, instante /*ahora*/) override {
-    const std::string estos = cola.substr(0, cuantos);
+    std::string estos = cola.substr(0, cuantos);
     cola.erase(0, cuantos);
     return estos;
   }
