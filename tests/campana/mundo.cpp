@@ -36,7 +36,6 @@ mundo::mundo(std::uint64_t semilla, cuenta& c)
 }
 
 mundo::~mundo() {
-  if (p_) cuenta_.celdas += p_->juez.mapa.juzgadas;
   plat_.en_cada_pasada = nullptr;
 }
 
@@ -114,10 +113,7 @@ circunstancias mundo::sortear() {
   }
   puente::faltas fallos;
   puente::conducta modo{.sondeos_de_borrado = static_cast<int>(azar_.hasta(6))};
-  if (azar_.una_de(30)) {
-    std::ranges::fill(lejos_.chip.flash(), static_cast<std::uint8_t>(azar_.hasta(256)));
-    p_->juez.mapa.cambio_ajeno();
-  }
+  if (azar_.una_de(30)) std::ranges::fill(lejos_.chip.flash(), static_cast<std::uint8_t>(azar_.hasta(256)));
 
   constexpr std::array cuantas{0, 0, 0, 1, 1, 1, 1, 1, 2, 2};
   c.efecto.solo_tarda = true;
@@ -172,7 +168,6 @@ void mundo::ejecutar(const std::function<void()>& que) {
 }
 
 void mundo::arrancar() {
-  if (p_) cuenta_.celdas += p_->juez.mapa.juzgadas;
   p_.reset();
   p_ = std::make_unique<programa>(*this);
   p_->f.rango.txt_desde.Text = hex(static_cast<std::uint32_t>(azar_.hasta(0x80)), 1);

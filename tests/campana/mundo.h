@@ -16,7 +16,7 @@ namespace campana {
 
 /// What has been seen in all worlds so far.
 struct cuenta {
-  std::uint64_t operaciones = 0, clics_dentro = 0, cierres = 0, muertes = 0, celdas = 0;
+  std::uint64_t operaciones = 0, clics_dentro = 0, cierres = 0, muertes = 0;
   /// Each kind of fault, gesture and box.
   std::map<std::string, std::uint64_t> de;
 };

@@ -24,7 +24,7 @@ bool tiene(const std::string& texto, std::string_view parte) {
 
 oraculo::oraculo(frm_principal& f, const transporte_memoria& linea, const apoyo::placa_lejos& lejos,
                  const ficheros_al_azar& ficheros, const apoyo::carpeta& dir)
-    : mapa(f, lejos), f_(f), linea_(linea), lejos_(lejos), ficheros_(ficheros), dir_(dir) {}
+    : f_(f), linea_(linea), lejos_(lejos), ficheros_(ficheros), dir_(dir) {}
 
 void oraculo::empezar(const circunstancias& c) {
   c_ = c;
@@ -82,8 +82,6 @@ void oraculo::terminar(instante pasado) {
   exigir(f_.serial.InputLen() == 1 && f_.serial.RThreshold() == 1, "not in the character mode");
   exigir(!f_.link.spera_resp.Enabled(), "the watchdog runs on");
   exigir(f_.ordenes == 0 && !f_.cargando, "something counts as running");
-  const std::string falsa = mapa.juzgar(std::string_view(linea_.escrito()).substr(desde_), c_.efecto);
-  exigir(falsa.empty(), falsa);
   for (const auto& boton : f_.barra.Buttons) exigir(boton->Enabled, "a button stays disabled");
   if (c_.con_clics) return;
   exigir(preguntas_ <= 1, "more than one question");

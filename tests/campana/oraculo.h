@@ -6,7 +6,6 @@
 #include "apoyo/placa_lejos.h"
 #include "bridge/averias.h"
 #include "ficheros.h"
-#include "oraculo_mapa.h"
 #include "shell/frm_principal.h"
 
 namespace campana {
@@ -31,7 +30,6 @@ class oraculo {
   /// What must hold when an operation is over. `pasado`: its time without that of boxes.
   void terminar(morvane::instante pasado);
 
-  oraculo_mapa mapa;
   std::vector<std::string> fallos;
   std::vector<std::string> dicho;
 
