@@ -31,6 +31,11 @@ bool corrida(const enlace& e) {
   return inicio != std::string::npos && inicio != 0;
 }
 
+/// True for the command itself where its reply should be: a letter stands where a reply has the digit of its code.
+bool es_eco(const enlace& e) {
+  return e.entrada_serie.size() > 1 && e.entrada_serie[0] == STX && e.entrada_serie[1] == e.ultimo_comando;
+}
+
 /// Sends a command of the fixed-length modes and gives what came, if it came for this command.
 std::optional<std::string_view> examinar(enlace& e, std::string_view comando, sobrante si_sobra) {
   if (!puede_seguir(e)) return std::nullopt;
@@ -40,7 +45,7 @@ std::optional<std::string_view> examinar(enlace& e, std::string_view comando, so
   if (!puede_seguir(e) || e.corte.sin_respuesta) return std::nullopt;
   const bool sobra = e.control_serie.recibidos() - antes != static_cast<std::uint64_t>(e.control_serie.RThreshold());
   if (sobra) e.linea_inquieta = true;
-  if ((sobra && si_sobra == sobrante::interrumpe) || corrida(e)) interrumpir(e);
+  if ((sobra && si_sobra == sobrante::interrumpe) || corrida(e) || es_eco(e)) interrumpir(e);
   return e.corte.interrumpida ? std::nullopt : std::optional<std::string_view>(e.respuesta);
 }
 

@@ -72,6 +72,7 @@ TEST_F(guion_de_flujos, replies_of_other_lengths_and_letters_are_taken_for_what_
       {false, {vacia, marcada(47, 34, "ff")}, con_datos, false},
       {true, {marcada(16, 5, "0003FBFE")}, difiere, false},
       {true, {marcada(19, 5, "0003FBFE")}, difiere, false},
+      {true, {marco("C000000000400").substr(0, 16)}, "", true},
       {true, {marcada(16, 5, "0003FBFG")}, "", true}};
   for (const auto& [suma, respuestas, dicho, rota] : casos) {
     Variables_grab v;
