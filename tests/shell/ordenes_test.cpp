@@ -177,7 +177,7 @@ TEST_F(ordenes, button_six_stops_a_reading_and_the_block_under_way_is_stored) {
 }
 
 TEST_F(ordenes, a_command_that_ends_by_an_exception_leaves_an_idle_window) {
-  tras(5, [] { throw std::runtime_error("roto"); });
+  tras(1, [] { throw std::runtime_error("roto"); });
   EXPECT_THROW(f.barra.ButtonClick(2), std::runtime_error);
   EXPECT_TRUE(en_reposo() && f.link.vigiladas == 0 && f.barra.boton(2).Enabled);
 }
