@@ -113,7 +113,10 @@ circunstancias mundo::sortear() {
   }
   puente::faltas fallos;
   puente::conducta modo{.sondeos_de_borrado = static_cast<int>(azar_.hasta(6))};
-  if (azar_.una_de(30)) std::ranges::fill(lejos_.chip.flash(), static_cast<std::uint8_t>(azar_.hasta(256)));
+  if (azar_.una_de(30)) {
+    std::ranges::fill(lejos_.chip.flash(), static_cast<std::uint8_t>(azar_.hasta(256)));
+    p_->juez.chip_cambiado();
+  }
 
   constexpr std::array cuantas{0, 0, 0, 1, 1, 1, 1, 1, 2, 2};
   c.efecto.solo_tarda = true;

@@ -24,7 +24,7 @@ bool tiene(const std::string& texto, std::string_view parte) {
 
 oraculo::oraculo(frm_principal& f, const transporte_memoria& linea, const apoyo::placa_lejos& lejos,
                  const ficheros_al_azar& ficheros, const apoyo::carpeta& dir)
-    : f_(f), linea_(linea), lejos_(lejos), ficheros_(ficheros), dir_(dir) {}
+    : f_(f), linea_(linea), lejos_(lejos), ficheros_(ficheros), dir_(dir), mapa_(f.progreso.mapa, f.v, lejos.chip) {}
 
 void oraculo::empezar(const circunstancias& c) {
   c_ = c;
@@ -82,6 +82,8 @@ void oraculo::terminar(instante pasado) {
   exigir(f_.serial.InputLen() == 1 && f_.serial.RThreshold() == 1, "not in the character mode");
   exigir(!f_.link.spera_resp.Enabled(), "the watchdog runs on");
   exigir(f_.ordenes == 0 && !f_.cargando, "something counts as running");
+  const std::string_view escrito = std::string_view(linea_.escrito()).substr(desde_);
+  for (const auto& m : mapa_.terminar(escrito, c_.efecto, c_.limpia || c_.efecto.solo_tarda)) exigir(false, m);
   for (const auto& boton : f_.barra.Buttons) exigir(boton->Enabled, "a button stays disabled");
   if (c_.con_clics) return;
   exigir(preguntas_ <= 1, "more than one question");

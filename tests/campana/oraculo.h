@@ -6,6 +6,7 @@
 #include "apoyo/placa_lejos.h"
 #include "bridge/averias.h"
 #include "ficheros.h"
+#include "juez_mapa.h"
 #include "shell/frm_principal.h"
 
 namespace campana {
@@ -29,6 +30,8 @@ class oraculo {
   void contar_pregunta(morvane::respuesta_caja respuesta);
   /// What must hold when an operation is over. `pasado`: its time without that of boxes.
   void terminar(morvane::instante pasado);
+  /// Something else than the program has changed the chip.
+  void chip_cambiado() { mapa_.chip_cambiado(); }
 
   std::vector<std::string> fallos;
   std::vector<std::string> dicho;
@@ -50,6 +53,7 @@ class oraculo {
   const apoyo::placa_lejos& lejos_;
   const ficheros_al_azar& ficheros_;
   const apoyo::carpeta& dir_;
+  juez_mapa mapa_;
   circunstancias c_;
   std::size_t desde_ = 0;
   int preguntas_ = 0, interrumpidas_ = 0, otras_ = 0;

@@ -6,6 +6,7 @@
 #include "flash/borrar.h"
 #include "flash/grabar.h"
 #include "flash/habilitar.h"
+#include "flash/leer.h"
 #include "flash/verificar.h"
 
 using namespace apoyo;
@@ -54,11 +55,43 @@ TEST_F(flujos, without_the_permission_to_write_nothing_is_configured) {
   EXPECT_TRUE(lejos.flujo() == "a c" && textos() == "Error al habilitar escritura en la Flash") << lejos.flujo();
 }
 
-using guion_de_borrado = banco_enlace<guion>;
-
-TEST_F(guion_de_borrado, a_reply_without_data_does_not_end_an_erase) {
+struct guion_de_flujos : banco_enlace<guion> {
   contador_cambios cambios;
   avance a{cambios};
+};
+
+TEST_F(guion_de_flujos, replies_of_other_lengths_and_letters_are_taken_for_what_stands_at_their_places) {
+  const std::string con_datos = "La Flash contiene datos, no está borrada";
+  const std::string difiere = "El programa contenido en la Flash difiere del cargado en el buffer";
+  // What stands at the marks of a reply of 15, of one of 47, and of the first one of the sums, which may be longer.
+  const auto marcada = [](std::size_t largo, std::size_t donde, const std::string& marca) {
+    return std::string(largo, 'x').replace(donde, marca.size(), marca);
+  };
+  const std::string vacia = marcada(15, 2, "FF");
+  const std::tuple<bool, std::vector<std::string>, std::string, bool> casos[] = {
+      {false, {vacia, marcada(47, 34, "ff")}, con_datos, false},
+      {true, {marcada(16, 5, "0003FBFE")}, difiere, false},
+      {true, {marcada(19, 5, "0003FBFE")}, difiere, false},
+      {true, {marco("C000000000400").substr(0, 16)}, "", true},
+      {true, {marcada(16, 5, "0003FBFG")}, "", true}};
+  for (const auto& [suma, respuestas, dicho, rota] : casos) {
+    Variables_grab v;
+    reabrir();
+    e.linea_inquieta = false;
+    for (const std::string& r : respuestas) lejos.contestar(r);
+    plat.usuario = [](const caja&) { return vbCancel; };
+    suma ? verificar_sumas(e, v, a) : verificar_borrado(e, a);
+    EXPECT_EQ(textos().substr(0, dicho.size()), dicho) << respuestas.back();
+    EXPECT_EQ(e.corte.interrumpida, rota) << respuestas.back();
+  }
+  Variables_grab v;
+  reabrir();
+  lejos.contestar(marco("0" + std::string(40, '1')));
+  leer_flash(e, v, a, 0, 0);
+  EXPECT_EQ(std::tuple(v.buffer_entrada[19], v.buffer_entrada[20], v.buffer_entrada[21]), std::tuple(0x11, 0x0D, 0));
+}
+
+TEST_F(guion_de_flujos, a_reply_without_data_does_not_end_an_erase) {
   reabrir();
   // The digits "30" of its checksum stand where a status stands.
   for (const char* r : {"0", "002", "0", "020", "0", "022", "0", "0", "021", "020"}) lejos.contestar(marco(r));
@@ -67,17 +100,19 @@ TEST_F(guion_de_borrado, a_reply_without_data_does_not_end_an_erase) {
 }
 
 TEST_F(flujos, the_erase_counts_its_polls_and_an_error_wins_over_done) {
-  const std::string largo = "Tiempo de borrado de Flash se ha excedido, se ha detenido el proceso de grabación";
-  const std::string error = "Error al borrar la Flash, se ha detenido la acción de borrar";
-  const std::tuple<int, bool, std::size_t, std::string> casos[] = {
-      {53, false, 54, ""}, {54, false, 55, largo}, {100'000, false, 55, largo}, {0, true, 1, error}};
-  for (const auto& [ocupada, falla, sondeos, texto] : casos) {
+  const caja largo = critica("Atención, ocurrió un problema al grabar",
+                             "Tiempo de borrado de Flash se ha excedido, se ha detenido el proceso de grabación");
+  const caja error =
+      critica("Atención ocurrió un problema", "Error al borrar la Flash, se ha detenido la acción de borrar");
+  const std::tuple<int, bool, std::size_t, std::vector<caja>> casos[] = {
+      {53, false, 54, {}}, {54, false, 55, {largo}}, {100'000, false, 55, {largo}}, {0, true, 1, {error}}};
+  for (const auto& [ocupada, falla, sondeos, cajas] : casos) {
     empezar();
     lejos.chip.modo.sondeos_de_borrado = ocupada;
     lejos.chip.modo.falla_borrado = falla;
-    EXPECT_EQ(borrar_flash(e, a), texto.empty());
+    EXPECT_EQ(borrar_flash(e, a), cajas.empty());
     EXPECT_EQ(lejos.flujo().size(), (habilitacion + " i").size() + 2 * sondeos);
-    EXPECT_EQ(textos(), texto);
+    EXPECT_EQ(plat.cajas, cajas);
   }
 }
 
@@ -128,9 +163,10 @@ TEST_F(flujos, a_protected_flash_is_the_users_decision) {
     programar_flash(e, v, a);
     EXPECT_EQ(lejos.flujo(), flujo);
   }
-  EXPECT_EQ(textos(),
-            "La Flash del microcontrolador se encuentra protegida, desea borrarla para grabar un programa nuevo?|" +
-                texto_grabado);
+  const std::string texto =
+      "La Flash del microcontrolador se encuentra protegida, desea borrarla para grabar un programa nuevo?";
+  EXPECT_EQ(plat.cajas, (std::vector<caja>{{"Atención Memoria Protegida", texto, botones::SiNo, icono::critico},
+                                           {"", texto_grabado}}));
 }
 
 TEST_F(flujos, a_missing_journal_directory_is_told_and_the_run_goes_on) {

@@ -16,6 +16,8 @@ struct esperas : banco_enlace<guion> {
   }
 };
 
+const caja pregunta{"Atención error de comunicación", texto_pregunta, botones::SiNoCancelar, icono::critico};
+
 TEST_F(esperas, each_kind_of_silence_asks_in_its_time_and_cancel_or_closing_breaks_off) {
   const struct {
     const char* comando;
@@ -31,7 +33,7 @@ TEST_F(esperas, each_kind_of_silence_asks_in_its_time_and_cancel_or_closing_brea
       lejos.contestar(c.llega, c.tras, c.por_caracter);
       plat.responder(r);
       EXPECT_EQ(enviar_y(r == vbCancel ? esperar_datos : esperar_respuesta, c.comando), c.pregunta);
-      EXPECT_EQ(textos(), texto_pregunta);
+      EXPECT_EQ(plat.cajas, std::vector{pregunta});
       EXPECT_TRUE(e.corte.interrumpida && !e.tiempo_agotado && !e.respuesta_lista);
       lejos.callar();
       reabrir();

@@ -28,6 +28,7 @@ TEST_F(arranque, the_window_comes_up_whatever_is_missing) {
     EXPECT_EQ(lejos.flujo(), c.flujo);
     EXPECT_TRUE(en_reposo());
   }
+  EXPECT_FALSE(f.menu.men_proteger_f.Visible || f.menu.men_seleccion.Enabled);
   EXPECT_TRUE(v.buffer_salida[0x40001] == 0xFF && std::filesystem::current_path() == dir.ruta());
 }
 

@@ -87,9 +87,11 @@ TEST_F(ordenes, a_command_sends_these_frames_and_shows_these_boxes_where_a_brack
   v.dir_max_grabada = 0;
   EXPECT_EQ(correr(comparar), "A") << "the question was answered with Cancel";
   lejos.chip.modo.falla_config = true;
+  f.progreso.Progress.Value = 5;
   for (const orden cual : {men_borrar_t_Click, men_reset_Click, sumar}) {
     EXPECT_EQ(correr(cual), "A a c d2E c D");
     EXPECT_EQ(plat.cajas, std::vector{sin_config});
+    EXPECT_EQ(f.progreso.Progress.Value, cual == sumar ? 0 : 5);
   }
 }
 
@@ -102,6 +104,9 @@ TEST_F(ordenes, what_an_earlier_cancel_left_gives_no_verdict_and_the_repetition_
     correr(men_verific_t_Click);
     EXPECT_EQ(textos(), dicho);
   }
+  f.link.tiempo_agotado = true;
+  correr(men_proteger_f_Click);
+  EXPECT_EQ(linea.escrito().find("\x02g"), std::string::npos) << "no word is written";
 }
 
 TEST_F(ordenes, what_a_comparison_had_asked_for_when_it_stopped_does_not_answer_the_next_command) {
@@ -162,15 +167,17 @@ TEST_F(ordenes, what_cannot_be_now_is_refused_and_wipes_a_pending_stop) {
 
 TEST_F(ordenes, button_six_stops_a_reading_and_the_block_under_way_is_stored) {
   lejos.chip.flash()[0x103] = 4;
+  v.buffer_entrada[0x200] = 5;
   v.dir_max_grabada = v.dir_max;
   tras(10, [this] { f.barra.ButtonClick(6); });
   f.menu.men_leer_ft.Click();
   EXPECT_EQ(plat.cajas, (std::vector<caja>{{"Atención", "El proceso de Upload ha sido detenido por el usuario"}}));
-  EXPECT_TRUE(lejos.comandos.size() == 11 && v.buffer_entrada[0x103] == 4);
+  EXPECT_EQ(std::tuple(lejos.comandos.size(), v.buffer_entrada[0x103], v.buffer_entrada[0x200], f.progreso.cancelar),
+            std::tuple(11, 4, 0, false));
 }
 
 TEST_F(ordenes, a_command_that_ends_by_an_exception_leaves_an_idle_window) {
-  tras(5, [] { throw std::runtime_error("roto"); });
+  tras(1, [] { throw std::runtime_error("roto"); });
   EXPECT_THROW(f.barra.ButtonClick(2), std::runtime_error);
   EXPECT_TRUE(en_reposo() && f.link.espera == nullptr && f.barra.boton(2).Enabled);
 }
@@ -179,7 +186,8 @@ TEST_F(ordenes, ranges_are_corrected_as_the_boxes_then_show) {
   const struct {
     std::string desde, hasta, queda, flujo;
     std::int32_t fin;
-  } casos[] = {{"20", "40", "20-40", "A e00002020 e00004020", 0x40},
+  } casos[] = {{"25", "40", "25-40", "A e00002020 e00004020", 0x40},
+               {"1225", "1234", "1225-1234", "A e00122020 e00124020 e00126020", 0x1234},
                {"5", "20", "000000-20", "A e00000020 e00002020", 0x20},
                {"3ffe0", "3FFF8", "3ffe0-03FFFF", "A e03FFE020 e04000020", 0x3FFFF},
                {"3FFE0", "40000", "3FFE0-03FFFF", "A e03FFE020 e04000020", 0x3FFFF},
@@ -206,6 +214,7 @@ TEST_F(ordenes, what_was_programmed_is_read_or_a_range_is_offered) {
   EXPECT_EQ(correr(men_leer_ft_Click), "A");
   EXPECT_TRUE(f.rango.fra_rango.Visible && plat.cajas.empty());
   v.dir_max_grabada = 0x21;
+  f.progreso.cancelar = true;
   EXPECT_EQ(correr(men_leer_ft_Click), "A e00000020 e00002020 e00004020 D");
   EXPECT_EQ(plat.cajas, (std::vector<caja>{{"", texto_leido}}));
 }

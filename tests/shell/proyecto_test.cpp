@@ -28,6 +28,7 @@ TEST_F(proyecto, a_file_comes_dropped_without_a_question_or_by_the_dialog_after_
   EXPECT_EQ(textos(), texto_cargado + "|" + texto_cargado);
   EXPECT_TRUE(v.buffer_salida[0x107] == 8 && v.ruta_archivo == a);
   dir.escribir("a.s19", "S1050100AAAA00\r\n");
+  dir.escribir("MENU.TXT", "\"" + b + "\"\r\n");
   const struct {
     respuesta_caja respuesta;
     std::string elegido, queda;
@@ -36,13 +37,15 @@ TEST_F(proyecto, a_file_comes_dropped_without_a_question_or_by_the_dialog_after_
   for (const auto& c : casos) {
     plat.cajas.clear();
     plat.responder(c.respuesta);
-    plat.eleccion = [&c] { return c.elegido; };
+    plat.eleccion = [&c] { return std::filesystem::current_path("/"), c.elegido; };
     f.menu.men_abrir.Click();
-    EXPECT_TRUE(plat.cajas.at(0) == pregunta && v.ruta_archivo == c.queda);
+    EXPECT_EQ(plat.cajas.at(0), pregunta);
+    EXPECT_EQ(v.ruta_archivo, c.queda);
+    EXPECT_EQ(std::filesystem::current_path(), dir.ruta());
     EXPECT_TRUE(v.buffer_salida[0x100] == c.byte && v.buffer_salida[0x105] == c.byte_5) << c.queda << c.respuesta;
   }
   EXPECT_TRUE(v.dir_max == 0 && f.estado.panel(1).Text.valor().empty());
-  EXPECT_EQ(lista_guardada(), (rutas{b, a}));
+  EXPECT_EQ(lista_guardada(), (rutas{b, a})) << "Yes enters the file again";
   EXPECT_EQ(f.cmd_buscar.InitDir, dir.ruta()) << "the dialog starts where the last file was";
   std::filesystem::remove(b);
   plat.cajas.clear();
@@ -50,6 +53,8 @@ TEST_F(proyecto, a_file_comes_dropped_without_a_question_or_by_the_dialog_after_
   EXPECT_EQ(textos(),
             texto_cargado + "|No se ha podido cargar el archivo:\r\n" + b + "\r\nMotivo: el archivo no existe");
   EXPECT_TRUE(v.dir_max == 0 && v.buffer_salida[0x100] == 0xFF);
+  for (const std::string& ruta : {a, dir.escribir("c.hex", "")}) abrir_soltado(f, ruta);
+  EXPECT_EQ(v.buffer_salida[0x100], 0xFF) << "no other firmware under the name of a file of no known kind";
 }
 
 TEST_F(proyecto, ten_files_are_kept_and_the_eleventh_drops_the_oldest) {
@@ -66,6 +71,10 @@ TEST_F(proyecto, ten_files_are_kept_and_the_eleventh_drops_the_oldest) {
   EXPECT_TRUE(f.menu.men_dir[9].Visible && f.menu.separa_2.Visible);
   dir.escribir("MENU.TXT", "\"/a\"\r\n\"/to\r\n\"/b, c\"\r\n\"/c");
   EXPECT_EQ(lista_guardada(), (rutas{"/a", "/b, c"})) << "half a line is no entry";
+  contenido.clear();
+  for (char c = 'a'; c <= 'm'; ++c) contenido += std::string("\"/") + c + "\"\r\n";
+  dir.escribir("MENU.TXT", contenido);
+  EXPECT_EQ(lista_guardada().back(), "/l");
 }
 
 TEST_F(proyecto, a_list_of_a_windows_editor_is_read_by_lines_and_written_back_in_utf8) {
@@ -76,9 +85,9 @@ TEST_F(proyecto, a_list_of_a_windows_editor_is_read_by_lines_and_written_back_in
   EXPECT_EQ(f.historial[3], "") << "a name that could not be read again as it is";
   for (int i = 0; i < 9; ++i) actualizar_historial(f, "C:\\" + std::to_string(i));
   EXPECT_TRUE(dir.leer("MENU.TXT").starts_with("\"C:\\Señal.s19\"\r\n"));
-  actualizar_historial(f, "C:\\Niño.s19");
-  EXPECT_TRUE(dir.leer("MENU.TXT").ends_with("\"C:\\Niño.s19\"\r\n"));
-  EXPECT_EQ(lista_guardada().back(), "C:\\Niño.s19");
+  actualizar_historial(f, "C:\\SEñal.s19");
+  EXPECT_TRUE(dir.leer("MENU.TXT").ends_with("\"C:\\SEñal.s19\"\r\n"));
+  EXPECT_EQ(lista_guardada().back(), "C:\\SEñal.s19") << "not the name that begins with Se";
 }
 
 }  // namespace

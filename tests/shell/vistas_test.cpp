@@ -59,7 +59,21 @@ TEST_F(vistas, about_starts_the_information_of_the_system_if_there_is_any) {
   plat.maquina().programas = {"/usr/bin/hardinfo"};
   plat.maquina().del_escritorio = {"/usr/bin/no", "/usr/bin/hardinfo"};
   f.about.cmdSysInfo.Click();
-  EXPECT_EQ(plat.maquina().iniciados, std::vector<std::string>{"/usr/bin/hardinfo"});
+  const std::string clave = "SOFTWARE\\Microsoft\\Shared Tools", msinfo = "C:\\M\\MSINFO32.EXE";
+  plat.maquina().programas.insert(msinfo);
+  plat.maquina().valores[clave + " Location|MSINFO"] = {1, {'C', ':', '\\', 'M', 0}, 5};
+  f.about.cmdSysInfo.Click();
+  EXPECT_EQ(plat.maquina().iniciados, (std::vector<std::string>{"/usr/bin/hardinfo", msinfo}));
+  const std::tuple<std::uint32_t, std::vector<std::uint8_t>, std::string> casos[] = {
+      {1, {'a', 'b'}, "ab"}, {4, {0x12, 0x34, 0x56, 1}, "22426642"}, {4, {5, 1, 0, 0}, "21"}, {3, {'a'}, "21"}};
+  std::string valor;
+  for (const auto& [tipo, bytes, esperado] : casos) {
+    plat.maquina().valores[clave + "|x"] = {tipo, bytes, static_cast<std::uint32_t>(bytes.size())};
+    EXPECT_TRUE(GetKeyValue(plat.maquina(), 0, clave, "x", valor));
+    EXPECT_EQ(valor, esperado);
+  }
+  EXPECT_FALSE(GetKeyValue(plat.maquina(), 0, clave, "y", valor));
+  EXPECT_EQ(valor + std::to_string(plat.maquina().abiertas), "0") << "nothing stays, and no key open";
 }
 
 }  // namespace

@@ -57,6 +57,18 @@ TEST_F(supervivencia, killed_anywhere_each_file_is_the_old_one_or_the_new_one_an
   }
 }
 
+TEST_F(supervivencia, a_journal_that_could_not_be_written_is_told_and_the_run_goes_on) {
+  empezar();
+  abrir_archivo("ocho.s19", ocho_bytes);
+  plat.cajas.clear();
+  const disco_lleno tope(20);
+  f.menu.men_prog_t.Click();
+  EXPECT_EQ(plat.cajas, (std::vector<caja>{critica("Atención",
+                                                   "No se ha podido escribir completo el fichero: "
+                                                   "C:\\Datos\\TORVAX-m68k\\memoria.txt"),
+                                           {"", texto_grabado}}));
+}
+
 TEST_F(supervivencia, the_list_of_another_program_is_read_again_and_its_turn_respected) {
   empezar();
   for (const std::string ruta : {"/f/1", "/f/2"}) {
