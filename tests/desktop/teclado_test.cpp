@@ -11,7 +11,6 @@ namespace {
 
 struct teclado_test : testing::Test {
   teclado_test() {
-    apoyo::aplicacion();
     ventana.setLayout(new QVBoxLayout);
     ventana.layout()->addWidget(&boton);
     ventana.layout()->addWidget(&texto);
@@ -42,6 +41,7 @@ struct teclado_test : testing::Test {
     return texto.text();
   }
 
+  QApplication& app = apoyo::aplicacion();
   QWidget ventana;
   QPushButton boton;
   QLineEdit texto;
