@@ -110,14 +110,17 @@ TEST(faltas, each_one_strikes_in_its_frame) {
     for (const std::string& paso : partes("A a d2E a")) b.manda(paso);
     EXPECT_EQ(b.manda("g000000AB000000"), hilo(respuestas[0]));
     EXPECT_EQ(b.manda("e00000001"), hilo(respuestas[1]));
-    EXPECT_TRUE((b.c.flash()[0] == 0xAB) == (respuestas[1].find("<0AB") != std::string::npos) &&
-                b.p.colgada() == (f.cuelga_en != 0));
+    EXPECT_EQ((b.c.flash()[0] == 0xAB), (respuestas[1].find("<0AB") != std::string::npos));
+    EXPECT_EQ(b.p.colgada(), (f.cuelga_en != 0));
   }
   const auto ruidosa = [](std::uint64_t n) {
     return banco({.semilla = n, .ruido = 500, .ruido_detras = 9}).manda("A");
   };
-  EXPECT_TRUE(ruidosa(7).find_first_of("\x02\x03") == 500 && ruidosa(7).find_last_of("\x02\x03") == 504);
-  EXPECT_TRUE(ruidosa(7).size() == 514 && ruidosa(7) == ruidosa(7) && ruidosa(7) != ruidosa(8));
+  EXPECT_EQ(ruidosa(7).find_first_of("\x02\x03"), 500);
+  EXPECT_EQ(ruidosa(7).find_last_of("\x02\x03"), 504);
+  EXPECT_EQ(ruidosa(7).size(), 514U);
+  EXPECT_EQ(ruidosa(7), ruidosa(7));
+  EXPECT_TRUE(ruidosa(7) != ruidosa(8));
 }
 
 TEST(faltas, a_cell_with_a_stuck_bit_holds_no_other_and_repairing_brings_back_a_board_that_hung_up) {
@@ -127,7 +130,8 @@ TEST(faltas, a_cell_with_a_stuck_bit_holds_no_other_and_repairing_brings_back_a_
   EXPECT_EQ(b.crudo(""), hilo("<030>"));
   for (const std::string& paso : partes("A a d2E a g0000000FFF00F0")) b.manda(paso);
   EXPECT_EQ(b.manda("e00000004"), en_trama("00FFE01F0"));
-  EXPECT_TRUE(b.manda("c").empty() && b.p.colgada());
+  EXPECT_TRUE(b.manda("c").empty());
+  EXPECT_TRUE(b.p.colgada());
   b.p.reparar();
   b.p.abierta(instante{0});
   EXPECT_EQ(b.manda("c"), hilo("<737>"));
@@ -183,7 +187,8 @@ TEST(ritmo, babble_goes_by_the_clock_and_closing_the_line_does_not_cure_it) {
   b.manda("A");
   const std::string s = b.p.sale(std::chrono::milliseconds{100});
   EXPECT_NEAR(static_cast<double>(s.size()), 1152, 12);
-  EXPECT_TRUE(s.find_first_of("\x02\x03") == s.npos && !b.c.abierto());
+  EXPECT_EQ(s.find_first_of("\x02\x03"), s.npos);
+  EXPECT_FALSE(b.c.abierto());
   EXPECT_LE(b.p.sale(std::chrono::hours{1000}).size(), 5000U);
   b.p.vaciar();
   EXPECT_TRUE(b.p.proximo());
@@ -201,7 +206,8 @@ TEST(ritmo, a_closed_line_loses_half_a_frame_and_a_flooded_one_takes_no_more_tha
   banco otro;
   EXPECT_EQ(otro.crudo("\x02" + std::string(1'000'000, 'A') + "\x03"), hilo("<232>"));
   for (int i = 0; i < 20'000; ++i) otro.p.entra(en_trama("c"), instante{0});
-  EXPECT_TRUE(otro.p.sale(instante{0}).size() == placa::capacidad && otro.manda("A") == hilo("<030>"));
+  EXPECT_EQ(otro.p.sale(instante{0}).size(), placa::capacidad);
+  EXPECT_EQ(otro.manda("A"), hilo("<030>"));
 }
 
 lectura_opciones lee(const std::string& orden) {
@@ -251,11 +257,16 @@ TEST(opciones, none_lands_in_the_place_of_another_and_what_is_wrong_is_named) {
                                *o.modo.celda_a_0,
                                *o.modo.celda_a_1};
   for (std::uint64_t i = 0; i < std::size(hay); ++i) EXPECT_EQ(hay[i], i + 1);
-  EXPECT_TRUE(f.codigo_error == 'X' && f.semilla == UINT64_MAX && o.baudios == 9600 && o.modo.sondeos_de_borrado == 17);
-  EXPECT_TRUE(o.modo.falla_config && !(o.modo.falla_borrado || o.modo.falla_permiso || o.modo.mudo || o.protegida));
-  EXPECT_TRUE(lee("--baudios 9600 --sin-ritmo").valores.baudios == 0 && lee("--help --nada").valores.ayuda);
-  EXPECT_TRUE(lee("--averia 1").valores.averia == lee("--averia 1").valores.averia &&
-              lee("--saluda").valores.averia.empty());
+  EXPECT_EQ(f.codigo_error, 'X');
+  EXPECT_EQ(f.semilla, UINT64_MAX);
+  EXPECT_EQ(o.baudios, 9600);
+  EXPECT_EQ(o.modo.sondeos_de_borrado, 17);
+  EXPECT_TRUE(o.modo.falla_config);
+  EXPECT_FALSE((o.modo.falla_borrado || o.modo.falla_permiso || o.modo.mudo || o.protegida));
+  EXPECT_EQ(lee("--baudios 9600 --sin-ritmo").valores.baudios, 0);
+  EXPECT_TRUE(lee("--help --nada").valores.ayuda);
+  EXPECT_EQ(lee("--averia 1").valores.averia, lee("--averia 1").valores.averia);
+  EXPECT_TRUE(lee("--saluda").valores.averia.empty());
   const std::pair<const char*, const char*> errores[] = {
       {"--nada", "opción desconocida: --nada"},
       {"--enlace", "falta el valor de la opción --enlace"},

@@ -26,7 +26,8 @@ TEST_F(mapa_qt_test, a_cell_tells_its_state_opens_and_is_reached_by_keys) {
   std::vector<std::int32_t> abiertas;
   s.mapa().al_abrir = [&](std::int32_t cual) { abiertas.push_back(cual); };
   const QPoint donde = sitio_de("010200–0103FF");
-  EXPECT_TRUE(sitio_de("010000").x() < donde.x() && sitio_de("008200").y() < donde.y());
+  EXPECT_TRUE(sitio_de("010000").x() < donde.x());
+  EXPECT_TRUE(sitio_de("008200").y() < donde.y());
   EXPECT_EQ(ayuda(donde),
             "010200–0103FF, bloque 010000–017FFF\nNo se sabe qué contiene el chip\nLa imagen está vacía aquí");
   QMouseEvent doble(QEvent::MouseButtonDblClick, donde, s.mapa().mapToGlobal(donde), Qt::LeftButton, Qt::LeftButton,
@@ -46,21 +47,24 @@ TEST_F(mapa_qt_test, a_cell_tells_its_state_opens_and_is_reached_by_keys) {
   EXPECT_TRUE(leido->text(QAccessible::Help).startsWith("512 celdas"));
   f.rango.fra_rango.Visible = true;
   v.sincronizar();
-  EXPECT_TRUE(!s.mapa().isVisible() && v.focusWidget()->objectName() == "txt_desde") << "it gives way to the range";
+  EXPECT_FALSE(s.mapa().isVisible()) << "it gives way to the range";
+  EXPECT_EQ(v.focusWidget()->objectName(), "txt_desde") << "it gives way to the range";
 }
 
 TEST_F(mapa_qt_test, while_a_command_runs_cells_and_bar_follow_and_at_rest_nothing_is_looked_at) {
   const QPoint donde = sitio_de("010200–0103FF");
   const auto color = [&] { return s.mapa().grab().toImage().pixelColor(donde); };
   auto& barra = hijo<QProgressBar>("Progress");
-  EXPECT_TRUE(!s.mirando() && color() != QColor(Qt::white));
+  EXPECT_FALSE(s.mirando());
+  EXPECT_TRUE(color() != QColor(Qt::white));
   f.barra.ButtonClick = [&](int) {
     const orden_en_curso orden(f);
     const labor_en_curso labor(f.progreso, plat, marcha::labor::grabar, 1'000'000);
     f.progreso.mapa.borrado();
     QElapsedTimer espera;
     for (espera.start(); barra.text().isEmpty() && espera.elapsed() < 5000;) QApplication::processEvents();
-    EXPECT_TRUE(s.mirando() && color() == QColor(Qt::white));
+    EXPECT_TRUE(s.mirando());
+    EXPECT_EQ(color(), QColor(Qt::white));
     plat.tiempo_de_caja = 60s;
     plat.MsgBox({"", "a box takes no part of it", botones::Aceptar});
     plat.pasar(100s);
@@ -70,7 +74,8 @@ TEST_F(mapa_qt_test, while_a_command_runs_cells_and_bar_follow_and_at_rest_nothi
     EXPECT_LE(barra.fontMetrics().horizontalAdvance(barra.text()), barra.width());
   };
   hijo<QToolButton>("Toolbar_3").click();
-  EXPECT_TRUE(!s.mirando() && barra.text() == "Duración: 1:40");
+  EXPECT_FALSE(s.mirando());
+  EXPECT_EQ(barra.text(), "Duración: 1:40");
 }
 
 }  // namespace

@@ -27,7 +27,8 @@ struct plataforma_qt_test : testing::Test {
 TEST_F(plataforma_qt_test, a_box_shows_what_it_is_given_as_plain_text_that_can_be_copied) {
   preguntar({"", "a <b>&c\r\nd", botones::SiNoCancelar, icono::critico}, [] {
     auto* ventana = qobject_cast<QMessageBox*>(delante());
-    EXPECT_TRUE(ventana->textFormat() == Qt::PlainText && ventana->icon() == QMessageBox::Critical);
+    EXPECT_EQ(ventana->textFormat(), Qt::PlainText);
+    EXPECT_EQ(ventana->icon(), QMessageBox::Critical);
     pulsar(ventana->focusWidget(), Qt::Key_C, {}, Qt::ControlModifier);
     EXPECT_EQ(QGuiApplication::clipboard()->text(), "Morvane\n\na <b>&c\nd");
     ventana->close();

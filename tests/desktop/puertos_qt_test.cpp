@@ -40,14 +40,18 @@ TEST_F(puertos_qt_test, the_simulated_board_comes_and_goes_and_the_tips_tell) {
   f.ventana.Show();
   v.hide();
   v.show();
-  EXPECT_TRUE(dice("/no/<b>hay") && lista.toolTip().contains("&lt;b&gt;")) << lista.toolTip().toStdString();
+  EXPECT_TRUE(dice("/no/<b>hay")) << lista.toolTip().toStdString();
+  EXPECT_TRUE(lista.toolTip().contains("&lt;b&gt;")) << lista.toolTip().toStdString();
   std::filesystem::remove(dir.ruta() / "puertos/COM3");
   entrada("Placa simulada en COM3")->trigger();
-  EXPECT_TRUE(placa.puerto() == 3 && plat.cajas.empty());
+  EXPECT_EQ(placa.puerto(), 3);
+  EXPECT_TRUE(plat.cajas.empty());
   EXPECT_TRUE(dice("Placa simulada\nLibre"));
-  EXPECT_TRUE(entrada("Placa simulada")->isChecked() && !entrada("Quitar")->isEnabled());
+  EXPECT_TRUE(entrada("Placa simulada")->isChecked());
+  EXPECT_FALSE(entrada("Quitar")->isEnabled());
   entrada("Placa simulada")->trigger();
-  EXPECT_TRUE(placa.puerto() == 0 && dice("COM3: no existen ni"));
+  EXPECT_EQ(placa.puerto(), 0);
+  EXPECT_TRUE(dice("COM3: no existen ni"));
 }
 
 TEST_F(puertos_qt_test, a_board_that_is_noted_comes_back_unless_it_runs_already_or_a_file_has_its_place) {

@@ -14,10 +14,13 @@ TEST_F(ventana_qt_test, changed_properties_show_after_a_synchronisation) {
   f.estado.panel(1).ToolTipText = "<b>a&b</b>";
   v.sincronizar();
   EXPECT_EQ(hijo<QProgressBar>("Progress").value(), 7);
-  EXPECT_TRUE(hijo("Toolbar_1").isEnabled() && !hijo("Toolbar_2").isEnabled());
-  EXPECT_TRUE(!hijo("fra_rango").isVisible() && hijo<QLineEdit>("txt_desde").text() == "00FF");
+  EXPECT_TRUE(hijo("Toolbar_1").isEnabled());
+  EXPECT_FALSE(hijo("Toolbar_2").isEnabled());
+  EXPECT_FALSE(hijo("fra_rango").isVisible());
+  EXPECT_EQ(hijo<QLineEdit>("txt_desde").text(), "00FF");
   const auto& panel = hijo<QLabel>("StatusBar_1");
-  EXPECT_TRUE(panel.text() == "<b>a&b</b>" && panel.textFormat() == Qt::PlainText);
+  EXPECT_EQ(panel.text(), "<b>a&b</b>");
+  EXPECT_EQ(panel.textFormat(), Qt::PlainText);
   EXPECT_EQ(QTextDocumentFragment::fromHtml(panel.toolTip()).toPlainText(), "<b>a&b</b>");
   EXPECT_EQ(hijo<QAction>("men_dir_1").text(), "&1 C&&A\\r&&d.s19") << "only the first ampersand marks a key";
 }
@@ -40,7 +43,8 @@ TEST_F(ventana_qt_test, events_reach_their_handlers_but_not_behind_a_box) {
   v.al_fallar = [&](const std::string& cual) { motivo = cual; };
   f.rango.btn_leer.Click = [] { throw std::runtime_error("roto"); };
   hijo<QPushButton>("btn_leer").click();
-  EXPECT_TRUE(motivo == "roto" && !v.ocupada()) << "a handler that throws is reported and goes no further";
+  EXPECT_EQ(motivo, "roto") << "a handler that throws is reported and goes no further";
+  EXPECT_FALSE(v.ocupada()) << "a handler that throws is reported and goes no further";
 }
 
 TEST_F(ventana_qt_test, typed_text_is_stored_at_once_and_chooses_no_entry_of_a_combo_box) {

@@ -52,7 +52,8 @@ struct flujos : banco_enlace<placa_lejos> {
 TEST_F(flujos, without_the_permission_to_write_nothing_is_configured) {
   lejos.chip.modo.falla_permiso = true;
   EXPECT_FALSE(habilitar_flash(e));
-  EXPECT_TRUE(lejos.flujo() == "a c" && textos() == "Error al habilitar escritura en la Flash") << lejos.flujo();
+  EXPECT_EQ(lejos.flujo(), "a c") << lejos.flujo();
+  EXPECT_EQ(textos(), "Error al habilitar escritura en la Flash") << lejos.flujo();
 }
 
 struct guion_de_flujos : banco_enlace<guion> {
@@ -119,7 +120,9 @@ TEST_F(flujos, the_erase_counts_its_polls_and_an_error_wins_over_done) {
 TEST_F(flujos, an_erase_that_a_reset_cut_off_is_no_success) {
   lejos.placa.averiar({.reset_en = 9});
   EXPECT_FALSE(borrar_flash(e, a));
-  EXPECT_TRUE(e.corte.interrumpida && e.corte.cierre_permitido && plat.cajas.size() == 1);
+  EXPECT_TRUE(e.corte.interrumpida);
+  EXPECT_TRUE(e.corte.cierre_permitido);
+  EXPECT_EQ(plat.cajas.size(), 1U);
 }
 
 TEST_F(flujos, programming_starts_at_a_whole_group_and_fills_the_last_one) {
@@ -128,11 +131,15 @@ TEST_F(flujos, programming_starts_at_a_whole_group_and_fills_the_last_one) {
   EXPECT_EQ(lejos.flujo(), habilitacion + " i c c c c c a c d2E c a g000000FFFFAABB a g000004CCFFFFFF");
   EXPECT_EQ(diario(), marco("g000000FFFFAABB") + "\r\n" + marco("g000004CCFFFFFF") + "\r\n");
   EXPECT_EQ(plat.cajas, (std::vector<caja>{{"", texto_grabado}}));
-  EXPECT_TRUE(modo_de_siempre() && a.Progress.Value == 0 && !a.time_fin.Text.valor().empty());
+  EXPECT_TRUE(modo_de_siempre());
+  EXPECT_EQ(a.Progress.Value, 0);
+  EXPECT_FALSE(a.time_fin.Text.valor().empty());
   a.cancelar = true;
   v.dir_max_grabada = 0;
   grabar();
-  EXPECT_TRUE(lejos.comandos.empty() && textos() == texto_detenido && v.dir_max_grabada == 4);
+  EXPECT_TRUE(lejos.comandos.empty());
+  EXPECT_EQ(textos(), texto_detenido);
+  EXPECT_EQ(v.dir_max_grabada, 4);
 }
 
 TEST_F(flujos, old_marks_and_the_top_of_the_flash_go_out_as_the_image_holds_them) {
@@ -150,7 +157,8 @@ TEST_F(flujos, noise_behind_a_reply_does_not_push_the_next_one_to_where_it_prais
   ASSERT_TRUE(habilitar_flash(e));
   lejos.placa.averiar({.ruido_detras = 2});
   verificar_borrado(e, a);
-  EXPECT_TRUE(e.corte.interrumpida && plat.cajas.empty()) << textos();
+  EXPECT_TRUE(e.corte.interrumpida) << textos();
+  EXPECT_TRUE(plat.cajas.empty()) << textos();
 }
 
 TEST_F(flujos, a_protected_flash_is_the_users_decision) {

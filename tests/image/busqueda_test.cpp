@@ -28,7 +28,8 @@ TEST(busqueda, the_nearest_place_in_each_direction_and_round_the_ends) {
   for (const auto& [que, desde, hacia, dir, vuelta] : casos) {
     const auto h = buscar(donde, que, desde, hacia);
     ASSERT_TRUE(h);
-    EXPECT_TRUE(h->dir == dir && h->vuelta == vuelta) << desde << ": " << h->dir << h->vuelta;
+    EXPECT_EQ(h->dir, dir) << desde << ": " << h->dir << h->vuelta;
+    EXPECT_EQ(h->vuelta, vuelta) << desde << ": " << h->dir << h->vuelta;
     EXPECT_FALSE(buscar(donde, {bytes_de("abcABCababc")}, desde, hacia)) << "longer than the whole";
   }
 }

@@ -29,7 +29,8 @@ struct carga : testing::Test {
   void espera_fallo(const std::string& detalle) const {
     const std::string texto = "No se ha podido cargar el archivo:\r\n" + v.ruta_archivo + "\r\n" + detalle;
     EXPECT_EQ(plat.cajas, (std::vector<caja>{{"Atención", texto, botones::Aceptar, icono::critico}}));
-    EXPECT_TRUE(vacia() && a.Progress.Value == 0) << "nothing is half loaded";
+    EXPECT_TRUE(vacia()) << "nothing is half loaded";
+    EXPECT_EQ(a.Progress.Value, 0) << "nothing is half loaded";
   }
   bool vacia() const { return v.dir_max == 0 && std::ranges::count(v.buffer_salida, 0xFF) == total_celdas; }
   auto marcas() const { return std::ranges::count(v.mascara_salida, 1); }
@@ -47,14 +48,17 @@ struct carga : testing::Test {
 TEST_F(carga, samples_of_all_record_types_and_line_ends_give_the_same_image) {
   cargar_archivo(MUESTRAS "/demo-s1.s19", false);
   EXPECT_EQ(plat.cajas, (std::vector<caja>{{"", "Ha terminado de cargar el archivo"}}));
-  EXPECT_TRUE(v.dir_max == 0x13B3 && celdas(0, 8) == (bytes{0x20, 0x00, 0x80, 0x00, 0, 0, 4, 0x20}));
+  EXPECT_EQ(v.dir_max, 0x13B3);
+  EXPECT_EQ(celdas(0, 8), (bytes{0x20, 0x00, 0x80, 0x00, 0, 0, 4, 0x20}));
   const Variables_grab primera = v;
   for (const char* otra : {MUESTRAS "/demo-s2.s19", MUESTRAS "/demo-s3.s19"}) {
     cargar_archivo(otra, false);
-    EXPECT_TRUE(v.buffer_salida == primera.buffer_salida && v.mascara_salida == primera.mascara_salida) << otra;
+    EXPECT_EQ(v.buffer_salida, primera.buffer_salida) << otra;
+    EXPECT_EQ(v.mascara_salida, primera.mascara_salida) << otra;
   }
   cargar_archivo(MUESTRAS "/completa-256k.s19", false);
-  EXPECT_TRUE(v.dir_max == total_flash - 1 && marcas() == total_flash);
+  EXPECT_EQ(v.dir_max, total_flash - 1);
+  EXPECT_EQ(marcas(), total_flash);
 }
 
 TEST_F(carga, without_a_data_line_or_after_a_stop_nothing_is_loaded) {
@@ -62,7 +66,10 @@ TEST_F(carga, without_a_data_line_or_after_a_stop_nothing_is_loaded) {
   for (const std::string texto : {"", "s1061000AABBCCB8", " S1061000AABBCCB8", "S\r\n\r\nS5030001FB", datos.c_str()}) {
     plat.en_cada_pasada = [&] { a.cancelar = texto == datos; };
     s19(texto);
-    EXPECT_TRUE(vacia() && marcas() == 0 && !a.cancelar && plat.cajas.size() == 1) << texto;
+    EXPECT_TRUE(vacia()) << texto;
+    EXPECT_EQ(marcas(), 0) << texto;
+    EXPECT_FALSE(a.cancelar) << texto;
+    EXPECT_EQ(plat.cajas.size(), 1U) << texto;
   }
 }
 
@@ -121,14 +128,18 @@ TEST_F(carga, line_ends_of_a_binary_file_become_two_dots) {
   const std::string contenido("A\rB\n\r\nC\0\xFF\x1A\x80", 11), esperada("A..B\n..C\0\xFF\x1A\x80..", 14);
   bin(contenido);
   EXPECT_EQ(celdas(0, 14), bytes(esperada.begin(), esperada.end()));
-  EXPECT_TRUE(v.dir_max == 13 && marcas() == 14 && plat.cajas.empty());
+  EXPECT_EQ(v.dir_max, 13);
+  EXPECT_EQ(marcas(), 14);
+  EXPECT_TRUE(plat.cajas.empty());
 }
 
 TEST_F(carga, a_binary_file_fills_the_last_cell_and_no_more_with_lines_of_252_characters) {
   std::string lleno(total_celdas - 2, 'x');
   for (std::size_t i = 252; i + 1 < lleno.size(); i += 254) lleno.replace(i, 2, "\r\n");
   bin(lleno);
-  EXPECT_TRUE(plat.cajas.empty() && v.dir_max == total_celdas - 1 && v.buffer_salida[0x400] == 'x');
+  EXPECT_TRUE(plat.cajas.empty());
+  EXPECT_EQ(v.dir_max, total_celdas - 1);
+  EXPECT_EQ(v.buffer_salida[0x400], 'x');
   bin(lleno + "x");
   espera_fallo("Línea 1033: el archivo no cabe en la memoria");
   bin("corta\r" + std::string(253, 'x'));

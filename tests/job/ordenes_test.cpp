@@ -30,24 +30,31 @@ TEST(job, an_order_costs_no_more_characters_than_it_may) {
     const std::size_t antes = b.lejos.comandos.size();
     const auto r = grabar(b.p, que);
     const bool con_i = (" " + b.lejos.flujo(antes) + " ").find(" i ") != std::string::npos;
-    EXPECT_TRUE(r.fin.bien() && b.tiene(que) && r.borrado == sucio && con_i == sucio && r.palabras == pl.palabras);
+    EXPECT_TRUE(r.fin.bien());
+    EXPECT_TRUE(b.tiene(que));
+    EXPECT_EQ(r.borrado, sucio);
+    EXPECT_EQ(con_i, sucio);
+    EXPECT_EQ(r.palabras, pl.palabras);
     const std::int64_t sondeos = sucio ? 4 * 12 : 0;
     EXPECT_LE(r.gastos.caracteres() - sondeos, 34 * pl.palabras + 1'500);
     EXPECT_LE(r.gastos.caracteres() - sondeos, sucio ? pl.caracteres : pl.caracteres_en_blanco);
   }
   const firma candidatas[]{firma::en_blanco(), que.sumas()};
   const auto v = verificar(b.p, que), i = identificar(b.p, candidatas);
-  EXPECT_TRUE(v.fin.bien() && v.gastos.caracteres() <= 650) << v.gastos.caracteres();
-  EXPECT_TRUE(i.identificados == std::vector<std::size_t>{1} && i.gastos.caracteres() <= 650);
+  EXPECT_TRUE(v.fin.bien()) << v.gastos.caracteres();
+  EXPECT_TRUE(v.gastos.caracteres() <= 650) << v.gastos.caracteres();
+  EXPECT_EQ(i.identificados, std::vector<std::size_t>{1});
+  EXPECT_TRUE(i.gastos.caracteres() <= 650);
   for (const std::int32_t dir : {0, 0x400, 0x401, 0x7FFF, 0x8000, 0x12345, 0x20000, 0x3F010, 0x3FFFF}) {
     b.llenar(que);
     b.flash()[dir] ^= 0x10;
     const auto d = verificar(b.p, que);
-    EXPECT_TRUE(d.fin.que == desenlace::distinta && d.diferencias.size() == 1) << dir;
-    EXPECT_TRUE(d.diferencias[0].donde == (tramo{dir, dir + 1}) && d.gastos.caracteres() <= 1'400) << dir;
+    EXPECT_EQ(d.fin.que, desenlace::distinta) << dir;
+    EXPECT_EQ(d.diferencias.size(), 1U) << dir;
+    EXPECT_EQ(d.diferencias[0].donde, (tramo{dir, dir + 1}));
+    EXPECT_TRUE(d.gastos.caracteres() <= 1'400) << dir;
   }
 }
-
 TEST(job, many_differences_cost_no_more_than_reading_the_blocks_that_differ) {
   const objetivo que(programa());
   const std::int64_t bloque = ventana_larga / 32 * job::leer(0, 32).coste();
@@ -63,7 +70,6 @@ TEST(job, many_differences_cost_no_more_than_reading_the_blocks_that_differ) {
     EXPECT_LE(r.gastos.caracteres(), 650 + bloques * bloque);
   }
 }
-
 TEST(job, a_difference_is_told_by_its_shape) {
   const objetivo que(programa());
   const struct {
@@ -91,7 +97,6 @@ TEST(job, a_difference_is_told_by_its_shape) {
     EXPECT_TRUE(r.diferencias[0].donde == c.donde && r.diferencias[0].clase == c.clase) << c.donde.desde;
   }
 }
-
 TEST(job, a_fault_that_lasts_ends_with_its_reason) {
   const struct {
     puente::faltas f;
@@ -122,16 +127,18 @@ TEST(job, a_fault_that_lasts_ends_with_its_reason) {
         << static_cast<int>(c.por) << " " << static_cast<int>(r.fin.que) << " " << static_cast<int>(r.fin.por);
   }
 }
-
 TEST(job, a_stop_leaves_whole_words_and_a_closed_chip_and_the_next_run_mends_it) {
   const objetivo que(programa());
   for (const std::uint64_t cuando : {1U, 60U, 300U}) {
     banco_job b(115'200);
     b.mundo.para = cuando;
     const auto r = grabar(b.p, que);
-    EXPECT_TRUE(r.fin.que == desenlace::detenido && r.cerrado && !b.lejos.chip.abierto());
+    EXPECT_EQ(r.fin.que, desenlace::detenido);
+    EXPECT_TRUE(r.cerrado);
+    EXPECT_FALSE(b.lejos.chip.abierto());
     b.mundo.para = UINT64_MAX;
-    EXPECT_TRUE(grabar(b.p, que).fin.bien() && b.tiene(que));
+    EXPECT_TRUE(grabar(b.p, que).fin.bien());
+    EXPECT_TRUE(b.tiene(que));
   }
 }
 

@@ -34,7 +34,9 @@ TEST_F(esperas, each_kind_of_silence_asks_in_its_time_and_cancel_or_closing_brea
       plat.responder(r);
       EXPECT_EQ(enviar_y(r == vbCancel ? esperar_datos : esperar_respuesta, c.comando), c.pregunta);
       EXPECT_EQ(plat.cajas, std::vector{pregunta});
-      EXPECT_TRUE(e.corte.interrumpida && !e.tiempo_agotado && !e.respuesta_lista);
+      EXPECT_TRUE(e.corte.interrumpida);
+      EXPECT_FALSE(e.tiempo_agotado);
+      EXPECT_FALSE(e.respuesta_lista);
       lejos.callar();
       reabrir();
     }
@@ -47,17 +49,20 @@ TEST_F(esperas, a_long_block_in_its_fixed_mode_may_take_nine_seconds_and_a_short
   const modo_fijo modo(serial, 47, 47);
   lejos.contestar(std::string(47, 'F'), 9s);
   EXPECT_EQ(enviar_y(esperar_datos, "C000000007FFF"), 9s);
-  EXPECT_TRUE(plat.cajas.empty() && serial.pendientes() == 0) << "what had come before is dropped";
+  EXPECT_TRUE(plat.cajas.empty()) << "what had come before is dropped";
+  EXPECT_EQ(serial.pendientes(), 0) << "what had come before is dropped";
   lejos.contestar(marco("7"));
   enviar_y(esperar_datos, "C000000007FFF");
-  EXPECT_TRUE(textos() == "Ez Port no está activado" && e.corte.interrumpida);
+  EXPECT_EQ(textos(), "Ez Port no está activado");
+  EXPECT_TRUE(e.corte.interrumpida);
 }
 
 TEST_F(esperas, in_a_broken_operation_waits_return_at_once_and_nothing_goes_out_but_an_allowed_d) {
   interrumpir(e);
   const auto antes = plat.pasadas;
   for (const auto como : {esperar_respuesta, esperar_con_vigilancia}) enviar_y(como, "D");
-  EXPECT_TRUE(plat.pasadas == antes && lejos.comandos.empty());
+  EXPECT_EQ(plat.pasadas, antes);
+  EXPECT_TRUE(lejos.comandos.empty());
   e.corte.cierre_permitido = true;
   for (const char* comando : {"a", "D"}) enviar_comando(e, comando);
   EXPECT_EQ(lejos.comandos, std::vector<std::string>{"D"});
@@ -68,7 +73,9 @@ TEST_F(esperas, no_ends_the_program_and_yes_goes_on_with_a_reply_that_has_come_m
   EXPECT_THROW(enviar_y(esperar_datos), fin_de_programa);
   plat.responder(vbYes, [this] { lejos.poner(marco("002"), plat.ahora()); });
   enviar_y(esperar_datos);
-  EXPECT_TRUE(e.bit_wen == 1 && !e.corte.interrumpida && lejos.comandos.back() == "c");
+  EXPECT_EQ(e.bit_wen, 1);
+  EXPECT_FALSE(e.corte.interrumpida);
+  EXPECT_EQ(lejos.comandos.back(), "c");
 }
 
 TEST_F(esperas, yes_without_a_reply_opens_the_chip_anew_and_breaks_off) {
@@ -80,7 +87,8 @@ TEST_F(esperas, yes_without_a_reply_opens_the_chip_anew_and_breaks_off) {
     const modo_fijo modo(serial, 0, 5);
     enviar_y(esperar_datos_rapido, "a");
     EXPECT_EQ(lejos.comandos.back(), "A");
-    EXPECT_TRUE(modo_de_siempre() && e.corte.interrumpida);
+    EXPECT_TRUE(modo_de_siempre());
+    EXPECT_TRUE(e.corte.interrumpida);
     EXPECT_EQ(e.corte.cierre_permitido, responde) << "only an answered A makes a D worth sending";
     reabrir();
   }
@@ -91,7 +99,8 @@ TEST_F(esperas, a_vanished_device_and_a_second_request_to_close_end_a_wait_witho
     e.peticiones_cierre = 1;
     plat.programar(plat.ahora() + 300ms, [&] { desaparece ? lejos.cuelga = true : ++e.peticiones_cierre; });
     EXPECT_EQ(enviar_y(esperar_datos), 300ms);
-    EXPECT_TRUE(e.corte.interrumpida && e.tiempo_agotado != desaparece);
+    EXPECT_TRUE(e.corte.interrumpida);
+    EXPECT_TRUE(e.tiempo_agotado != desaparece);
     lejos.cuelga = false;
     reabrir();
   }
@@ -102,7 +111,9 @@ TEST_F(esperas, the_watchdog_asks_each_second_and_yes_sends_a_whatever_the_wait_
   plat.tiempo_de_caja = 7s;
   EXPECT_EQ(enviar_y(esperar_con_vigilancia, "D"), 3 * 8s) << "one before each question, seven for its answer";
   EXPECT_EQ(lejos.comandos, (std::vector<std::string>{"D", "A", "A"}));
-  EXPECT_TRUE(e.tiempo_agotado && !e.respuesta_lista && !e.spera_resp.Enabled());
+  EXPECT_TRUE(e.tiempo_agotado);
+  EXPECT_FALSE(e.respuesta_lista);
+  EXPECT_FALSE(e.spera_resp.Enabled());
   EXPECT_FALSE(e.corte.interrumpida) << "a guarded wait that was given up is no broken operation";
 }
 

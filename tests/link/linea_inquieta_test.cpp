@@ -59,7 +59,8 @@ TEST_F(linea_inquieta, an_etx_alone_repeats_a_text_but_answers_nothing) {
     enviar_comando(e, "i");
     esperar_respuesta(e);
   }
-  EXPECT_TRUE(e.respuesta_lista && e.corte.interrumpida);
+  EXPECT_TRUE(e.respuesta_lista);
+  EXPECT_TRUE(e.corte.interrumpida);
 }
 
 TEST_F(linea_inquieta, a_line_that_never_comes_to_rest_breaks_the_bracket_off) {
@@ -67,7 +68,8 @@ TEST_F(linea_inquieta, a_line_that_never_comes_to_rest_breaks_the_bracket_off) {
   for (int i = 0; i < 40; ++i) lejos.poner(marco("0"), i * 1s);
   enviar_comando(e, "A");
   esperar_con_vigilancia(e);
-  EXPECT_TRUE(e.corte.interrumpida && plat.ahora() < 20s);
+  EXPECT_TRUE(e.corte.interrumpida);
+  EXPECT_TRUE(plat.ahora() < 20s);
   EXPECT_TRUE(e.linea_inquieta) << "and so for the next one";
 }
 

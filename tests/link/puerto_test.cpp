@@ -42,7 +42,8 @@ TEST_F(puerto, settings_are_read_as_far_as_they_go_and_only_an_empty_file_is_fil
   }
   dir.escribir("settings.txt", std::string(2 << 20, 'x'));
   leer_ajustes(e);
-  EXPECT_TRUE(e.valores.puerto == "COM4" && plat.cajas.size() == 1) << "what cannot be read changes nothing";
+  EXPECT_EQ(e.valores.puerto, "COM4") << "what cannot be read changes nothing";
+  EXPECT_EQ(plat.cajas.size(), 1U) << "what cannot be read changes nothing";
 }
 
 }  // namespace

@@ -46,7 +46,8 @@ TEST_F(recepcion, refusals_show_their_text_and_count_as_replies) {
   for (const char codigo : std::string("Xa123456789")) {
     e.corte = {};
     contesta("i", marco({codigo}));
-    EXPECT_TRUE(e.respuesta_lista && e.codigo_respuesta == codigo) << codigo;
+    EXPECT_TRUE(e.respuesta_lista) << codigo;
+    EXPECT_EQ(e.codigo_respuesta, codigo) << codigo;
     EXPECT_EQ(e.corte.interrumpida, codigo == 'X' || codigo == 'a') << codigo << ": what is no refusal is no reply";
   }
   EXPECT_EQ(ultima(), critica("Atención respuesta del Chip", "Error parámetros fuera de rango"));
@@ -61,7 +62,8 @@ TEST_F(recepcion, a_bad_checksum_is_told_once_and_breaks_off) {
   EXPECT_EQ(plat.cajas, std::vector{critica(
                             "Atención Error",
                             "Error en la comunicación, el Cheksum ha fallado, verifique la conexión y el cableado")});
-  EXPECT_TRUE(!e.respuesta_lista && e.corte.interrumpida);
+  EXPECT_FALSE(e.respuesta_lista);
+  EXPECT_TRUE(e.corte.interrumpida);
 }
 
 TEST_F(recepcion, a_trickling_reply_is_held_back_until_it_is_whole_and_noise_does_not_spoil_it) {
@@ -70,7 +72,8 @@ TEST_F(recepcion, a_trickling_reply_is_held_back_until_it_is_whole_and_noise_doe
     EXPECT_FALSE(e.datos_listos || e.respuesta_lista);
     llega({c});
   }
-  EXPECT_TRUE(e.respuesta_lista && e.registro_estado == 0x22);
+  EXPECT_TRUE(e.respuesta_lista);
+  EXPECT_EQ(e.registro_estado, 0x22);
   contesta("c", "ruido" + marco("002") + "x");
   EXPECT_EQ(e.respuesta, "00292") << "what stands behind the ETX waits for the next one";
 }
@@ -78,7 +81,9 @@ TEST_F(recepcion, a_trickling_reply_is_held_back_until_it_is_whole_and_noise_doe
 TEST_F(recepcion, reset_opens_the_chip_again_and_a_second_one_breaks_off) {
   contesta("c", marco("1RESET") + "viejo");
   EXPECT_EQ(textos(), "Se ha recibido una señal de RESET");
-  EXPECT_TRUE(e.spera_resp.Enabled() && !e.respuesta_lista && serial.pendientes() == 0);
+  EXPECT_TRUE(e.spera_resp.Enabled());
+  EXPECT_FALSE(e.respuesta_lista);
+  EXPECT_EQ(serial.pendientes(), 0);
   llega(marco("7RESET"));
   EXPECT_TRUE(e.corte.interrumpida);
   EXPECT_EQ(lejos.comandos, (std::vector<std::string>{"c", "A"}));

@@ -29,7 +29,8 @@ TEST_F(arranque, the_window_comes_up_whatever_is_missing) {
     EXPECT_TRUE(en_reposo());
   }
   EXPECT_FALSE(f.menu.men_proteger_f.Visible || f.menu.men_seleccion.Enabled);
-  EXPECT_TRUE(v.buffer_salida[0x40001] == 0xFF && std::filesystem::current_path() == dir.ruta());
+  EXPECT_EQ(v.buffer_salida[0x40001], 0xFF);
+  EXPECT_EQ(std::filesystem::current_path(), dir.ruta());
 }
 
 TEST_F(arranque, settings_typed_reach_nothing_chosen_are_in_force_and_only_what_opens_is_saved) {
@@ -44,7 +45,8 @@ TEST_F(arranque, settings_typed_reach_nothing_chosen_are_in_force_and_only_what_
   elegir(d.cmb_s_velocity, "115200");
   d.btn_salir.Click();
   f.menu.men_borrar_t.Click();
-  EXPECT_TRUE(linea.linea().velocidad == 115200 && dir.leer("SETTINGS.TXT") == ajustes_buenos);
+  EXPECT_EQ(linea.linea().velocidad, 115200);
+  EXPECT_EQ(dir.leer("SETTINGS.TXT"), ajustes_buenos);
   f.menu.men_pto_s.Click();
   EXPECT_EQ(f.link.valores.velocidad, "57600") << "the file is read again";
   elegir(d.cmb_s_velocity, "28800");
@@ -55,7 +57,8 @@ TEST_F(arranque, settings_typed_reach_nothing_chosen_are_in_force_and_only_what_
     d.btn_guardar.Click();
   }
   EXPECT_EQ(dir.leer("SETTINGS.TXT"), "\"28800\",\"n\",\"8\",\"1\"\r\n\"COM2\"\r\n");
-  EXPECT_TRUE(ultima().texto == texto_en_otra_aplicacion && en_reposo());
+  EXPECT_EQ(ultima().texto, texto_en_otra_aplicacion);
+  EXPECT_TRUE(en_reposo());
 }
 
 }  // namespace

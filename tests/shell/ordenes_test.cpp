@@ -143,7 +143,8 @@ TEST_F(ordenes, a_programming_cut_off_at_any_frame_is_told_or_found_and_the_next
     const bool entera = std::ranges::equal(flash, std::span(v.buffer_salida).first(0x400));
     EXPECT_TRUE(entera || (dicho && !textos().ends_with("está correcto"))) << textos();
     correr(men_prog_t_Click);
-    EXPECT_TRUE(textos() == texto_grabado && std::ranges::equal(flash, std::span(v.buffer_salida).first(0x400)));
+    EXPECT_EQ(textos(), texto_grabado);
+    EXPECT_TRUE(std::ranges::equal(flash, std::span(v.buffer_salida).first(0x400)));
   }
 }
 
@@ -152,17 +153,21 @@ TEST_F(ordenes, what_cannot_be_now_is_refused_and_wipes_a_pending_stop) {
   tras(16, [this] {
     for (const int boton : {6, 2, 1}) f.barra.ButtonClick(boton);
     f.menu.men_dir[0].Click();
-    EXPECT_TRUE(!f.progreso.cancelar && f.barra.boton(2).Enabled && !f.barra.boton(3).Enabled);
+    EXPECT_FALSE(f.progreso.cancelar);
+    EXPECT_TRUE(f.barra.boton(2).Enabled);
+    EXPECT_FALSE(f.barra.boton(3).Enabled);
   });
   f.barra.ButtonClick(3);
   EXPECT_EQ(textos(), texto_ocupado + "|" + texto_en_curso + "|" + texto_en_curso + "|" + texto_grabado);
-  EXPECT_TRUE(lejos.chip.flash()[0x107] == 8 && v.dir_max_grabada == 0x107);
+  EXPECT_EQ(lejos.chip.flash()[0x107], 8);
+  EXPECT_EQ(v.dir_max_grabada, 0x107);
   tras(0, [this] { f.barra.ButtonClick(2); });
   f.menu.men_dir[0].Click();
   EXPECT_EQ(textos(), "Se está cargando un archivo. Espere a que termine la carga|" + texto_cargado);
   v.dir_max = 0;
   f.barra.ButtonClick(3);
-  EXPECT_TRUE(ultima().texto == sin_nada && lejos.comandos.empty()) << textos();
+  EXPECT_EQ(ultima().texto, sin_nada) << textos();
+  EXPECT_TRUE(lejos.comandos.empty()) << textos();
 }
 
 TEST_F(ordenes, button_six_stops_a_reading_and_the_block_under_way_is_stored) {
@@ -179,7 +184,9 @@ TEST_F(ordenes, button_six_stops_a_reading_and_the_block_under_way_is_stored) {
 TEST_F(ordenes, a_command_that_ends_by_an_exception_leaves_an_idle_window) {
   tras(1, [] { throw std::runtime_error("roto"); });
   EXPECT_THROW(f.barra.ButtonClick(2), std::runtime_error);
-  EXPECT_TRUE(en_reposo() && f.link.espera == nullptr && f.barra.boton(2).Enabled);
+  EXPECT_TRUE(en_reposo());
+  EXPECT_EQ(f.link.espera, nullptr);
+  EXPECT_TRUE(f.barra.boton(2).Enabled);
 }
 
 TEST_F(ordenes, ranges_are_corrected_as_the_boxes_then_show) {
@@ -202,7 +209,9 @@ TEST_F(ordenes, ranges_are_corrected_as_the_boxes_then_show) {
     f.progreso.cancelar = true;
     EXPECT_EQ(correr(btn_leer_Click), c.flujo);
     EXPECT_EQ(f.rango.txt_desde.Text.valor() + "-" + f.rango.txt_hasta.Text.valor(), c.queda);
-    EXPECT_TRUE(v.dir_fin_lectura == c.fin && !f.rango.fra_rango.Visible && textos() == texto_leido) << c.queda;
+    EXPECT_EQ(v.dir_fin_lectura, c.fin) << c.queda;
+    EXPECT_FALSE(f.rango.fra_rango.Visible) << c.queda;
+    EXPECT_EQ(textos(), texto_leido) << c.queda;
   }
   f.rango.txt_hasta.Text = "40";
   tras(1, [this] { f.rango.txt_hasta.Text = "60"; });
@@ -212,7 +221,8 @@ TEST_F(ordenes, ranges_are_corrected_as_the_boxes_then_show) {
 
 TEST_F(ordenes, what_was_programmed_is_read_or_a_range_is_offered) {
   EXPECT_EQ(correr(men_leer_ft_Click), "A");
-  EXPECT_TRUE(f.rango.fra_rango.Visible && plat.cajas.empty());
+  EXPECT_TRUE(f.rango.fra_rango.Visible);
+  EXPECT_TRUE(plat.cajas.empty());
   v.dir_max_grabada = 0x21;
   f.progreso.cancelar = true;
   EXPECT_EQ(correr(men_leer_ft_Click), "A e00000020 e00002020 e00004020 D");
@@ -231,7 +241,8 @@ TEST_F(ordenes, a_device_that_vanishes_at_the_closing_does_not_undo_what_was_sai
     llenar(0xFF);
     EXPECT_EQ(correr(cual, {.cuelga_en = ultima_trama}), flujo);
     EXPECT_EQ(plat.cajas, cajas) << flujo;
-    EXPECT_TRUE(f.progreso.mapa.ignora(0) && f.progreso.mapa.ignora(511)) << flujo;
+    EXPECT_TRUE(f.progreso.mapa.ignora(0)) << flujo;
+    EXPECT_TRUE(f.progreso.mapa.ignora(511)) << flujo;
   }
 }
 

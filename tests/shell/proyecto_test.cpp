@@ -26,7 +26,8 @@ TEST_F(proyecto, a_file_comes_dropped_without_a_question_or_by_the_dialog_after_
   const std::string a = dir.escribir("a.s19", ocho_bytes), b = dir.escribir("b.S19", "S10801000102030405E9\r\n");
   for (const std::string& ruta : {b, a}) abrir_soltado(f, ruta);
   EXPECT_EQ(textos(), texto_cargado + "|" + texto_cargado);
-  EXPECT_TRUE(v.buffer_salida[0x107] == 8 && v.ruta_archivo == a);
+  EXPECT_EQ(v.buffer_salida[0x107], 8);
+  EXPECT_EQ(v.ruta_archivo, a);
   dir.escribir("a.s19", "S1050100AAAA00\r\n");
   dir.escribir("MENU.TXT", "\"" + b + "\"\r\n");
   const struct {
@@ -42,9 +43,11 @@ TEST_F(proyecto, a_file_comes_dropped_without_a_question_or_by_the_dialog_after_
     EXPECT_EQ(plat.cajas.at(0), pregunta);
     EXPECT_EQ(v.ruta_archivo, c.queda);
     EXPECT_EQ(std::filesystem::current_path(), dir.ruta());
-    EXPECT_TRUE(v.buffer_salida[0x100] == c.byte && v.buffer_salida[0x105] == c.byte_5) << c.queda << c.respuesta;
+    EXPECT_EQ(v.buffer_salida[0x100], c.byte) << c.queda << c.respuesta;
+    EXPECT_EQ(v.buffer_salida[0x105], c.byte_5) << c.queda << c.respuesta;
   }
-  EXPECT_TRUE(v.dir_max == 0 && f.estado.panel(1).Text.valor().empty());
+  EXPECT_EQ(v.dir_max, 0);
+  EXPECT_TRUE(f.estado.panel(1).Text.valor().empty());
   EXPECT_EQ(lista_guardada(), (rutas{b, a})) << "Yes enters the file again";
   EXPECT_EQ(f.cmd_buscar.InitDir, dir.ruta()) << "the dialog starts where the last file was";
   std::filesystem::remove(b);
@@ -52,7 +55,8 @@ TEST_F(proyecto, a_file_comes_dropped_without_a_question_or_by_the_dialog_after_
   for (const std::size_t i : {1U, 0U}) f.menu.men_dir[i].Click();
   EXPECT_EQ(textos(),
             texto_cargado + "|No se ha podido cargar el archivo:\r\n" + b + "\r\nMotivo: el archivo no existe");
-  EXPECT_TRUE(v.dir_max == 0 && v.buffer_salida[0x100] == 0xFF);
+  EXPECT_EQ(v.dir_max, 0);
+  EXPECT_EQ(v.buffer_salida[0x100], 0xFF);
   for (const std::string& ruta : {a, dir.escribir("c.hex", "")}) abrir_soltado(f, ruta);
   EXPECT_EQ(v.buffer_salida[0x100], 0xFF) << "no other firmware under the name of a file of no known kind";
 }
@@ -68,7 +72,8 @@ TEST_F(proyecto, ten_files_are_kept_and_the_eleventh_drops_the_oldest) {
   EXPECT_EQ(dir.leer("MENU.TXT"), contenido);
   EXPECT_EQ(f.menu.men_dir[0].Caption.valor() + f.menu.men_dir[9].Caption.valor(),
             "&1 /f/.../f/3.s19&10 /f/.../f/1.s19");
-  EXPECT_TRUE(f.menu.men_dir[9].Visible && f.menu.separa_2.Visible);
+  EXPECT_TRUE(f.menu.men_dir[9].Visible);
+  EXPECT_TRUE(f.menu.separa_2.Visible);
   dir.escribir("MENU.TXT", "\"/a\"\r\n\"/to\r\n\"/b, c\"\r\n\"/c");
   EXPECT_EQ(lista_guardada(), (rutas{"/a", "/b, c"})) << "half a line is no entry";
   contenido.clear();
@@ -80,7 +85,8 @@ TEST_F(proyecto, ten_files_are_kept_and_the_eleventh_drops_the_oldest) {
 TEST_F(proyecto, a_list_of_a_windows_editor_is_read_by_lines_and_written_back_in_utf8) {
   dir.escribir("MENU.TXT", "\"C:\\Ni\xF1o.s19\"\r\n\"C:\\Señal.s19\"\r\n");
   empezar();
-  EXPECT_TRUE(f.historial[1] == "C:\\Niño.s19" && f.historial[2] == "C:\\Señal.s19");
+  EXPECT_EQ(f.historial[1], "C:\\Niño.s19");
+  EXPECT_EQ(f.historial[2], "C:\\Señal.s19");
   actualizar_historial(f, "C:\\\xF1");
   EXPECT_EQ(f.historial[3], "") << "a name that could not be read again as it is";
   for (int i = 0; i < 9; ++i) actualizar_historial(f, "C:\\" + std::to_string(i));

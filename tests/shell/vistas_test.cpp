@@ -49,7 +49,8 @@ TEST_F(vistas, the_comparison_speaks_before_it_shows_and_counts_its_rows) {
   EXPECT_EQ(textos(), "Ha finalizado la comparación de los buffer de entrada y salida");
   EXPECT_EQ(filas_de(f.buffer_comp.lst_compara), "   1F3     A   FF\n   1F5     A   FF\n2");
   EXPECT_EQ(f.buffer_comp.lbl_cuenta.Caption.valor(), "2 diferencias hasta 0001F5");
-  EXPECT_TRUE(!visible && f.buffer_comp.ventana.Visible);
+  EXPECT_FALSE(visible);
+  EXPECT_TRUE(f.buffer_comp.ventana.Visible);
 }
 
 TEST_F(vistas, about_starts_the_information_of_the_system_if_there_is_any) {

@@ -40,7 +40,8 @@ TEST_F(ArchivosWin32, NombresConTildesYLargosSeGuardanSeAmplianYSeLeen) {
     EXPECT_EQ(disco.Dir(nombre.substr(0, nombre.size() - 3) + "TXT"), nombre.substr(nombre.rfind('\\') + 1));
     lector_lineas lector;
     lector_lineas::linea linea;
-    EXPECT_TRUE(lector.abrir(nombre, lector_lineas::finales::cr) && lector.siguiente(linea)) << lector.motivo();
+    EXPECT_TRUE(lector.abrir(nombre, lector_lineas::finales::cr)) << lector.motivo();
+    EXPECT_TRUE(lector.siguiente(linea)) << lector.motivo();
     EXPECT_EQ(linea.texto, "uno");
   }
 }
@@ -85,7 +86,8 @@ TEST_F(ArchivosWin32, SoloSeBarreLoQueProcesosMuertosDejaronHaceTiempo) {
     fs::last_write_time(carpeta.escribir(uno, "x"), fs::last_write_time(reciente) - std::chrono::hours(2));
   }
   ASSERT_EQ(disco.guardar(propio("MENU.TXT"), "x"), 0);
-  EXPECT_TRUE(cuantos_hay() == 3 && !fs::exists(carpeta.ruta() / (muerto + "0.tmp")));
+  EXPECT_EQ(cuantos_hay(), 3);
+  EXPECT_FALSE(fs::exists(carpeta.ruta() / (muerto + "0.tmp")));
 }
 
 TEST(AnfitrionWin32, LaVistaDe32BitsGanaYUnTextoSaleEnUtf8) {

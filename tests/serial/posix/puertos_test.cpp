@@ -28,7 +28,8 @@ TEST(puertos, adapters_have_their_names_and_lines_without_a_circuit_are_left_out
   fs::create_symlink("../../ttyUSB0", estable);
   const auto todos = aparatos(raiz.ruta());
   ASSERT_EQ(todos.size(), 2U);
-  EXPECT_TRUE(todos[0].dispositivo.filename() == "ttyS0" && todos[0].nombre.empty());
+  EXPECT_EQ(todos[0].dispositivo.filename(), "ttyS0");
+  EXPECT_TRUE(todos[0].nombre.empty());
   EXPECT_EQ(todos[1].nombre, "FT232R USB UART (FTDI)");
   EXPECT_EQ(todos[1].estable, estable) << "it follows the adapter";
 }

@@ -19,7 +19,9 @@ TEST(TransporteWin32, UnPuertoQueNoHayDiceElMotivoUnaVezYUnaLineaCerradaNoHaceNa
   EXPECT_EQ(describir_puerto("", 0), dichos.front());
   std::array<char, 4> trozo{};
   linea.escribir("x");
-  EXPECT_TRUE(linea.leer(trozo) == 0 && !linea.perdido() && linea.dispositivo(0).empty());
+  EXPECT_EQ(linea.leer(trozo), 0);
+  EXPECT_FALSE(linea.perdido());
+  EXPECT_TRUE(linea.dispositivo(0).empty());
   EXPECT_NE(enlazar_puerto("", 1, "COM7"), "") << "there are no links to change";
 }
 

@@ -47,13 +47,15 @@ TEST_F(supervivencia, killed_anywhere_each_file_is_the_old_one_or_the_new_one_an
       if (fin == fin_hijo::prohibido) GTEST_SKIP() << "no process may be traced here";
       fallidas += viejos();
     }
-    EXPECT_TRUE(viejos() == 0 && fallidas > 1) << fallidas;
+    EXPECT_EQ(viejos(), 0) << fallidas;
+    EXPECT_TRUE(fallidas > 1) << fallidas;
     preparar();
     {
       const disco_lleno tope(20);
       guardar();
     }
-    EXPECT_TRUE(viejos() == 2 && plat.cajas.size() == 2) << textos();
+    EXPECT_EQ(viejos(), 2) << textos();
+    EXPECT_EQ(plat.cajas.size(), 2U) << textos();
   }
 }
 
@@ -74,11 +76,14 @@ TEST_F(supervivencia, the_list_of_another_program_is_read_again_and_its_turn_res
   for (const std::string ruta : {"/f/1", "/f/2"}) {
     dir.escribir("MENU.TXT", "\"" + ruta + "\"\r\n");
     actualizar_historial(f, ruta);
-    EXPECT_TRUE(f.historial[1] == ruta && f.historial[2].empty() && lista_guardada() == rutas{ruta}) << ruta;
+    EXPECT_EQ(f.historial[1], ruta) << ruta;
+    EXPECT_TRUE(f.historial[2].empty()) << ruta;
+    EXPECT_EQ(lista_guardada(), rutas{ruta}) << ruta;
   }
   const auto inicio = std::chrono::steady_clock::now();
   ficheros.por_turno(ficheros.ruta_aplicacion() + "MENU.TXT", [&] { actualizar_historial(f, "/f/3"); });
-  EXPECT_TRUE(std::chrono::steady_clock::now() - inicio > 500ms && lista_guardada().size() == 2);
+  EXPECT_TRUE(std::chrono::steady_clock::now() - inicio > 500ms);
+  EXPECT_EQ(lista_guardada().size(), 2U);
 }
 
 }  // namespace
