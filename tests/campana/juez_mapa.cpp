@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <numeric>
 
-#include "flash/bloque.h"
 #include "files/texto.h"
+#include "flash/bloque.h"
 #include "shell/texto_mapa.h"
 
 namespace campana {
@@ -99,13 +99,19 @@ unsigned juez_mapa::falsos(int celda) const {
   return mal;
 }
 
-/// What a chip with a stuck bit makes of its cell, and what changed characters and replies to something else can do
-/// where the program looks neither at code nor at checksum. Nothing excuses a word that was not sent.
+/// What a chip with a stuck bit makes of its cell, and of the sums of its block, and what changed characters and
+/// replies to something else can do where the program looks neither at code nor at checksum. Nothing excuses a word
+/// that was not sent.
 unsigned juez_mapa::excusados(int celda, const puente::alcance& efecto) const {
-  const auto pegada = [&](const auto& dir) { return dir && static_cast<int>(*dir) / bytes_por_celda == celda; };
-  const unsigned vistos = bit(hecho::borrada) | bit(hecho::igual) | bit(hecho::distinta);
-  if (efecto.desplaza || pegada(chip_.modo.celda_a_0) || pegada(chip_.modo.celda_a_1))
-    return vistos | bit(hecho::leida);
+  const auto cerca = [&](const auto& dir, std::int32_t trozo) {
+    return dir && static_cast<std::int32_t>(*dir) / trozo == celda * bytes_por_celda / trozo;
+  };
+  const auto pegada = [&](std::int32_t trozo) {
+    return cerca(chip_.modo.celda_a_0, trozo) || cerca(chip_.modo.celda_a_1, trozo);
+  };
+  const unsigned sumados = bit(hecho::igual) | bit(hecho::distinta), vistos = bit(hecho::borrada) | sumados;
+  if (efecto.desplaza || pegada(bytes_por_celda)) return vistos | bit(hecho::leida);
+  if (pegada(chip.bloque)) return efecto.altera ? vistos : sumados;
   return efecto.altera ? vistos : 0;
 }
 
