@@ -6,7 +6,7 @@
 #include "platform/plataforma.h"
 #include "platform/sistema.h"
 
-namespace banco {
+namespace medidas {
 
 /// A desktop on which nothing ever happens. Boxes are answered at once, and a pass takes 10 µs of a clock of its own.
 class plataforma_muda final : public morvane::plataforma {
@@ -32,4 +32,4 @@ class plataforma_muda final : public morvane::plataforma {
   morvane::instante ahora_{0};
 };
 
-}  // namespace banco
+}  // namespace medidas

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-namespace banco {
+namespace medidas {
 
 /// The least that a program can do on a serial line: write a frame, look for characters without waiting until the reply
 /// is whole, write the next one.
@@ -24,4 +24,4 @@ class desnudo {
   std::string respuesta_;
 };
 
-}  // namespace banco
+}  // namespace medidas

@@ -97,7 +97,7 @@ struct puesto {
 
   apoyo::carpeta dir;
   archivos ficheros{dir.ruta()};
-  banco::plataforma_muda plat;
+  medidas::plataforma_muda plat;
   puente::chip chip;
   puente::placa placa{chip, puente::ritmo{0}};
   linea_directa linea{placa};

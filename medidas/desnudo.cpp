@@ -8,7 +8,7 @@
 #include <cerrno>
 #include <system_error>
 
-namespace banco {
+namespace medidas {
 
 namespace {
 
@@ -45,4 +45,4 @@ std::string_view desnudo::enviar(const std::vector<std::string>& tramas) {
   return respuesta_;
 }
 
-}  // namespace banco
+}  // namespace medidas

@@ -79,7 +79,7 @@ def running(command, **options):
 @contextlib.contextmanager
 def program_directory():
     """A directory of the program's own for one run, without a port."""
-    with tempfile.TemporaryDirectory(prefix="morvane-banco-") as name:
+    with tempfile.TemporaryDirectory(prefix="morvane-medidas-") as name:
         yield directorio.make(ROOT / "build/morvane", pathlib.Path(name) / "programa")
 
 

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Measures the built program and prints one table. Usage: banco.py [--corto | --largo] [--anotar] [PART...], where PART
+"""Measures the built program and prints one table. Usage: medir.py [--corto | --largo] [--anotar] [PART...], where PART
 is trabajo, vista or hilo; all of them without one. --largo takes more blocks and pairs; --corto takes fewer, and measures
 a part again at the usual length if a row of it fails; --anotar keeps the counted instructions for this compiler. Ends with
 1 if a row fails its target."""

@@ -24,7 +24,7 @@ struct cargador {
     std::exit(1);
   }
 
-  banco::plataforma_muda plat;
+  medidas::plataforma_muda plat;
   contador_cambios cambios;
   avance a{cambios};
   Variables_grab v;

@@ -87,7 +87,7 @@ std::int64_t con_el_programa(frm_principal& f, const encargo& que) {
 }
 
 std::int64_t desnudo(const std::string& puerto, const std::vector<std::string>& tramas) {
-  banco::desnudo d(puerto);
+  medidas::desnudo d(puerto);
   d.enviar({trama("A"), trama("a"), trama("c"), trama("d2E"), trama("c")});
   const std::int64_t inicio = nanosegundos();
   const bool bien = d.enviar(tramas)[1] == '0';

@@ -9,7 +9,7 @@ import tempfile
 import contar
 from aparatos import BIN, ROOT, SAMPLE, Row, at_most, median
 
-KEPT = ROOT / "banco/instrucciones.json"
+KEPT = ROOT / "medidas/instrucciones.json"
 NAMES = {"palabra": "word programmed", "bloque": "block read", "byte_cargado": "byte loaded",
          "fila_de_volcado": "row of a dump", "fila_de_comparacion": "row of a comparison"}
 
@@ -60,7 +60,7 @@ def large_file(path):
 
 
 def against_others(times):
-    with tempfile.TemporaryDirectory(prefix="morvane-banco-") as name:
+    with tempfile.TemporaryDirectory(prefix="morvane-medidas-") as name:
         work = pathlib.Path(name)
         large, empty, out = work / "grande.s19", work / "vacio.s19", work / "imagen.bin"
         large_file(large)
