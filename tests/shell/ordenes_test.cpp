@@ -97,7 +97,9 @@ TEST_F(ordenes, a_command_sends_these_frames_and_shows_these_boxes_where_a_brack
 
 TEST_F(ordenes, what_an_earlier_cancel_left_gives_no_verdict_and_the_repetition_works) {
   llenar(0xFF);
+  f.progreso.Progress.Value = 5;
   correr(men_borrar_t_Click, {.muda_desde = 1});
+  EXPECT_EQ(f.progreso.Progress.Value, 5) << "a time-out leaves the bar alone";
   EXPECT_TRUE(f.link.tiempo_agotado);
   f.link.bit_wen = f.link.bit_config = 1;
   for (const std::string& dicho : {texto_interrumpida, texto_vacia}) {
