@@ -8,6 +8,7 @@
 #include <fstream>
 #include <string>
 
+#include "frases/frases.h"
 #include "image/cargar_s19.h"
 #include "plataforma_muda.h"
 
@@ -18,9 +19,9 @@ namespace {
 struct cargador {
   explicit cargador(const char* ruta) { v.ruta_archivo = ruta; }
   void cargar() {
-    cargar_s19(plat, v, a);
-    if (plat.ultima == caja{"", "Ha terminado de cargar el archivo"}) return;
-    std::fprintf(stderr, "carga: %s\n", plat.ultima.texto.c_str());
+    const auto fallo = cargar_s19(plat, v, a);
+    if (!fallo) return;
+    std::fprintf(stderr, "carga: %s\n", frase(*fallo).c_str());
     std::exit(1);
   }
 

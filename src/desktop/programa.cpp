@@ -9,6 +9,7 @@
 #include "desktop/recepcion_qt.h"
 #include "desktop/seguimiento.h"
 #include "desktop/vistas_qt.h"
+#include "frases/frases.h"
 #include "imagenes.h"
 #include "lista_qt.h"
 #include "platform/proceso.h"
@@ -56,9 +57,9 @@ programa::programa(const std::filesystem::path& directorio)
   QObject::connect(&fin_, &QTimer::timeout, [] { QCoreApplication::exit(0); });
   otras_.al_hacer = [this](const Form& forma, ventana_qt& ventana) { completar_vista(forma, ventana); };
   plat_.sincronizar = [this] { sincronizar(); };
-  linea_.al_fallar = [this](const std::string& motivo) {
-    decir_por_errores("morvane: " + motivo);
-    plat_.explicar(motivo);
+  linea_.al_fallar = [this](const causa_puerto& causa) {
+    decir_por_errores("morvane: " + frase(causa));
+    plat_.explicar(frase(causa));
   };
   ventana_->al_empezar = [this] { seguimiento_->al_empezar(); };
   seguimiento_->mapa().al_abrir = [this](std::int32_t dir) { abrir_volcado(dir); };

@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QMenu>
 
+#include "frases/frases.h"
 #include "serial/puertos.h"
 #include "taller.h"
 
@@ -27,6 +28,11 @@ QString rotulo_de(const aparato& uno) {
 /// Entries show an ampersand where it is written twice.
 QString literal(QString texto) {
   return texto.replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+/// Empty if nothing went wrong.
+std::string frase_de(const std::optional<causa_puerto>& fallo) {
+  return fallo ? frase_sin_puerto(*fallo) : std::string();
 }
 
 }  // namespace
@@ -60,11 +66,11 @@ int puertos_qt::elegido() const {
 
 void puertos_qt::explicar() {
   for (int i = 0; i < lista_->count(); ++i) {
-    const QString que = qt(describir_puerto(directorio_, numero_de(lista_->itemText(i))));
+    const QString que = qt(frase(describir_puerto(directorio_, numero_de(lista_->itemText(i)))));
     lista_->setItemData(i, ayuda_literal(que), Qt::ToolTipRole);
   }
   const int numero = elegido();
-  const QString ayuda = numero == 0 ? QString() : qt(describir_puerto(directorio_, numero));
+  const QString ayuda = numero == 0 ? QString() : qt(frase(describir_puerto(directorio_, numero)));
   lista_->setToolTip(ayuda_literal(ayuda));
   lista_->setAccessibleDescription(ayuda);
 }
@@ -92,7 +98,7 @@ void puertos_qt::llenar_menu() {
   QAction* quitar = menu.addAction(QStringLiteral("&Quitar el enlace de %1").arg(puerto));
   quitar->setEnabled(tiene_enlace(directorio_, numero) && placa_.puerto() != numero);
   connect(quitar, &QAction::triggered, this,
-          [this, numero] { hacer([this, numero] { return quitar_enlace(directorio_, numero); }); });
+          [this, numero] { hacer([this, numero] { return frase_de(quitar_enlace(directorio_, numero)); }); });
 }
 
 void puertos_qt::llenar_enlaces(QMenu& menu, int numero) {
@@ -102,7 +108,7 @@ void puertos_qt::llenar_enlaces(QMenu& menu, int numero) {
     connect(menu.addAction(literal(rotulo_de(uno))), &QAction::triggered, this, [this, numero, uno] {
       hacer([this, numero, &uno] {
         if (placa_.puerto() == numero) placa_.quitar();
-        return enlazar_puerto(directorio_, numero, uno.estable);
+        return frase_de(enlazar_puerto(directorio_, numero, uno.estable));
       });
     });
   }

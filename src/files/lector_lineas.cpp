@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <cstring>
 
 #include "lectura.h"
@@ -13,29 +12,6 @@ namespace {
 
 constexpr std::size_t bloque = std::size_t{64} * 1024;
 constexpr std::string_view marca_utf8 = "\xEF\xBB\xBF";
-constexpr std::uint64_t mebibyte = std::uint64_t{1024} * 1024;
-
-std::string explicar(int error) {
-  switch (error) {
-    case ENOENT:
-    case ENOTDIR:
-      return "el archivo no existe";
-    case EACCES:
-    case EPERM:
-      return "no hay permiso para leerlo";
-    case EISDIR:
-    case ENODEV:
-      return "no es un archivo normal";
-    case ENAMETOOLONG:
-      return "el nombre es demasiado largo";
-    case ELOOP:
-      return "sus enlaces se muerden la cola";
-    case EIO:
-      return "no se puede leer: el disco ha dado un error";
-    default:
-      return "no se puede leer: error " + std::to_string(error) + " del sistema";
-  }
-}
 
 }  // namespace
 
@@ -47,16 +23,16 @@ struct lector_lineas::estado {
   bool tambien_lf = false;
   /// The last line ended at a CR with nothing behind it in the buffer: an LF to come belongs to it.
   bool falta_lf = false;
-  bool fallo = false;
-  std::string motivo;
+  /// Of no class until reading fails.
+  causa_archivo causa;
   std::string partida;
   std::size_t inicio = 0, fin = 0;
   /// The first of each in the buffer that is not behind `inicio`, as far as that has been looked for; `fin` for none.
   std::size_t cr = 0, lf = 0;
   std::array<char, bloque> datos;
 
-  bool fallar(std::string por_que);
-  bool fallar(int error) { return fallar(explicar(error)); }
+  bool fallo() const { return causa.cual != causa_archivo::clase::ninguna; }
+  bool fallar(const causa_archivo& por_que);
   bool rellenar();
   bool pasar_marca();
   bool preparar_lectura();
@@ -66,9 +42,8 @@ struct lector_lineas::estado {
   std::size_t final_en_bloque();
 };
 
-bool lector_lineas::estado::fallar(std::string por_que) {
-  fallo = true;
-  motivo = std::move(por_que);
+bool lector_lineas::estado::fallar(const causa_archivo& por_que) {
+  causa = por_que;
   inicio = fin = 0;
   archivo.cerrar();
   return false;
@@ -79,9 +54,10 @@ bool lector_lineas::estado::rellenar() {
   inicio = fin = 0;
   if (!archivo.abierta()) return false;
   const std::int64_t hechos = archivo.leer(datos.data(), datos.size());
-  if (hechos < 0) return fallar(archivo.error());
+  if (hechos < 0) return fallar(causa_de_lectura(archivo.error()));
   leidos += static_cast<std::uint64_t>(hechos);
-  if (hechos == 0 ? !archivo.sigue_igual() : leidos > archivo.tamano()) return fallar("ha cambiado mientras se leía");
+  const bool cambiado = hechos == 0 ? !archivo.sigue_igual() : leidos > archivo.tamano();
+  if (cambiado) return fallar({causa_archivo::clase::ha_cambiado});
   if (hechos == 0) archivo.cerrar();
   fin = static_cast<std::size_t>(hechos);
   cr = buscar(0, '\r');
@@ -91,7 +67,7 @@ bool lector_lineas::estado::rellenar() {
 
 /// Goes on behind the mark that says UTF-8, if the file begins with it. False after an error.
 bool lector_lineas::estado::pasar_marca() {
-  if (!rellenar()) return !fallo;
+  if (!rellenar()) return !fallo();
   if (std::string_view(datos.data(), fin).starts_with(marca_utf8)) inicio = marca_utf8.size();
   return true;
 }
@@ -139,7 +115,7 @@ bool lector_lineas::estado::linea_partida(linea& destino) {
     if (completa) pasar_final(donde);
   } while (!completa && rellenar());
   destino.texto = partida;
-  return !fallo;
+  return !fallo();
 }
 
 lector_lineas::lector_lineas() : e_(std::make_unique_for_overwrite<estado>()) {}
@@ -148,11 +124,11 @@ lector_lineas::~lector_lineas() = default;
 bool lector_lineas::abrir(const std::string& ruta, finales como) {
   e_->inicio = e_->fin = 0;
   e_->leidos = 0;
-  e_->falta_lf = e_->fallo = false;
-  e_->motivo.clear();
-  if (const int error = e_->archivo.abrir(ruta)) return e_->fallar(error);
+  e_->falta_lf = false;
+  e_->causa = {};
+  if (const int error = e_->archivo.abrir(ruta)) return e_->fallar(causa_de_lectura(error));
   if (e_->archivo.tamano() > tamano_maximo) {
-    return e_->fallar("es demasiado grande: el máximo son " + std::to_string(tamano_maximo / mebibyte) + " MiB");
+    return e_->fallar({causa_archivo::clase::demasiado_grande, 0, tamano_maximo});
   }
   e_->tambien_lf = como == finales::todos;
   return como == finales::cr || e_->pasar_marca();
@@ -178,10 +154,10 @@ bool lector_lineas::siguiente(linea& destino) {
 }
 
 bool lector_lineas::fallo() const {
-  return e_->fallo;
+  return e_->fallo();
 }
-const std::string& lector_lineas::motivo() const {
-  return e_->motivo;
+const causa_archivo& lector_lineas::causa() const {
+  return e_->causa;
 }
 
 }  // namespace morvane

@@ -1,8 +1,5 @@
 #include "image/cargar_bin.h"
 
-#include <optional>
-
-#include "fallo_carga.h"
 #include "files/lector_lineas.h"
 
 namespace morvane {
@@ -19,13 +16,13 @@ class cargador_bin {
  public:
   explicit cargador_bin(Variables_grab& v) : v_(v) {}
 
-  /// Gives what is wrong with the line, as text for the user; then part of it may be stored.
-  std::optional<std::string> linea(const lector_lineas::linea& texto) {
+  /// Gives what is wrong with the line; then none of it is stored.
+  std::optional<fallo_carga> linea(const lector_lineas::linea& texto) {
     if (texto.largo > maximo_linea) {
-      return "tiene " + std::to_string(texto.largo) + " caracteres y el máximo es " + std::to_string(maximo_linea);
+      return fallo_carga{.cual = fallo_carga::clase::linea_larga, .hay = texto.largo, .limite = maximo_linea};
     }
     if (indice_bytes_ + static_cast<std::int64_t>(texto.largo + en_lugar_del_final.size()) > total_celdas) {
-      return "el archivo no cabe en la memoria";
+      return fallo_carga{.cual = fallo_carga::clase::no_cabe};
     }
     for (const char c : texto.texto) poner_byte_bin(c);
     for (const char c : en_lugar_del_final) poner_byte_bin(c);
@@ -39,28 +36,27 @@ class cargador_bin {
   std::int32_t indice_bytes_ = 0;
 };
 
-std::optional<std::string> leer_lineas(plataforma& plat, Variables_grab& v) {
+std::optional<fallo_carga> leer_lineas(plataforma& plat, Variables_grab& v) {
   lector_lineas lector;
-  if (!lector.abrir(v.ruta_archivo, lector_lineas::finales::cr)) return fallo_de_archivo(lector.motivo());
+  if (!lector.abrir(v.ruta_archivo, lector_lineas::finales::cr)) return fallo_de_archivo(lector.causa());
   cargador_bin cargador(v);
   lector_lineas::linea linea;
   plat.DoEvents();
   for (std::uint64_t numero = 1; lector.siguiente(linea); ++numero) {
-    if (const auto motivo = cargador.linea(linea)) return fallo_de_linea(numero, *motivo);
+    if (const auto fallo = cargador.linea(linea)) return fallo_en_linea(numero, *fallo);
     plat.DoEvents();
   }
-  if (lector.fallo()) return fallo_de_archivo(lector.motivo());
+  if (lector.fallo()) return fallo_de_archivo(lector.causa());
   return std::nullopt;
 }
 
 }  // namespace
 
-void cargar_bin(plataforma& plat, Variables_grab& v) {
+std::optional<fallo_carga> cargar_bin(plataforma& plat, Variables_grab& v) {
   v.dir_max = 0;
-  const auto fallo = leer_lineas(plat, v);
-  if (!fallo) return;
-  desechar_carga(v);
-  avisar_fallo_carga(plat, v, *fallo);
+  auto fallo = leer_lineas(plat, v);
+  if (fallo) desechar_carga(v);
+  return fallo;
 }
 
 }  // namespace morvane

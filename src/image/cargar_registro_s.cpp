@@ -3,7 +3,6 @@
 #include <cstring>
 #include <utility>
 
-#include "files/texto.h"
 #include "image/cargar_s19.h"
 
 namespace morvane {
@@ -37,29 +36,30 @@ constexpr std::uint8_t valor_par(char alta, char baja) {
   return static_cast<std::uint8_t>(b < 0 ? a : a * 16 + b);
 }
 
-std::optional<std::string> mirar_largo(std::uint64_t largo_linea, std::size_t ancho_dir) {
+std::optional<fallo_carga> mirar_largo(std::uint64_t largo_linea, std::size_t ancho_dir) {
   const std::size_t minimo = inicio_dir + ancho_dir + largo_suma;
   if (largo_linea < minimo) {
-    return "tiene " + std::to_string(largo_linea) + " caracteres y un registro S" + std::to_string(ancho_dir / 2 - 1) +
-           " necesita al menos " + std::to_string(minimo);
+    return fallo_carga{.cual = fallo_carga::clase::linea_corta,
+                       .hay = largo_linea,
+                       .limite = minimo,
+                       .tipo = static_cast<int>(ancho_dir / 2 - 1)};
   }
   if (largo_linea - minimo > maximo_datos) {
-    return "el campo de datos tiene " + std::to_string(largo_linea - minimo) + " caracteres y el máximo es " +
-           std::to_string(maximo_datos);
+    return fallo_carga{.cual = fallo_carga::clase::datos_largos, .hay = largo_linea - minimo, .limite = maximo_datos};
   }
   return std::nullopt;
 }
 
-std::string explicar_cifras(std::string_view campo) {
+fallo_carga fallo_de_cifras(std::string_view campo) {
   const auto mala = std::find_if(campo.begin(), campo.end(), [](char c) { return cifra(c) < 0; });
-  const auto posicion = static_cast<std::size_t>(mala - campo.begin()) + inicio_dir + 1;
-  return "el carácter " + std::to_string(posicion) + " es de la dirección y no es una cifra hexadecimal";
+  const auto posicion = static_cast<std::uint64_t>(mala - campo.begin()) + inicio_dir + 1;
+  return {.cual = fallo_carga::clase::cifra, .hay = posicion};
 }
 
-std::optional<std::string> mirar_sitio(std::uint32_t dir, std::size_t bytes) {
+std::optional<fallo_carga> mirar_sitio(std::uint32_t dir, std::size_t bytes) {
   if (bytes == 0 || hay_celda(std::int64_t{dir} + static_cast<std::int64_t>(bytes) - 1)) return std::nullopt;
   const std::uint32_t primera = std::max(dir, static_cast<std::uint32_t>(total_celdas));
-  return "la dirección 0x" + hex(primera, 6) + " está fuera de la memoria";
+  return fallo_carga{.cual = fallo_carga::clase::fuera_de_memoria, .hay = primera};
 }
 
 template <std::size_t... i>
@@ -101,16 +101,16 @@ void guardar_datos(Variables_grab& v, std::uint32_t dir, std::string_view datos,
 
 }  // namespace
 
-std::optional<std::string> cargar_registro_s(Variables_grab& v, std::string_view linea, std::uint64_t largo_linea,
+std::optional<fallo_carga> cargar_registro_s(Variables_grab& v, std::string_view linea, std::uint64_t largo_linea,
                                              std::uint8_t ancho_dir) {
-  if (auto motivo = mirar_largo(largo_linea, ancho_dir)) return motivo;
+  if (const auto fallo = mirar_largo(largo_linea, ancho_dir)) return fallo;
   const std::string_view campo_dir(linea.data() + inicio_dir, ancho_dir);
   const std::optional<std::uint32_t> dir = valor_dir(campo_dir);
-  if (!dir) return explicar_cifras(campo_dir);
+  if (!dir) return fallo_de_cifras(campo_dir);
   const std::size_t inicio = inicio_dir + ancho_dir;
   const std::string_view datos(linea.data() + inicio, linea.size() - inicio - largo_suma);
   const std::size_t bytes = (datos.size() + cifras_grupo - 1) / cifras_grupo * cifras_grupo / 2;
-  if (auto motivo = mirar_sitio(*dir, bytes)) return motivo;
+  if (const auto fallo = mirar_sitio(*dir, bytes)) return fallo;
   guardar_datos(v, *dir, datos, bytes);
   std::memset(v.buffer_salida.data() + chip.configuracion.desde, 0, chip.configuracion.largo());
   return std::nullopt;

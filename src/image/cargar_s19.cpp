@@ -1,6 +1,5 @@
 #include "image/cargar_s19.h"
 
-#include "fallo_carga.h"
 #include "files/lector_lineas.h"
 
 namespace morvane {
@@ -13,10 +12,9 @@ std::uint8_t ancho_de_tipo(std::string_view linea) {
   return static_cast<std::uint8_t>(2 * (linea[1] - '1') + 4);
 }
 
-/// Gives what went wrong, as text for the user.
-std::optional<std::string> leer_registros(Variables_grab& v, avance& a) {
+std::optional<fallo_carga> leer_registros(Variables_grab& v, avance& a) {
   lector_lineas lector;
-  if (!lector.abrir(v.ruta_archivo, lector_lineas::finales::todos)) return fallo_de_archivo(lector.motivo());
+  if (!lector.abrir(v.ruta_archivo, lector_lineas::finales::todos)) return fallo_de_archivo(lector.causa());
   const auto total = static_cast<std::int64_t>(lector.tamano());
   std::int64_t acumulado = 0;
   lector_lineas::linea linea;
@@ -24,29 +22,25 @@ std::optional<std::string> leer_registros(Variables_grab& v, avance& a) {
     avanzar_progreso(a, total, static_cast<std::int64_t>(linea.largo), acumulado);
     const std::uint8_t ancho_dir = ancho_de_tipo(linea.texto);
     if (ancho_dir == 0) continue;
-    if (auto motivo = cargar_registro_s(v, linea.texto, linea.largo, ancho_dir)) return fallo_de_linea(numero, *motivo);
+    if (const auto fallo = cargar_registro_s(v, linea.texto, linea.largo, ancho_dir)) {
+      return fallo_en_linea(numero, *fallo);
+    }
   }
-  if (lector.fallo()) return fallo_de_archivo(lector.motivo());
+  if (lector.fallo()) return fallo_de_archivo(lector.causa());
   return std::nullopt;
 }
 
 }  // namespace
 
-void cargar_s19(plataforma& plat, Variables_grab& v, avance& a) {
+std::optional<fallo_carga> cargar_s19(plataforma& plat, Variables_grab& v, avance& a) {
   a.time_ini.Text = plat.hora();
   a.Progress.Value = 0;
   plat.DoEvents();
   v.dir_max = 0;
-  const auto fallo = leer_registros(v, a);
+  auto fallo = leer_registros(v, a);
   if (fallo) desechar_carga(v);
   a.time_fin.Text = plat.hora();
-  if (fallo) {
-    avisar_fallo_carga(plat, v, *fallo);
-  } else {
-    plat.MsgBox({.titulo = "", .texto = "Ha terminado de cargar el archivo"});
-  }
-  a.Progress.Value = 0;
-  a.cancelar = false;
+  return fallo;
 }
 
 }  // namespace morvane

@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "files/texto.h"
+#include "frases/frases.h"
 #include "image/cargar_bin.h"
 #include "image/cargar_s19.h"
 #include "link/puerto.h"
@@ -24,10 +25,33 @@ struct formato {
   void (*cargar)(frm_principal& f);
 };
 
+void avisar_fallo_carga(frm_principal& f, const fallo_carga& fallo) {
+  f.plat.MsgBox({.titulo = "Atención",
+                 .texto = "No se ha podido cargar el archivo:\r\n" + f.v.ruta_archivo + "\r\n" + frase(fallo),
+                 .teclas = botones::Aceptar,
+                 .dibujo = icono::critico});
+}
+
+/// Ends with a box in any case.
+void cargar_proyecto_s19(frm_principal& f) {
+  if (const auto fallo = cargar_s19(f.plat, f.v, f.progreso)) {
+    avisar_fallo_carga(f, *fallo);
+  } else {
+    f.plat.MsgBox({.titulo = "", .texto = "Ha terminado de cargar el archivo"});
+  }
+  f.progreso.Progress.Value = 0;
+  f.progreso.cancelar = false;
+}
+
+/// Silent when it succeeds.
+void cargar_proyecto_bin(frm_principal& f) {
+  if (const auto fallo = cargar_bin(f.plat, f.v)) avisar_fallo_carga(f, *fallo);
+}
+
 /// In the order in which the open dialog offers them.
 constexpr std::array formatos{
-    formato{"S19", "S-Record (*.s19)|*.s19", [](frm_principal& f) { cargar_s19(f.plat, f.v, f.progreso); }},
-    formato{"BIN", "Binario (*.bin)|*.bin", [](frm_principal& f) { cargar_bin(f.plat, f.v); }},
+    formato{"S19", "S-Record (*.s19)|*.s19", cargar_proyecto_s19},
+    formato{"BIN", "Binario (*.bin)|*.bin", cargar_proyecto_bin},
 };
 
 /// Null if there is no such kind.

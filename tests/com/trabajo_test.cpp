@@ -1,6 +1,7 @@
 #include <chrono>
 
 #include "apoyo/banco.h"
+#include "frases/frases.h"
 #include "serial/sistema.h"
 #include "shell/frm_principal.h"
 #include "shell/ordenes.h"
@@ -23,7 +24,7 @@ struct TrabajoCom : testing::Test {
     dir.escribir("unidades/c/Datos/TORVAX-m68k/memoria.txt", "");
     dir.escribir("SETTINGS.TXT", "\"57600\",\"n\",\"8\",\"1\"\r\n\"COM1\"\r\n");
     plat.usuario = [](const caja&) { return vbYes; };
-    linea.al_fallar = [this](const std::string& motivo) { plat.cajas.push_back({"", motivo}); };
+    linea.al_fallar = [this](const causa_puerto& causa) { plat.cajas.push_back({"", frase(causa)}); };
     Form_Load(f);
     ASSERT_TRUE(plat.cajas.empty()) << "the bridge answers at the start";
     abrir_soltado(f, MUESTRAS "/demo-s1.s19");

@@ -22,15 +22,15 @@ struct carga : testing::Test {
     plat.paciencia = total_celdas;
     v.dir_max = 7;
     v.ruta_archivo = ruta;
-    binario ? cargar_bin(plat, v) : cargar_s19(plat, v, a);
+    fallo = binario ? cargar_bin(plat, v) : cargar_s19(plat, v, a);
   }
   void s19(const std::string& texto) { cargar_archivo(dir.escribir("f", texto), false); }
   void bin(const std::string& texto) { cargar_archivo(dir.escribir("f", texto), true); }
-  void espera_fallo(const std::string& detalle) const {
-    const std::string texto = "No se ha podido cargar el archivo:\r\n" + v.ruta_archivo + "\r\n" + detalle;
-    EXPECT_EQ(plat.cajas, (std::vector<caja>{{"Atención", texto, botones::Aceptar, icono::critico}}));
+  void espera_fallo(const fallo_carga& cual) const {
+    ASSERT_TRUE(fallo);
+    EXPECT_EQ(fallo->linea, cual.linea);
+    EXPECT_TRUE(*fallo == cual) << static_cast<int>(fallo->cual) << ": " << fallo->hay << ", " << fallo->limite;
     EXPECT_TRUE(vacia()) << "nothing is half loaded";
-    EXPECT_EQ(a.Progress.Value, 0) << "nothing is half loaded";
   }
   bool vacia() const { return v.dir_max == 0 && std::ranges::count(v.buffer_salida, 0xFF) == total_celdas; }
   auto marcas() const { return std::ranges::count(v.mascara_salida, 1); }
@@ -43,11 +43,12 @@ struct carga : testing::Test {
   contador_cambios cambios;
   Variables_grab v;
   avance a{cambios};
+  std::optional<fallo_carga> fallo;
 };
 
 TEST_F(carga, samples_of_all_record_types_and_line_ends_give_the_same_image) {
   cargar_archivo(MUESTRAS "/demo-s1.s19", false);
-  EXPECT_EQ(plat.cajas, (std::vector<caja>{{"", "Ha terminado de cargar el archivo"}}));
+  EXPECT_FALSE(fallo);
   EXPECT_EQ(v.dir_max, 0x13B3);
   EXPECT_EQ(celdas(0, 8), (bytes{0x20, 0x00, 0x80, 0x00, 0, 0, 4, 0x20}));
   const Variables_grab primera = v;
@@ -68,38 +69,37 @@ TEST_F(carga, without_a_data_line_or_after_a_stop_nothing_is_loaded) {
     s19(texto);
     EXPECT_TRUE(vacia()) << texto;
     EXPECT_EQ(marcas(), 0) << texto;
-    EXPECT_FALSE(a.cancelar) << texto;
-    EXPECT_EQ(plat.cajas.size(), 1U) << texto;
+    EXPECT_FALSE(fallo) << texto;
+    a.cancelar = false;
   }
 }
 
 TEST_F(carga, bar_and_times_follow_the_load) {
-  int barra = -1;
   plat.en_cada_pasada = [&] { plat.pasar(std::chrono::seconds(65)); };
   // 10 of 22 characters are text of lines: 11.36 of 25 steps, and of these there are 24 to be seen.
   for (const auto& [texto, pasos] : {std::pair{"S0\r\nS0\r\nS9\r\n\r\nS9\r\nS9\r\n", 11}, {"S0", 0}}) {
-    plat.responder(vbOK, [&] { barra = a.Progress.Value; });
     s19(texto);
-    EXPECT_EQ(barra, pasos);
+    EXPECT_EQ(a.Progress.Value, pasos);
   }
   EXPECT_EQ(a.time_ini.Text.valor() + a.time_fin.Text.valor(), "00:01:0500:02:10");
 }
 
 TEST_F(carga, a_line_past_a_limit_is_named_and_the_image_wiped) {
   const auto larga = [](std::size_t cifras) { return "S1002000" + std::string(cifras, '5') + "00"; };
-  const std::pair<std::string, const char*> casos[] = {
-      {"S1", "tiene 2 caracteres y un registro S1 necesita al menos 10"},
-      {"S2130200000", "tiene 11 caracteres y un registro S2 necesita al menos 12"},
-      {larga(249), "el campo de datos tiene 249 caracteres y el máximo es 248"},
-      {larga(200'000), "el campo de datos tiene 200000 caracteres y el máximo es 248"},
-      {"S10610G0AABBCCB8", "el carácter 7 es de la dirección y no es una cifra hexadecimal"},
-      {"S3070003000\xF1\x31\x31", "el carácter 12 es de la dirección y no es una cifra hexadecimal"},
-      {"S20604000001FF", "la dirección 0x040002 está fuera de la memoria"},
-      {"S309FFFFFFFE0102030400", "la dirección 0xFFFFFFFE está fuera de la memoria"},
+  using clase = fallo_carga::clase;
+  const std::pair<std::string, fallo_carga> casos[] = {
+      {"S1", {.cual = clase::linea_corta, .hay = 2, .limite = 10, .tipo = 1}},
+      {"S2130200000", {.cual = clase::linea_corta, .hay = 11, .limite = 12, .tipo = 2}},
+      {larga(249), {.cual = clase::datos_largos, .hay = 249, .limite = 248}},
+      {larga(200'000), {.cual = clase::datos_largos, .hay = 200'000, .limite = 248}},
+      {"S10610G0AABBCCB8", {.cual = clase::cifra, .hay = 7}},
+      {"S3070003000\xF1\x31\x31", {.cual = clase::cifra, .hay = 12}},
+      {"S20604000001FF", {.cual = clase::fuera_de_memoria, .hay = 0x40002}},
+      {"S309FFFFFFFE0102030400", {.cual = clase::fuera_de_memoria, .hay = 0xFFFFFFFE}},
   };
-  for (const auto& [linea, motivo] : casos) {
+  for (const auto& [linea, cual] : casos) {
     s19("S0030000FC\r\n" + larga(248) + "\r\n\r\n" + linea + "\r\nS1063000AABBCCB8");
-    espera_fallo("Línea 4: " + std::string(motivo));
+    espera_fallo(fallo_en_linea(4, cual));
     EXPECT_EQ(marcas(), 124) << "marks of the lines in front stay";
   }
 }
@@ -130,20 +130,20 @@ TEST_F(carga, line_ends_of_a_binary_file_become_two_dots) {
   EXPECT_EQ(celdas(0, 14), bytes(esperada.begin(), esperada.end()));
   EXPECT_EQ(v.dir_max, 13);
   EXPECT_EQ(marcas(), 14);
-  EXPECT_TRUE(plat.cajas.empty());
+  EXPECT_FALSE(fallo);
 }
 
 TEST_F(carga, a_binary_file_fills_the_last_cell_and_no_more_with_lines_of_252_characters) {
   std::string lleno(total_celdas - 2, 'x');
   for (std::size_t i = 252; i + 1 < lleno.size(); i += 254) lleno.replace(i, 2, "\r\n");
   bin(lleno);
-  EXPECT_TRUE(plat.cajas.empty());
+  EXPECT_FALSE(fallo);
   EXPECT_EQ(v.dir_max, total_celdas - 1);
   EXPECT_EQ(v.buffer_salida[0x400], 'x');
   bin(lleno + "x");
-  espera_fallo("Línea 1033: el archivo no cabe en la memoria");
+  espera_fallo({.cual = fallo_carga::clase::no_cabe, .linea = 1033});
   bin("corta\r" + std::string(253, 'x'));
-  espera_fallo("Línea 2: tiene 253 caracteres y el máximo es 252");
+  espera_fallo({.cual = fallo_carga::clase::linea_larga, .hay = 253, .limite = 252, .linea = 2});
 }
 
 TEST_F(carga, a_file_that_changes_while_it_is_read_is_not_loaded_by_halves) {
@@ -158,7 +158,7 @@ TEST_F(carga, a_file_that_changes_while_it_is_read_is_not_loaded_by_halves) {
       if (++pasada == 2) cambiar();
     };
     bin(std::string(100'000, '\r'));
-    espera_fallo("Motivo: ha cambiado mientras se leía");
+    espera_fallo(fallo_de_archivo({causa_archivo::clase::ha_cambiado}));
   }
 }
 

@@ -50,30 +50,21 @@ fs::path ruta_estable(const fs::path& raiz, const fs::path& dispositivo) {
   return dispositivo;
 }
 
-std::string lo_que_hay(const fs::path& ruta, const std::vector<std::string>& programas) {
-  const auto placa = [](const std::string& p) { return p.starts_with("puente "); };
-  if (std::ranges::any_of(programas, placa)) return "\nPlaca simulada";
-  const std::string nombre = nombre_del_aparato("/sys/class/tty" / ruta.filename());
-  return nombre.empty() ? "" : "\n" + nombre;
+bool es_placa(const std::string& programa) {
+  return programa.starts_with("puente ");
 }
 
-std::string estado(const fs::path& ruta, std::vector<std::string> programas) {
-  if (::access(ruta.c_str(), R_OK | W_OK) != 0) return "\nNo se puede abrir: " + explicar_apertura(ruta, errno);
-  std::erase_if(programas, [](const std::string& p) { return p.starts_with("puente "); });
-  if (programas.empty()) return "\nLibre";
-  return "\nLo tiene abierto " + programas.front();
-}
-
-std::string fracaso(const fs::path& enlace, const std::error_code& error) {
-  return "no se puede cambiar el enlace " + enlace.native() + ": " + error.message();
+std::optional<causa_puerto> fracaso(int numero, const fs::path& enlace, const std::error_code& error) {
+  return causa_puerto{
+      .cual = causa_puerto::clase::enlace_fijo, .puerto = numero, .enlace = enlace, .error = error.value()};
 }
 
 /// Only links are ever replaced or taken away.
-std::string comprobar_enlace(const fs::path& enlace) {
+std::optional<causa_puerto> comprobar_enlace(int numero, const fs::path& enlace) {
   std::error_code error;
   const fs::file_status que = fs::symlink_status(enlace, error);
-  if (!fs::exists(que) || fs::is_symlink(que)) return {};
-  return enlace.native() + " existe y no es un enlace";
+  if (!fs::exists(que) || fs::is_symlink(que)) return std::nullopt;
+  return causa_puerto{.cual = causa_puerto::clase::no_es_enlace, .puerto = numero, .enlace = enlace};
 }
 
 }  // namespace
@@ -91,12 +82,19 @@ std::vector<aparato> aparatos(const fs::path& raiz) {
   return todos;
 }
 
-std::string describir_puerto(const fs::path& directorio, int numero) {
-  const std::string nombre = "COM" + std::to_string(numero) + ": ";
-  const fs::path ruta = dispositivo_puerto(directorio, numero);
-  if (ruta.empty()) return nombre + explicar_falta(directorio, numero);
-  const std::vector<std::string> programas = programas_con(ruta);
-  return nombre + ruta.native() + lo_que_hay(ruta, programas) + estado(ruta, programas);
+descripcion_puerto describir_puerto(const fs::path& directorio, int numero) {
+  descripcion_puerto puerto{.numero = numero, .dispositivo = dispositivo_puerto(directorio, numero)};
+  const fs::path& ruta = puerto.dispositivo;
+  if (ruta.empty()) {
+    puerto.falta = causa_de_falta(directorio, numero);
+    return puerto;
+  }
+  std::vector<std::string> programas = programas_con(ruta);
+  puerto.placa_simulada = std::erase_if(programas, es_placa) > 0;
+  puerto.nombre = nombre_del_aparato("/sys/class/tty" / ruta.filename());
+  puerto.quien = programas.empty() ? "" : programas.front();
+  if (::access(ruta.c_str(), R_OK | W_OK) != 0) puerto.cerrado = causa_de_apertura(ruta, errno);
+  return puerto;
 }
 
 bool tiene_enlace(const fs::path& directorio, int numero) {
@@ -104,28 +102,28 @@ bool tiene_enlace(const fs::path& directorio, int numero) {
   return fs::is_symlink(enlace_de(directorio, numero), error);
 }
 
-std::string enlazar_puerto(const fs::path& directorio, int numero, const fs::path& destino) {
+std::optional<causa_puerto> enlazar_puerto(const fs::path& directorio, int numero, const fs::path& destino) {
   const fs::path enlace = enlace_de(directorio, numero);
-  if (std::string falta = comprobar_enlace(enlace); !falta.empty()) return falta;
+  if (auto falta = comprobar_enlace(numero, enlace)) return falta;
   std::error_code error;
   fs::create_directories(enlace.parent_path(), error);
   fs::path provisional = enlace;
   provisional += "." + std::to_string(::getpid()) + ".tmp";
   fs::create_symlink(destino, provisional, error);
-  if (error) return fracaso(enlace, error);
+  if (error) return fracaso(numero, enlace, error);
   fs::rename(provisional, enlace, error);
-  if (!error) return {};
+  if (!error) return std::nullopt;
   std::error_code resto;
   fs::remove(provisional, resto);
-  return fracaso(enlace, error);
+  return fracaso(numero, enlace, error);
 }
 
-std::string quitar_enlace(const fs::path& directorio, int numero) {
+std::optional<causa_puerto> quitar_enlace(const fs::path& directorio, int numero) {
   const fs::path enlace = enlace_de(directorio, numero);
-  if (std::string falta = comprobar_enlace(enlace); !falta.empty()) return falta;
+  if (auto falta = comprobar_enlace(numero, enlace)) return falta;
   std::error_code error;
   fs::remove(enlace, error);
-  return error ? fracaso(enlace, error) : std::string();
+  return error ? fracaso(numero, enlace, error) : std::nullopt;
 }
 
 }  // namespace morvane

@@ -12,7 +12,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
-#include <cstring>
 
 #include "ocupantes_tty.h"
 #include "platform/descriptor.h"
@@ -81,30 +80,40 @@ fs::path enlace_pasado(fs::path ruta) {
   return pasado ? ultimo : fs::path{};
 }
 
-std::string explicar_enlace_pasado(const fs::path& enlace, const fs::path& terminal) {
-  const std::string quienes = ocupantes(terminal);
-  return "el enlace " + enlace.native() + " es de una placa que ya no está: " + terminal.native() +
-         " se ha abierto después y es de " + (quienes.empty() ? "otro programa" : quienes) +
-         "; arranque la placa otra vez, o cambie o quite el enlace";
-}
-
 bool es_dispositivo(const fs::path& ruta) {
   struct stat que {};
   return ::stat(ruta.c_str(), &que) == 0 && S_ISCHR(que.st_mode);
 }
 
-std::string explicar_permiso(const fs::path& ruta) {
+/// Where a path, or the link in its place, leads to no device.
+causa_puerto falta_tras(const fs::path& ruta) {
+  using clase = causa_puerto::clase;
+  std::error_code error;
+  const fs::path final = fs::canonical(ruta, error);
+  if (const fs::path pasado = enlace_pasado(ruta); !pasado.empty()) {
+    return {.cual = clase::enlace_pasado, .ruta = final, .enlace = pasado, .quien = ocupantes(final)};
+  }
+  if (!error) return {.cual = clase::no_es_dispositivo, .ruta = final};
+  if (error == std::errc::permission_denied) return {.cual = clase::camino_cerrado, .ruta = ruta};
+  if (hay_enlace(ruta)) return {.cual = clase::enlace_roto, .ruta = fs::read_symlink(ruta, error), .enlace = ruta};
+  return {.cual = clase::sin_nada, .ruta = ruta};
+}
+
+causa_puerto causa_de_permiso(const fs::path& ruta) {
+  using clase = causa_puerto::clase;
   struct stat que {};
   constexpr mode_t del_grupo = S_IRGRP | S_IWGRP;
-  if (::stat(ruta.c_str(), &que) != 0) return "sin permiso";
+  if (::stat(ruta.c_str(), &que) != 0) return {.cual = clase::sin_permiso, .ruta = ruta};
   if (que.st_gid == 0 || (que.st_mode & del_grupo) != del_grupo) {
     const passwd* dueno = ::getpwuid(que.st_uid);
-    return "sin permiso: es solo del usuario " +
-           (dueno != nullptr ? std::string(dueno->pw_name) : std::to_string(que.st_uid));
+    return {.cual = clase::solo_de_usuario,
+            .ruta = ruta,
+            .quien = dueno != nullptr ? std::string(dueno->pw_name) : std::to_string(que.st_uid)};
   }
   const group* grupo = ::getgrgid(que.st_gid);
-  const std::string nombre = grupo != nullptr ? grupo->gr_name : std::to_string(que.st_gid);
-  return "sin permiso: ejecute «sudo usermod -aG " + nombre + " $USER» y vuelva a iniciar la sesión";
+  return {.cual = clase::falta_grupo,
+          .ruta = ruta,
+          .quien = grupo != nullptr ? std::string(grupo->gr_name) : std::to_string(que.st_gid)};
 }
 
 }  // namespace
@@ -152,42 +161,46 @@ void dejar_exclusiva(int fd) {
   (void)::ioctl(fd, TIOCNXCL);
 }
 
-std::string explicar_falta(const fs::path& directorio, int numero) {
-  const fs::path enlace = enlace_de(directorio, numero);
-  const bool enlazado = hay_enlace(enlace);
-  const fs::path ruta = principio_de(directorio, numero);
+causa_puerto causa_de_falta(const fs::path& directorio, int numero) {
+  using clase = causa_puerto::clase;
+  const fs::path enlace = enlace_de(directorio, numero), ruta = principio_de(directorio, numero);
+  causa_puerto causa;
   if (!sigue(directorio)) {
-    return "la carpeta del programa ya no está en " + directorio.native() +
-           "; cierre el programa y vuelva a arrancarlo";
+    causa = {.cual = clase::carpeta_movida, .ruta = directorio};
+  } else if (ruta.empty()) {
+    causa = {.cual = clase::sin_enlace};
+  } else {
+    causa = falta_tras(ruta);
   }
-  if (ruta.empty()) return "no existe el enlace " + enlace.native();
-  std::error_code error;
-  const fs::path final = fs::canonical(ruta, error);
-  if (const fs::path pasado = enlace_pasado(ruta); !pasado.empty()) return explicar_enlace_pasado(pasado, final);
-  if (!error) return final.native() + " no es un dispositivo serie";
-  if (error == std::errc::permission_denied) return "sin permiso para llegar a lo que hay tras " + ruta.native();
-  if (!enlazado) return "no existen ni " + ruta.native() + " ni el enlace " + enlace.native();
-  return "el enlace " + enlace.native() + " lleva a " + fs::read_symlink(enlace, error).native() + ", que no existe";
+  causa.puerto = numero;
+  if (causa.enlace.empty()) causa.enlace = enlace;
+  return causa;
 }
 
-std::string explicar_apertura(const fs::path& ruta, int error) {
+std::optional<causa_puerto> causa_de_camino(const fs::path& ruta) {
+  std::error_code error;
+  const fs::path final = fs::canonical(ruta, error);
+  if (!error && enlace_pasado(ruta).empty() && es_dispositivo(final)) return std::nullopt;
+  return falta_tras(ruta);
+}
+
+causa_puerto causa_de_apertura(const fs::path& ruta, int error) {
+  using clase = causa_puerto::clase;
   switch (error) {
-    case EBUSY: {
-      const std::string quienes = ocupantes(ruta);
-      return "ocupado por " + (quienes.empty() ? "otro programa" : quienes);
-    }
+    case EBUSY:
+      return {.cual = clase::ocupado, .ruta = ruta, .quien = ocupantes(ruta)};
     case EACCES:
     case EPERM:
-      return explicar_permiso(ruta);
+      return causa_de_permiso(ruta);
     case ENOTTY:
     case EINVAL:
-      return "no es un dispositivo serie";
+      return {.cual = clase::no_es_serie, .ruta = ruta};
     case EIO:
     case ENXIO:
     case ENODEV:
-      return "no hay ningún aparato detrás de este dispositivo";
+      return {.cual = clase::sin_aparato, .ruta = ruta};
     default:
-      return std::strerror(error);
+      return {.cual = clase::sistema, .ruta = ruta, .error = error};
   }
 }
 

@@ -3,7 +3,9 @@
 #include <sys/stat.h>
 
 #include <filesystem>
-#include <string>
+#include <optional>
+
+#include "serial/causa_puerto.h"
 
 namespace morvane {
 
@@ -27,9 +29,11 @@ bool tomar_en_exclusiva(int fd);
 /// Gives back what `tomar_en_exclusiva` took, as far as closing does not.
 void dejar_exclusiva(int fd);
 
-/// Why port `numero` leads to no device, and why opening the device `ruta` failed with `error`: in Spanish, without a
-/// line end, with what the user can do about it where that is known.
-std::string explicar_falta(const std::filesystem::path& directorio, int numero);
-std::string explicar_apertura(const std::filesystem::path& ruta, int error);
+/// Why port `numero` leads to no device, which was found out before.
+causa_puerto causa_de_falta(const std::filesystem::path& directorio, int numero);
+/// Why the path `ruta` leads to no device; nothing if it does.
+std::optional<causa_puerto> causa_de_camino(const std::filesystem::path& ruta);
+/// Why opening the device `ruta` failed with `error`. The port's number is left to the caller.
+causa_puerto causa_de_apertura(const std::filesystem::path& ruta, int error);
 
 }  // namespace morvane

@@ -11,7 +11,6 @@
 #include <utility>
 
 #include "ajuste_tty.h"
-#include "motivos.h"
 #include "platform/descriptor.h"
 #include "puertos_tty.h"
 
@@ -46,34 +45,45 @@ std::filesystem::path transporte_tty::dispositivo(int numero) const {
 }
 
 bool transporte_tty::existe(int numero) {
-  motivo_.clear();
-  return !dispositivo(numero).empty() || falla(numero, explicar_falta(directorio_, numero));
+  causa_.reset();
+  return !dispositivo(numero).empty() || falla(causa_de_falta(directorio_, numero));
 }
 
-bool transporte_tty::falla(int numero, const std::string& porque) {
-  motivo_ = motivo_de(numero, porque);
-  if (al_fallar) al_fallar(motivo_);
+bool transporte_tty::falla(causa_puerto porque) {
+  causa_ = std::move(porque);
+  if (al_fallar) al_fallar(*causa_);
   return false;
 }
 
 bool transporte_tty::abrir(int numero, const parametros_linea& linea) {
   cerrar();
   if (!existe(numero)) return false;
-  const std::filesystem::path ruta = dispositivo(numero);
-  const std::string porque = tomar(ruta, linea);
-  return porque.empty() || falla(numero, ruta.native() + ": " + porque);
+  auto porque = tomar(dispositivo(numero), linea);
+  if (!porque) return true;
+  porque->puerto = numero;
+  return falla(std::move(*porque));
 }
 
-std::string transporte_tty::tomar(const std::filesystem::path& ruta, const parametros_linea& linea) {
+bool transporte_tty::abrir_ruta(const std::filesystem::path& ruta, const parametros_linea& linea) {
+  cerrar();
+  causa_.reset();
+  auto porque = causa_de_camino(ruta);
+  if (!porque) porque = tomar(std::filesystem::canonical(ruta), linea);
+  if (!porque) return true;
+  porque->puerto = causa_puerto::sin_numero;
+  return falla(std::move(*porque));
+}
+
+std::optional<causa_puerto> transporte_tty::tomar(const std::filesystem::path& ruta, const parametros_linea& linea) {
   descriptor fd(abrir_dispositivo(ruta));
-  if (!fd.abierto() || !tomar_en_exclusiva(fd.numero())) return explicar_apertura(ruta, errno);
+  if (!fd.abierto() || !tomar_en_exclusiva(fd.numero())) return causa_de_apertura(ruta, errno);
   if (!ajuste_->poner(fd.numero(), linea)) {
     dejar_exclusiva(fd.numero());
-    return parametros_rechazados(linea);
+    return causa_puerto{.cual = causa_puerto::clase::parametros, .ruta = ruta, .linea = linea};
   }
   (void)::ioctl(fd.numero(), TCFLSH, TCIOFLUSH);
   fd_ = fd.soltar();
-  return {};
+  return std::nullopt;
 }
 
 void transporte_tty::escribir(std::string_view datos) {

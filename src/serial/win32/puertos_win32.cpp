@@ -18,7 +18,6 @@ namespace {
 constexpr DWORD cabida = 1024;
 /// The class of the ports in the host's list of devices.
 constexpr GUID clase_puertos = {0x4D36E978, 0xE325, 0x11CE, {0xBF, 0xC1, 0x08, 0x00, 0x2B, 0xE1, 0x03, 0x18}};
-constexpr const char* numero_fijo = "el número de un puerto se cambia en el Administrador de dispositivos de Windows";
 
 std::wstring hasta_el_cero(const std::array<wchar_t, cabida>& texto) {
   return {texto.begin(), std::find(texto.begin(), texto.end(), L'\0')};
@@ -66,23 +65,24 @@ std::string aparato_tras(int numero) {
   return estrecho(hasta_el_cero(destino));
 }
 
-std::string explicar_apertura(DWORD error) {
+causa_puerto causa_de_apertura(int numero, DWORD error) {
+  using clase = causa_puerto::clase;
   switch (error) {
     case ERROR_ACCESS_DENIED:
     case ERROR_SHARING_VIOLATION:
     case ERROR_BUSY:
-      return "ocupado por otro programa";
+      return {.cual = clase::ocupado, .puerto = numero};
     case ERROR_FILE_NOT_FOUND:
     case ERROR_PATH_NOT_FOUND:
     case ERROR_DEVICE_NOT_CONNECTED:
     case ERROR_GEN_FAILURE:
-      return "no hay ningún aparato detrás de este puerto";
+      return {.cual = clase::sin_aparato, .puerto = numero};
     case ERROR_INVALID_PARAMETER:
     case ERROR_INVALID_FUNCTION:
     case ERROR_INVALID_HANDLE:
-      return "no es un dispositivo serie";
+      return {.cual = clase::no_es_serie, .puerto = numero};
     default:
-      return "no se puede abrir: error " + std::to_string(error) + " de Windows";
+      return {.cual = clase::windows, .puerto = numero, .error = static_cast<int>(error)};
   }
 }
 
@@ -108,23 +108,23 @@ std::vector<aparato> aparatos(const fs::path& /*raiz*/) {
   return todos;
 }
 
-std::string describir_puerto(const fs::path& /*directorio*/, int numero) {
-  const std::string nombre = "COM" + std::to_string(numero), detras = aparato_tras(numero);
-  if (detras.empty()) return nombre + ": no existe en este equipo";
-  const std::string llamado = nombres()[nombre];
-  return nombre + ": " + detras + (llamado.empty() ? "" : "\n" + llamado);
+descripcion_puerto describir_puerto(const fs::path& /*directorio*/, int numero) {
+  const std::string nombre = "COM" + std::to_string(numero);
+  descripcion_puerto puerto{.numero = numero, .dispositivo = aparato_tras(numero), .nombre = nombres()[nombre]};
+  if (puerto.dispositivo.empty()) puerto.falta = causa_puerto{.puerto = numero};
+  return puerto;
 }
 
 bool tiene_enlace(const fs::path& /*directorio*/, int /*numero*/) {
   return false;
 }
 
-std::string enlazar_puerto(const fs::path& /*directorio*/, int /*numero*/, const fs::path& /*destino*/) {
-  return numero_fijo;
+std::optional<causa_puerto> enlazar_puerto(const fs::path& /*directorio*/, int numero, const fs::path& /*destino*/) {
+  return causa_puerto{.cual = causa_puerto::clase::numero_fijo, .puerto = numero};
 }
 
-std::string quitar_enlace(const fs::path& /*directorio*/, int /*numero*/) {
-  return {};
+std::optional<causa_puerto> quitar_enlace(const fs::path& /*directorio*/, int /*numero*/) {
+  return std::nullopt;
 }
 
 }  // namespace morvane

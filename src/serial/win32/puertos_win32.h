@@ -5,6 +5,8 @@
 #include <filesystem>
 #include <string>
 
+#include "serial/causa_puerto.h"
+
 namespace morvane {
 
 /// \\.\COMn, whether there is such a port or not.
@@ -13,7 +15,7 @@ std::filesystem::path dispositivo_com(int numero);
 /// What the host calls the device behind COMn, such as \Device\Serial0; empty if there is none. Opens nothing.
 std::string aparato_tras(int numero);
 
-/// Why opening the port failed with `error` of the host, in Spanish, without a line end.
-std::string explicar_apertura(DWORD error);
+/// Why opening the port `numero` failed with `error` of the host.
+causa_puerto causa_de_apertura(int numero, DWORD error);
 
 }  // namespace morvane

@@ -4,7 +4,6 @@
 #include <chrono>
 
 #include "linea_win32.h"
-#include "motivos.h"
 #include "puertos_win32.h"
 
 namespace morvane {
@@ -99,13 +98,13 @@ std::filesystem::path transporte_win32::dispositivo(int numero) const {
 }
 
 bool transporte_win32::existe(int numero) {
-  motivo_.clear();
-  return !dispositivo(numero).empty() || falla(numero, "no existe en este equipo");
+  causa_.reset();
+  return !dispositivo(numero).empty() || falla({.puerto = numero});
 }
 
-bool transporte_win32::falla(int numero, const std::string& porque) {
-  motivo_ = motivo_de(numero, porque);
-  if (al_fallar) al_fallar(motivo_);
+bool transporte_win32::falla(causa_puerto porque) {
+  causa_ = std::move(porque);
+  if (al_fallar) al_fallar(*causa_);
   return false;
 }
 
@@ -115,9 +114,11 @@ bool transporte_win32::abrir(int numero, const parametros_linea& linea) {
   const HANDLE puerto = ::CreateFileW(dispositivo_com(numero).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
                                       OPEN_EXISTING, FILE_FLAG_OVERLAPPED, nullptr);
   // At once: what else is made meanwhile has errors of its own.
-  if (puerto == INVALID_HANDLE_VALUE) return falla(numero, explicar_apertura(::GetLastError()));
+  if (puerto == INVALID_HANDLE_VALUE) return falla(causa_de_apertura(numero, ::GetLastError()));
   auto nueva = std::make_unique<linea_abierta>(puerto);
-  if (!ajustar_com(puerto, linea)) return falla(numero, parametros_rechazados(linea));
+  if (!ajustar_com(puerto, linea)) {
+    return falla({.cual = causa_puerto::clase::parametros, .puerto = numero, .linea = linea});
+  }
   ::PurgeComm(puerto, PURGE_RXABORT | PURGE_RXCLEAR | PURGE_TXABORT | PURGE_TXCLEAR);
   linea_ = std::move(nueva);
   return true;

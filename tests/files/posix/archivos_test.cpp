@@ -61,22 +61,23 @@ TEST_F(ArchivosPosix, DondeNoSePuedeSeDiceElErrorYNadaCambia) {
   ASSERT_EQ(::mkfifo(ruta("tubo").c_str(), 0600), 0);
   fs::create_symlink("circulo", ruta("circulo"));
   fs::resize_file(carpeta.escribir("enorme", ""), (128 << 20) + 1);
-  const std::tuple<std::string, error_archivo, error_archivo, const char*> casos[] = {
-      {"carpeta", EISDIR, EISDIR, "no es un archivo normal"},
-      {"tubo", ENODEV, ENODEV, "no es un archivo normal"},
-      {"circulo", ELOOP, ELOOP, "sus enlaces se muerden la cola"},
-      {"no\\hay", ENOENT, ENOENT, "el archivo no existe"},
-      {std::string(256, 'n'), ENAMETOOLONG, ENAMETOOLONG, "el nombre es demasiado largo"},
-      {"falta", 0, ENOENT, "el archivo no existe"},
-      {"enorme", 0, 0, "es demasiado grande: el máximo son 128 MiB"},
+  using clase = causa_archivo::clase;
+  const std::tuple<std::string, error_archivo, error_archivo, causa_archivo> casos[] = {
+      {"carpeta", EISDIR, EISDIR, {clase::no_es_normal}},
+      {"tubo", ENODEV, ENODEV, {clase::no_es_normal}},
+      {"circulo", ELOOP, ELOOP, {clase::enlaces_en_circulo}},
+      {"no\\hay", ENOENT, ENOENT, {clase::no_existe}},
+      {std::string(256, 'n'), ENAMETOOLONG, ENAMETOOLONG, {clase::nombre_largo}},
+      {"falta", 0, ENOENT, {clase::no_existe}},
+      {"enorme", 0, 0, {clase::demasiado_grande, 0, 128 << 20}},
   };
   fichero f;
   lector_lineas lector;
-  for (const auto& [nombre, al_guardar, al_abrir, motivo] : casos) {
+  for (const auto& [nombre, al_guardar, al_abrir, causa] : casos) {
     SCOPED_TRACE(nombre);
     EXPECT_EQ(disco.leer(propio(nombre)), std::nullopt);
     EXPECT_FALSE(lector.abrir(ruta(nombre), lector_lineas::finales::cr));
-    EXPECT_EQ(lector.motivo(), motivo);
+    EXPECT_TRUE(lector.causa() == causa) << static_cast<int>(lector.causa().cual);
     EXPECT_EQ(disco.abrir(propio(nombre), modo::anadir, f), al_abrir);
     EXPECT_EQ(disco.guardar(propio(nombre), "x"), al_guardar);
     EXPECT_EQ(disco.abrir(propio(nombre), modo::escribir, f), al_guardar);
@@ -85,7 +86,7 @@ TEST_F(ArchivosPosix, DondeNoSePuedeSeDiceElErrorYNadaCambia) {
   const sin_privilegios guarda;
   EXPECT_EQ(disco.guardar(propio("carpeta\\menu.txt"), "nuevo"), EACCES) << "what is read-only stays so";
   EXPECT_FALSE(lector.abrir(ruta("secreto"), lector_lineas::finales::cr));
-  EXPECT_EQ(lector.motivo(), "no hay permiso para leerlo");
+  EXPECT_EQ(lector.causa().cual, clase::sin_permiso);
 }
 
 TEST_F(ArchivosPosix, UnDiscoLlenoNoDejaMediaLineaNiRestos) {

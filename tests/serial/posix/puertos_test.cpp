@@ -37,12 +37,15 @@ TEST(puertos, adapters_have_their_names_and_lines_without_a_circuit_are_left_out
 TEST(puertos, a_link_replaces_a_link_and_nothing_else_is_taken_away) {
   const apoyo::carpeta dir;
   for (const char* destino : {"/dev/ttyUSB7", "/dev/null"}) {
-    EXPECT_EQ(enlazar_puerto(dir.ruta(), 3, destino), "");
+    EXPECT_FALSE(enlazar_puerto(dir.ruta(), 3, destino));
     EXPECT_EQ(fs::read_symlink(dir.ruta() / "puertos/COM3"), destino);
   }
-  EXPECT_EQ(quitar_enlace(dir.ruta(), 3), "");
+  EXPECT_FALSE(quitar_enlace(dir.ruta(), 3));
   dir.escribir("puertos/COM3", "mío");
-  EXPECT_TRUE(quitar_enlace(dir.ruta(), 3).ends_with("COM3 existe y no es un enlace"));
+  const causa_puerto ajeno{
+      .cual = causa_puerto::clase::no_es_enlace, .puerto = 3, .enlace = dir.ruta() / "puertos/COM3"};
+  EXPECT_TRUE(quitar_enlace(dir.ruta(), 3) == ajeno);
+  EXPECT_TRUE(enlazar_puerto(dir.ruta(), 3, "/dev/null") == ajeno);
   EXPECT_EQ(dir.leer("puertos/COM3"), "mío");
 }
 

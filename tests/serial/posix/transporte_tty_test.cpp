@@ -87,7 +87,7 @@ TEST_F(TransporteTty, LosBytesPasanTalCualYEnOrdenYLoDeAntesSePierde) {
   for (int i = 0; i < 256; ++i) todos += static_cast<char>(i);
   for (int i = 0; mucho.size() < 40'000; ++i) mucho += todos + std::to_string(i);
   ASSERT_EQ(::write(placa, "viejo\rmedia", 11), 11);
-  ASSERT_TRUE(linea.abrir(1, {28800, 'e', 7, 4})) << linea.motivo();
+  ASSERT_TRUE(linea.abrir(1, {28800, 'e', 7, 4}));
   oye_la_placa(12);  // the echo of a line that nobody had set
   ASSERT_EQ(::write(placa, todos.data(), todos.size()), 256);
   EXPECT_EQ(std::string(trozo.data(), linea.leer(trozo)), todos);
@@ -115,7 +115,7 @@ TEST_F(TransporteTty, SoloUnoTieneLaLineaHastaQueLaCierra) {
   linea.escribir("D");
   linea.cerrar();
   EXPECT_EQ(oye_la_placa(1), "D");
-  EXPECT_TRUE(segunda.abrir(2, {})) << segunda.motivo();
+  EXPECT_TRUE(segunda.abrir(2, {}));
 }
 
 TEST(LineaTty, UnaLineaColgadaSeDaPorPerdidaAlEscribirYAlLeerYNoRetieneElCierre) {
@@ -175,17 +175,19 @@ TEST_F(TransporteTty, UnEnlaceMasViejoQueSuTerminalEsDeOtroYNoLleva) {
   // What the terminal is used for, and a new mode, do not make it younger.
   fechar(1, nacido);
   ASSERT_EQ(::fchmod(testigo, 0622), 0);
-  EXPECT_TRUE(linea.existe(1)) << linea.motivo();
+  EXPECT_TRUE(linea.existe(1));
   fechar(1, 1h);
   EXPECT_FALSE(linea.existe(2));
-  const std::string enlace = (carpeta.ruta() / "puertos/COM1").native(), nombre = ::ttyname(testigo);
-  EXPECT_EQ(linea.motivo(), "COM2: el enlace " + enlace + " es de una placa que ya no está: " + nombre +
-                                " se ha abierto después y es de otro programa; arranque la placa otra vez, o cambie o "
-                                "quite el enlace");
+  ASSERT_TRUE(linea.causa());
+  EXPECT_TRUE(*linea.causa() == (causa_puerto{.cual = causa_puerto::clase::enlace_pasado,
+                                              .puerto = 2,
+                                              .ruta = ::ttyname(testigo),
+                                              .enlace = carpeta.ruta() / "puertos/COM1"}));
   EXPECT_TRUE(linea.existe(3)) << "the age counts where numbers are used again";
   transporte_tty movida(carpeta.ruta() / "movida");
   EXPECT_FALSE(movida.existe(1)) << "without the folder nobody knows its links";
-  EXPECT_TRUE(movida.motivo().starts_with("COM1: la carpeta del programa ya no está en ")) << movida.motivo();
+  ASSERT_TRUE(movida.causa());
+  EXPECT_EQ(movida.causa()->cual, causa_puerto::clase::carpeta_movida);
 }
 
 TEST_F(TransporteTty, QuienNoLeeNoRetieneElCierre) {

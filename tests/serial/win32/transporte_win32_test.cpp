@@ -12,17 +12,17 @@ namespace {
 // Lines that are there are tried by the tests in tests/com, with a board at the far end.
 TEST(TransporteWin32, UnPuertoQueNoHayDiceElMotivoUnaVezYUnaLineaCerradaNoHaceNada) {
   transporte_win32 linea("");
-  std::vector<std::string> dichos;
-  linea.al_fallar = [&](const std::string& uno) { dichos.push_back(uno); };
+  std::vector<causa_puerto> dichos;
+  linea.al_fallar = [&](const causa_puerto& una) { dichos.push_back(una); };
   EXPECT_FALSE(linea.abrir(0, {}));
-  EXPECT_EQ(dichos, std::vector<std::string>{"COM0: no existe en este equipo"});
-  EXPECT_EQ(describir_puerto("", 0), dichos.front());
+  EXPECT_TRUE(dichos == std::vector<causa_puerto>{{.cual = causa_puerto::clase::no_existe}});
+  EXPECT_TRUE(describir_puerto("", 0).falta == dichos.front());
   std::array<char, 4> trozo{};
   linea.escribir("x");
   EXPECT_EQ(linea.leer(trozo), 0);
   EXPECT_FALSE(linea.perdido());
   EXPECT_TRUE(linea.dispositivo(0).empty());
-  EXPECT_NE(enlazar_puerto("", 1, "COM7"), "") << "there are no links to change";
+  EXPECT_TRUE(enlazar_puerto("", 1, "COM7")) << "there are no links to change";
 }
 
 }  // namespace

@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "files/causa_archivo.h"
+
 namespace morvane {
 
 /// Reads a file of the user's as lines of text, in bounded memory. Paths are the host's own and are not translated.
@@ -36,7 +38,7 @@ class lector_lineas {
   lector_lineas(const lector_lineas&) = delete;
   lector_lineas& operator=(const lector_lineas&) = delete;
 
-  /// False if the file cannot be read; `motivo` then says why.
+  /// False if the file cannot be read; `causa` then says why.
   bool abrir(const std::string& ruta, finales como);
   /// Size in bytes when it was opened.
   std::uint64_t tamano() const;
@@ -44,8 +46,8 @@ class lector_lineas {
   bool siguiente(linea& destino);
   /// True if reading failed (and not just ended).
   bool fallo() const;
-  /// The reason of a failure in Spanish, without the file's name: "el archivo no existe", ....
-  const std::string& motivo() const;
+  /// Why it failed; of no class if it did not.
+  const causa_archivo& causa() const;
 
  private:
   struct estado;

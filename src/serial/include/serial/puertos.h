@@ -1,8 +1,11 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
+
+#include "serial/causa_puerto.h"
 
 namespace morvane {
 
@@ -19,18 +22,34 @@ struct aparato {
 /// the host's files.
 std::vector<aparato> aparatos(const std::filesystem::path& raiz = "/");
 
-/// Where the port `numero` (0 to 9) of the program in `directorio` leads, what is there, and whether it could be
-/// opened, in one to three short Spanish lines. Opens nothing.
-std::string describir_puerto(const std::filesystem::path& directorio, int numero);
+/// Where a port leads, what is there, and whether it could be opened.
+struct descripcion_puerto {
+  int numero = 0;
+  /// Why it leads to no device; then nothing else is known.
+  std::optional<causa_puerto> falta{};
+  std::filesystem::path dispositivo{};
+  /// The simulated board is at its far end.
+  bool placa_simulada = false;
+  /// What the device calls itself; empty if it says nothing.
+  std::string nombre{};
+  /// Why this user could not open it.
+  std::optional<causa_puerto> cerrado{};
+  /// The program that has it open, empty if none; nothing where that cannot be told.
+  std::optional<std::string> quien{};
+};
+
+/// Of the port `numero` (0 to 9) of the program in `directorio`. Opens nothing.
+descripcion_puerto describir_puerto(const std::filesystem::path& directorio, int numero);
 
 /// True if the port `numero` has a link of its own, to whatever it leads.
 bool tiene_enlace(const std::filesystem::path& directorio, int numero);
 
-/// Makes the port `numero` (1 to 9) lead to `destino`, in place of where its link led before. Gives an empty text, or
-/// one Spanish line that says why that could not be done; then all is as before.
-std::string enlazar_puerto(const std::filesystem::path& directorio, int numero, const std::filesystem::path& destino);
+/// Makes the port `numero` (1 to 9) lead to `destino`, in place of where its link led before. Gives why that could
+/// not be done; then all is as before.
+std::optional<causa_puerto> enlazar_puerto(const std::filesystem::path& directorio, int numero,
+                                           const std::filesystem::path& destino);
 
 /// Takes the link of the port `numero` away; the same results. Without a link nothing happens.
-std::string quitar_enlace(const std::filesystem::path& directorio, int numero);
+std::optional<causa_puerto> quitar_enlace(const std::filesystem::path& directorio, int numero);
 
 }  // namespace morvane

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "serial/transporte.h"
@@ -28,6 +29,8 @@ class transporte_tty final : public transporte {
 
   bool existe(int numero) override;
   bool abrir(int numero, const parametros_linea& linea) override;
+  /// The same for the device that `ruta` names or links to. The cause has no port's number.
+  bool abrir_ruta(const std::filesystem::path& ruta, const parametros_linea& linea);
   void escribir(std::string_view datos) override;
   std::size_t leer(std::span<char> destino) override;
   bool perdido() const override { return perdido_; }
@@ -36,16 +39,17 @@ class transporte_tty final : public transporte {
   /// alone would do neither. What is sent after this goes out as the device was set before.
   void descartar_salida() override;
 
+  /// What a program may wait on for something to come in, by `poll`; -1 while the line is closed.
+  int descriptor_abierto() const { return fd_; }
   /// The device that port `numero` leads to, links resolved; empty if there is none. Asking tells nobody.
   std::filesystem::path dispositivo(int numero) const;
-  /// Why the last `existe` or `abrir` gave False: the port, the device, the cause, and what the user can do about it,
-  /// in one Spanish line without a line end. Empty after True. Of a device that is busy it names the programs that have
-  /// it, as far as this user may know.
-  const std::string& motivo() const { return motivo_; }
+  /// Why the last `existe`, `abrir` or `abrir_ruta` gave False; nothing after True. Of a device that is busy it names
+  /// the programs that have it, as far as this user may know.
+  const std::optional<causa_puerto>& causa() const { return causa_; }
 
  private:
-  bool falla(int numero, const std::string& porque);
-  std::string tomar(const std::filesystem::path& ruta, const parametros_linea& linea);
+  bool falla(causa_puerto porque);
+  std::optional<causa_puerto> tomar(const std::filesystem::path& ruta, const parametros_linea& linea);
   void enviar_pendiente();
 
   std::filesystem::path directorio_;
@@ -53,7 +57,7 @@ class transporte_tty final : public transporte {
   int fd_ = -1;
   bool perdido_ = false;
   std::string salida_;
-  std::string motivo_;
+  std::optional<causa_puerto> causa_;
 };
 
 }  // namespace morvane

@@ -2,7 +2,7 @@
 
 #include <filesystem>
 #include <memory>
-#include <string>
+#include <optional>
 
 #include "serial/transporte.h"
 
@@ -29,19 +29,18 @@ class transporte_win32 final : public transporte {
 
   /// The device of port `numero`, as \\.\COMn; empty if there is none. Asking tells nobody.
   std::filesystem::path dispositivo(int numero) const;
-  /// Why the last `existe` or `abrir` gave False: the port, the cause, and what the user can do about it, in one
-  /// Spanish line without a line end. Empty after True.
-  const std::string& motivo() const { return motivo_; }
+  /// Why the last `existe` or `abrir` gave False; nothing after True.
+  const std::optional<causa_puerto>& causa() const { return causa_; }
 
  private:
   struct linea_abierta;
 
-  bool falla(int numero, const std::string& porque);
+  bool falla(causa_puerto porque);
   void perder();
 
   std::unique_ptr<linea_abierta> linea_;
   bool perdido_ = false;
-  std::string motivo_;
+  std::optional<causa_puerto> causa_;
 };
 
 }  // namespace morvane

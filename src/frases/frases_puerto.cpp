@@ -1,0 +1,111 @@
+#include <system_error>
+
+#include "frases/frases.h"
+#include "platform/rutas.h"
+
+namespace morvane {
+
+namespace {
+
+using clase = causa_puerto::clase;
+
+std::string alguien(const std::string& quien) {
+  return quien.empty() ? "otro programa" : quien;
+}
+
+std::string mensaje_de(int error) {
+  return std::generic_category().message(error);
+}
+
+std::string parametros_rechazados(const parametros_linea& linea) {
+  return "el dispositivo no admite estos parámetros: " + std::to_string(linea.velocidad) + " baudios, paridad " +
+         linea.paridad + ", " + std::to_string(linea.bits_datos) + " bits de datos, " +
+         std::to_string(linea.medios_bits_parada / 2) + (linea.medios_bits_parada % 2 != 0 ? ",5" : "") + " de parada";
+}
+
+/// Where there is no device, or its link cannot be changed.
+std::string frase_de_enlace(const causa_puerto& c) {
+  const std::string ruta = texto_de(c.ruta), enlace = texto_de(c.enlace);
+  switch (c.cual) {
+    case clase::carpeta_movida:
+      return "la carpeta del programa ya no está en " + ruta + "; cierre el programa y vuelva a arrancarlo";
+    case clase::sin_enlace:
+      return "no existe el enlace " + enlace;
+    case clase::sin_nada:
+      return enlace.empty() ? "no existe " + ruta : "no existen ni " + ruta + " ni el enlace " + enlace;
+    case clase::enlace_roto:
+      return "el enlace " + enlace + " lleva a " + ruta + ", que no existe";
+    case clase::enlace_pasado:
+      return "el enlace " + enlace + " es de una placa que ya no está: " + ruta + " se ha abierto después y es de " +
+             alguien(c.quien) + "; arranque la placa otra vez, o cambie o quite el enlace";
+    case clase::camino_cerrado:
+      return "sin permiso para llegar a lo que hay tras " + ruta;
+    case clase::no_es_dispositivo:
+      return ruta + " no es un dispositivo serie";
+    case clase::enlace_fijo:
+      return "no se puede cambiar el enlace " + enlace + ": " + mensaje_de(c.error);
+    case clase::no_es_enlace:
+      return enlace + " existe y no es un enlace";
+    case clase::numero_fijo:
+      return "el número de un puerto se cambia en el Administrador de dispositivos de Windows";
+    default:
+      return "no existe en este equipo";
+  }
+}
+
+/// Where there is a device, which stands in front; empty for the other classes.
+std::string frase_de_apertura(const causa_puerto& c) {
+  switch (c.cual) {
+    case clase::no_es_serie:
+      return "no es un dispositivo serie";
+    case clase::sin_aparato:
+      return "no hay ningún aparato detrás de este dispositivo";
+    case clase::ocupado:
+      return "ocupado por " + alguien(c.quien);
+    case clase::falta_grupo:
+      return "sin permiso: ejecute «sudo usermod -aG " + c.quien + " $USER» y vuelva a iniciar la sesión";
+    case clase::solo_de_usuario:
+      return "sin permiso: es solo del usuario " + c.quien;
+    case clase::sin_permiso:
+      return "sin permiso";
+    case clase::parametros:
+      return parametros_rechazados(c.linea);
+    case clase::sistema:
+      return mensaje_de(c.error);
+    case clase::windows:
+      return "no se puede abrir: error " + std::to_string(c.error) + " de Windows";
+    default:
+      return {};
+  }
+}
+
+/// Names of files and programs may hold anything, and this is one line.
+std::string en_un_renglon(std::string texto) {
+  for (char& c : texto) c = static_cast<unsigned char>(c) < ' ' || c == '\x7F' ? '?' : c;
+  return texto;
+}
+
+}  // namespace
+
+std::string frase_sin_puerto(const causa_puerto& causa) {
+  const std::string apertura = frase_de_apertura(causa);
+  if (apertura.empty()) return en_un_renglon(frase_de_enlace(causa));
+  return en_un_renglon((causa.ruta.empty() ? "" : texto_de(causa.ruta) + ": ") + apertura);
+}
+
+std::string frase(const causa_puerto& causa) {
+  if (causa.puerto == causa_puerto::sin_numero) return frase_sin_puerto(causa);
+  return "COM" + std::to_string(causa.puerto) + ": " + frase_sin_puerto(causa);
+}
+
+std::string frase(const descripcion_puerto& puerto) {
+  if (puerto.falta) return frase(*puerto.falta);
+  std::string texto = "COM" + std::to_string(puerto.numero) + ": " + en_un_renglon(texto_de(puerto.dispositivo));
+  if (puerto.placa_simulada) texto += "\nPlaca simulada";
+  if (!puerto.placa_simulada && !puerto.nombre.empty()) texto += "\n" + en_un_renglon(puerto.nombre);
+  if (puerto.cerrado) return texto + "\nNo se puede abrir: " + en_un_renglon(frase_de_apertura(*puerto.cerrado));
+  if (puerto.quien) texto += puerto.quien->empty() ? "\nLibre" : "\nLo tiene abierto " + en_un_renglon(*puerto.quien);
+  return texto;
+}
+
+}  // namespace morvane

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+
+#include "files/causa_archivo.h"
+#include "image/fallo_carga.h"
+#include "serial/causa_puerto.h"
+#include "serial/puertos.h"
+
+/// What the causes that come up from below are called in Spanish: no line end at the end, no capital, no full stop.
+namespace morvane {
+
+/// The port, what it leads to, the cause, and what the user can do about it, in one line: "COM1: …".
+std::string frase(const causa_puerto& causa);
+/// The same without the port in front.
+std::string frase_sin_puerto(const causa_puerto& causa);
+
+/// What is at a port and whether it could be opened, in one to three short lines.
+std::string frase(const descripcion_puerto& puerto);
+
+/// Without the file's name: "el archivo no existe".
+std::string frase(const causa_archivo& causa);
+
+/// "Línea 3: …", or "Motivo: …" where it is the file itself.
+std::string frase(const fallo_carga& fallo);
+
+}  // namespace morvane
