@@ -73,10 +73,10 @@ std::int64_t con_el_programa(frm_principal& f, const encargo& que) {
   habilitar_flash_reset(e);
   const std::int64_t inicio = nanosegundos();
   if (que.grabar) {
-    grabar_flash(e, f.v, f.progreso);
+    grabar_flash(e, f.v, f.avance);
   } else {
     // One block more is asked for than the range has.
-    leer_flash(e, f.v, f.progreso, 0, (que.tramas - 1) * bytes_bloque);
+    leer_flash(e, f.v, f.avance, 0, (que.tramas - 1) * bytes_bloque);
   }
   const std::int64_t tiempo = nanosegundos() - inicio;
   paso(e, "D");

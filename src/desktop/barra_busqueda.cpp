@@ -76,7 +76,7 @@ barra_busqueda::barra_busqueda(lista_filas& lista, frm_buffer& vista)
   connect(salida, &QToolButton::clicked, this, [this] { cerrar(); });
   atajo(Qt::Key_Escape, this, [this] { cerrar(); });
   lista_.senalado = [this](std::size_t cual) {
-    return partes_en_fila(busca_.hallado().value_or(trecho{}), cual, realce::hallado);
+    return partes_en_fila(busca_.hallado().value_or(tramo{}), cual, realce::hallado);
   };
   connect(lista_.model(), &QAbstractItemModel::modelReset, this, [this] { olvidar(); });
   lista_.viewport()->installEventFilter(this);
@@ -204,7 +204,7 @@ void barra_busqueda::ir() {
 }
 
 int barra_busqueda::fila_hallada() const {
-  return static_cast<int>(busca_.hallado()->dir / bytes_por_fila);
+  return busca_.hallado()->desde / static_cast<int>(bytes_por_fila);
 }
 
 void barra_busqueda::buscar(sentido hacia) {

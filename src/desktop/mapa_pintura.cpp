@@ -63,8 +63,8 @@ void mapa_qt::paintEvent(QPaintEvent* suceso) {
 }
 
 void mapa_qt::pintar(QPainter& pintor, int celda) const {
-  pintar_celda(pintor, trazado_.celda(celda), trazo_, aspecto_de(mapa_, celda), mapa_.sabe(celda, hecho::imagen),
-               mapa_.sabe(celda, hecho::leida));
+  pintar_celda(pintor, trazado_.celda(celda), trazo_, aspecto_de(mapa_, celda), mapa_.sabe(celda, saber::imagen),
+               mapa_.sabe(celda, saber::leida));
 }
 
 void mapa_qt::pintar_bloque(QPainter& pintor, int fila) const {

@@ -51,8 +51,8 @@ void mapa_qt::resizeEvent(QResizeEvent* /*suceso*/) {
 }
 
 mapa_qt::estampa mapa_qt::estampa_de(int celda) const {
-  return static_cast<estampa>(aspecto_de(mapa_, celda)) | (mapa_.sabe(celda, hecho::imagen) ? 0x10U : 0U) |
-         (mapa_.sabe(celda, hecho::leida) ? 0x20U : 0U);
+  return static_cast<estampa>(aspecto_de(mapa_, celda)) | (mapa_.sabe(celda, saber::imagen) ? 0x10U : 0U) |
+         (mapa_.sabe(celda, saber::leida) ? 0x20U : 0U);
 }
 
 void mapa_qt::poner_al_dia() {

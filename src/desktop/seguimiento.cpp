@@ -17,9 +17,9 @@ seguimiento::seguimiento(frm_principal& f, const plataforma& plat, ventana_qt& v
     : f_(f),
       plat_(plat),
       ventana_(ventana),
-      barra_(ventana.findChild<QProgressBar*>(qt(f.progreso.Progress.Name))),
+      barra_(ventana.findChild<QProgressBar*>(qt(f.avance.Progress.Name))),
       letra_(barra_->font()),
-      mapa_(new mapa_qt(ventana.centralWidget(), f.progreso.mapa)) {
+      mapa_(new mapa_qt(ventana.centralWidget(), f.avance.mapa)) {
   mapa_->setGeometry(superficie_libre());
   barra_->setAccessibleName(QStringLiteral("Progreso"));
   ventana.al_cambiar([this] { mapa_->setVisible(!f_.rango.fra_rango.Visible); });
@@ -45,13 +45,13 @@ void seguimiento::al_volver() {
 void seguimiento::mirar() {
   const bool en_orden = f_.ordenes > 0;
   if (en_orden && !en_orden_) estimador_.empezar();
-  const marcha& ritmo = f_.progreso.ritmo;
-  if (en_orden) estimador_.mirar(ritmo, plat_.ahora_sin_cajas());
+  const labor& ultima = f_.avance.labor;
+  if (en_orden) estimador_.mirar(ultima, plat_.ahora_sin_cajas());
   // The box that tells how the work has ended comes up while the command still runs.
-  const bool hubo = ritmo.cuantas != contadas_;
-  const bool hecho = en_orden ? hubo && !ritmo.en_curso && plat_.caja_abierta() : hubo || en_orden_;
-  if (hecho) estimador_.acabar(ritmo);
-  if (!en_orden) contadas_ = ritmo.cuantas;
+  const bool hubo = ultima.cuantas != contadas_;
+  const bool hecho = en_orden ? hubo && !ultima.en_curso && plat_.caja_abierta() : hubo || en_orden_;
+  if (hecho) estimador_.acabar(ultima);
+  if (!en_orden) contadas_ = ultima.cuantas;
   en_orden_ = en_orden;
   escribir();
   mapa_->poner_al_dia();

@@ -27,4 +27,20 @@ causa_archivo causa_de_lectura(int error) {
   }
 }
 
+causa_archivo causa_de_escritura(int error) {
+  using clase = causa_archivo::clase;
+  switch (error) {
+    case ENOSPC:
+#ifdef EDQUOT
+    case EDQUOT:
+#endif
+    case EFBIG:
+      return {clase::lleno};
+    case EROFS:
+      return {clase::solo_lectura};
+    default:
+      return causa_de_lectura(error);
+  }
+}
+
 }  // namespace morvane

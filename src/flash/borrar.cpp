@@ -18,11 +18,11 @@ bool fallo(enlace& e, const char* titulo, const char* texto) {
 }  // namespace
 
 bool borrar_flash(enlace& e, avance& a) {
-  const labor_en_curso labor(a, e.plat, marcha::labor::borrar, 0);
-  const int resets = e.corte.resets;
+  const labor_en_curso en_curso(a, e.plat, labor::clase::borrar, 0);
+  const int resets = e.operacion.resets;
   if (!habilitar_flash(e)) return false;
   a.mapa.olvidar_chip();
-  const int cajas = e.corte.cajas_recepcion;
+  const int cajas = e.operacion.cajas_recepcion;
   if (!paso(e, "i")) return false;
   int sondeos = 0;
   for (bool ocupada = true; ocupada && sondeos < limite_sondeos; ++sondeos) {
@@ -41,7 +41,7 @@ bool borrar_flash(enlace& e, avance& a) {
   }
   if (interrumpir_tras_reset(e, resets)) return false;
   // A chip that has refused the command shows itself just as idle, and the refusal may have come late.
-  if (e.corte.cajas_recepcion == cajas) a.mapa.borrado();
+  if (e.operacion.cajas_recepcion == cajas) a.mapa.borrado();
   return true;
 }
 

@@ -43,15 +43,15 @@ class bucle_de_grabado {
 
   void correr(fichero& diario) {
     std::int32_t dir = primera_direccion(v_);
-    const labor_en_curso labor(a_, e_.plat, marcha::labor::grabar, v_.dir_max + 1 - dir);
+    const labor_en_curso en_curso(a_, e_.plat, labor::clase::grabar, v_.dir_max + 1 - dir);
     a_.mapa.empezar_escritura(dir);
     while (dir <= v_.dir_max && !a_.cancelar && puede_seguir(e_)) {
       a_.mapa.escribir(dir);
       grupo(dir, diario);
       dir += bytes_por_grupo;
-      a_.ritmo.hechos += bytes_por_grupo;
+      a_.labor.hechos += bytes_por_grupo;
     }
-    a_.mapa.fin_de_escritura(dir, e_.corte.interrumpida);
+    a_.mapa.fin_de_escritura(dir, e_.operacion.interrumpida);
   }
 
  private:

@@ -9,7 +9,7 @@ namespace {
 
 /// False; the user is told why, unless the bits are those of an older reply.
 bool problema(enlace& e, const char* texto) {
-  if (e.corte.sin_respuesta) return false;
+  if (e.operacion.sin_respuesta) return false;
   preguntar(e, {"Atención ocurrió un problema", texto, botones::Aceptar, icono::critico});
   return false;
 }

@@ -18,7 +18,7 @@ void pedir(enlace& e, std::int64_t dir) {
 
 /// True if `respuesta` is a whole reply that reports no error, so that its bytes are those of the chip.
 bool fidedigna(const enlace& e, std::string_view respuesta) {
-  return respuesta.size() == caracteres_de_respuesta && respuesta.front() == '0' && !e.corte.sin_respuesta;
+  return respuesta.size() == caracteres_de_respuesta && respuesta.front() == '0' && !e.operacion.sin_respuesta;
 }
 
 void guardar(const enlace& e, Variables_grab& v, avance& a, std::string_view respuesta, std::int64_t base) {
@@ -29,7 +29,7 @@ void guardar(const enlace& e, Variables_grab& v, avance& a, std::string_view res
     const auto desde = static_cast<std::int32_t>(base);
     a.mapa.lectura({desde, desde + bytes_por_bloque});
   }
-  a.ritmo.hechos += bytes_por_bloque;
+  a.labor.hechos += bytes_por_bloque;
 }
 
 /// What `leer_bloques` goes over.
@@ -40,9 +40,9 @@ std::int64_t bytes_a_leer(std::int64_t desde, std::int64_t hasta) {
 
 /// Asks for block after block; while one is under way the one before is stored.
 void leer_bloques(enlace& e, Variables_grab& v, avance& a, std::int64_t desde, std::int64_t hasta) {
-  const labor_en_curso labor(a, e.plat, marcha::labor::leer, bytes_a_leer(desde, hasta));
+  const labor_en_curso en_curso(a, e.plat, labor::clase::leer, bytes_a_leer(desde, hasta));
   std::int64_t dir = desde, acumulado = 0;
-  const int resets = e.corte.resets;
+  const int resets = e.operacion.resets;
   std::string anterior;
   pedir(e, dir);
   esperar_respuesta(e);
@@ -56,13 +56,13 @@ void leer_bloques(enlace& e, Variables_grab& v, avance& a, std::int64_t desde, s
     esperar_respuesta(e);
     interrumpir_tras_reset(e, resets);
   }
-  if (e.corte.interrumpida) return;
+  if (e.operacion.interrumpida) return;
   guardar(e, v, a, e.respuesta, dir);
   avanzar_progreso(a, hasta, bytes_por_bloque, acumulado);
 }
 
 void avisar_final(enlace& e, const avance& a) {
-  if (!puede_seguir(e) || e.corte.sin_respuesta) return;
+  if (!puede_seguir(e) || e.operacion.sin_respuesta) return;
   if (a.cancelar) {
     preguntar(e, {"Atención", "El proceso de Upload ha sido detenido por el usuario"});
   } else {

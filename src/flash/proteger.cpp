@@ -16,11 +16,11 @@ std::string comando_de_proteccion() {
 }  // namespace
 
 void proteger_flash(enlace& e) {
-  if (e.corte.sin_respuesta) return;
-  const int resets = e.corte.resets;
+  if (e.operacion.sin_respuesta) return;
+  const int resets = e.operacion.resets;
   enviar_comando(e, comando_de_proteccion());
   esperar_datos_rapido(e);
-  if (!paso(e, "D") || !paso(e, "A") || !paso(e, "c") || e.corte.sin_respuesta) return;
+  if (!paso(e, "D") || !paso(e, "A") || !paso(e, "c") || e.operacion.sin_respuesta) return;
   if (interrumpir_tras_reset(e, resets)) return;
   const bool protegida = e.bit_fs != 0;
   preguntar(e, {"Atención ocurrió un problema",

@@ -41,11 +41,11 @@ std::optional<std::string_view> examinar(enlace& e, std::string_view comando, so
   enviar_comando(e, comando);
   const std::uint64_t antes = e.control_serie.recibidos();
   esperar_datos(e);
-  if (!puede_seguir(e) || e.corte.sin_respuesta) return std::nullopt;
+  if (!puede_seguir(e) || e.operacion.sin_respuesta) return std::nullopt;
   const bool sobra = e.control_serie.recibidos() - antes != static_cast<std::uint64_t>(e.control_serie.RThreshold());
   if (sobra) e.linea_inquieta = true;
   if ((sobra && si_sobra == sobrante::interrumpe) || ajena(e)) interrumpir(e);
-  return e.corte.interrumpida ? std::nullopt : std::optional<std::string_view>(e.respuesta);
+  return e.operacion.interrumpida ? std::nullopt : std::optional<std::string_view>(e.respuesta);
 }
 
 /// `cuantos` characters of a reply from position `desde`, counted from 1; fewer where it is shorter.
@@ -71,13 +71,13 @@ veredicto bloques_borrados(enlace& e, avance& a) {
     const bool borrado = campo(*respuesta, 35, 2) == "FF";
     borrado ? a.mapa.borrado(donde) : a.mapa.no_borrado(donde);
     if (!borrado) return veredicto::no;
-    a.ritmo.hechos += chip.bloque;
+    a.labor.hechos += chip.bloque;
   }
   return veredicto::si;
 }
 
 veredicto examinar_borrado(enlace& e, avance& a) {
-  const labor_en_curso labor(a, e.plat, marcha::labor::verificar, std::int64_t{bloques_examinados} * chip.bloque);
+  const labor_en_curso en_curso(a, e.plat, labor::clase::verificar, std::int64_t{bloques_examinados} * chip.bloque);
   const auto primera = examinar(e, comando_de_bloque({0, 1}), sobrante::interrumpe);
   if (!primera) return veredicto::ninguno;
   if (campo(*primera, 3, 2) == "FF") return bloques_borrados(e, a);
@@ -120,7 +120,7 @@ veredicto comparar_bloques(enlace& e, const Variables_grab& v, avance& a) {
     const veredicto este = comparar_suma(e, v, campo(*respuesta, 37, 8), donde);
     if (este != veredicto::ninguno) a.mapa.comparado(donde, este == veredicto::si);
     if (este != veredicto::si) return este;
-    a.ritmo.hechos += chip.bloque;
+    a.labor.hechos += chip.bloque;
     if (donde.hasta > v.dir_max) return veredicto::si_hasta_el_tope;
   }
   return veredicto::si;
@@ -129,7 +129,7 @@ veredicto comparar_bloques(enlace& e, const Variables_grab& v, avance& a) {
 veredicto examinar_sumas(enlace& e, const Variables_grab& v, avance& a) {
   // What no file sets begins there.
   constexpr tramo principio{0, chip.configuracion.desde + 1};
-  const labor_en_curso labor(a, e.plat, marcha::labor::verificar, bytes_a_sumar(v));
+  const labor_en_curso en_curso(a, e.plat, labor::clase::verificar, bytes_a_sumar(v));
   a.mapa.empezar_verificacion();
   const auto primera = examinar(e, comando_de_bloque(principio), sobrante::se_tolera);
   if (!primera) return veredicto::ninguno;
@@ -155,7 +155,7 @@ bool difieren(enlace& e, avance& a) {
 
 /// Notes the 16 bytes below `dir` on the map, where equal ones count once their cell is complete.
 void anotar_grupo(avance& a, std::int32_t dir, bool igual) {
-  a.ritmo.hechos += 16;
+  a.labor.hechos += 16;
   if (!igual) {
     a.mapa.comparado({dir - 16, dir}, false);
   } else if (dir % bytes_por_celda == 0) {
@@ -165,16 +165,16 @@ void anotar_grupo(avance& a, std::int32_t dir, bool igual) {
 
 /// False when the comparison has ended with a difference.
 bool comparar_grupos(enlace& e, const Variables_grab& v, avance& a, std::int32_t hasta) {
-  const labor_en_curso labor(a, e.plat, marcha::labor::verificar, hasta);
+  const labor_en_curso en_curso(a, e.plat, labor::clase::verificar, hasta);
   a.mapa.empezar_verificacion();
   std::int64_t acumulado = 0;
   std::int32_t dir = 0;
-  const int resets = e.corte.resets;
+  const int resets = e.operacion.resets;
   std::string anterior;
   enviar_comando(e, comando_de_lectura(0, "16"));
   esperar_datos(e);
   interrumpir_tras_reset(e, resets);
-  while (dir < hasta && !a.cancelar && puede_seguir(e) && !e.corte.sin_respuesta) {
+  while (dir < hasta && !a.cancelar && puede_seguir(e) && !e.operacion.sin_respuesta) {
     dir += 16;
     anterior = e.respuesta;
     enviar_comando(e, comando_de_lectura(dir, "16"));
@@ -185,7 +185,7 @@ bool comparar_grupos(enlace& e, const Variables_grab& v, avance& a, std::int32_t
     esperar_datos(e);
     interrumpir_tras_reset(e, resets);
   }
-  if (dir >= hasta && puede_seguir(e) && !e.corte.sin_respuesta) {
+  if (dir >= hasta && puede_seguir(e) && !e.operacion.sin_respuesta) {
     preguntar(e, {"Atención", "La verificación ha sido exitosa"});
   }
   return true;

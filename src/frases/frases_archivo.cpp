@@ -33,8 +33,9 @@ std::string en_la_linea(const fallo_carga& f) {
 
 }  // namespace
 
+using clase = causa_archivo::clase;
+
 std::string frase(const causa_archivo& causa) {
-  using clase = causa_archivo::clase;
   constexpr std::uint64_t mebibyte = std::uint64_t{1024} * 1024;
   switch (causa.cual) {
     case clase::ninguna:
@@ -57,8 +58,30 @@ std::string frase(const causa_archivo& causa) {
       return "es demasiado grande: el máximo son " + std::to_string(causa.limite / mebibyte) + " MiB";
     case clase::sistema:
       return "no se puede leer: error " + std::to_string(causa.error) + " del sistema";
+    case clase::lleno:
+    case clase::solo_lectura:
+      return frase_de_escritura(causa);
   }
   return {};
+}
+
+std::string frase_de_escritura(const causa_archivo& causa) {
+  switch (causa.cual) {
+    case clase::no_existe:
+      return "la carpeta no existe";
+    case clase::sin_permiso:
+      return "no hay permiso para escribirlo";
+    case clase::disco:
+      return "no se puede escribir: el disco ha dado un error";
+    case clase::lleno:
+      return "no queda sitio en el disco";
+    case clase::solo_lectura:
+      return "el disco es de solo lectura";
+    case clase::sistema:
+      return "no se puede escribir: error " + std::to_string(causa.error) + " del sistema";
+    default:
+      return frase(causa);
+  }
 }
 
 std::string frase(const fallo_carga& fallo) {

@@ -33,9 +33,9 @@ void avanzar_progreso(avance& a, std::int64_t total, std::int64_t paso, std::int
   if (valor <= a.Progress.Max) a.Progress.Value = static_cast<int>(valor);
 }
 
-labor_en_curso::labor_en_curso(avance& a, const plataforma& plat, marcha::labor cual, std::int64_t total)
+labor_en_curso::labor_en_curso(avance& a, const plataforma& plat, labor::clase cual, std::int64_t total)
     : a_(a), plat_(plat) {
-  marcha& m = a_.ritmo;
+  labor& m = a_.labor;
   m.cual = cual;
   m.en_curso = true;
   m.total = total;
@@ -45,8 +45,8 @@ labor_en_curso::labor_en_curso(avance& a, const plataforma& plat, marcha::labor 
 }
 
 labor_en_curso::~labor_en_curso() {
-  a_.ritmo.gastado += plat_.ahora_sin_cajas() - a_.ritmo.inicio;
-  a_.ritmo.en_curso = false;
+  a_.labor.gastado += plat_.ahora_sin_cajas() - a_.labor.inicio;
+  a_.labor.en_curso = false;
   a_.mapa.reposar();
 }
 

@@ -49,10 +49,10 @@ patron patron_de_texto(std::string_view texto) {
 
 std::optional<hallazgo> buscar(bytes_vistos bytes, const patron& que, std::size_t desde, sentido hacia) {
   const bool adelante = hacia == sentido::adelante;
-  const std::size_t corte = std::min(desde, bytes.size());
-  const std::size_t hasta = std::min(corte + que.bytes.size() - 1, bytes.size());
-  const bytes_vistos cercanos = adelante ? bytes.subspan(corte) : bytes.first(hasta);
-  if (const auto lugar = lugar_de(cercanos, que, hacia)) return hallazgo{*lugar + (adelante ? corte : 0), false};
+  const std::size_t partida = std::min(desde, bytes.size());
+  const std::size_t hasta = std::min(partida + que.bytes.size() - 1, bytes.size());
+  const bytes_vistos cercanos = adelante ? bytes.subspan(partida) : bytes.first(hasta);
+  if (const auto lugar = lugar_de(cercanos, que, hacia)) return hallazgo{*lugar + (adelante ? partida : 0), false};
   if (const auto lugar = lugar_de(bytes, que, hacia)) return hallazgo{*lugar, true};
   return std::nullopt;
 }

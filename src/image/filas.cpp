@@ -89,7 +89,7 @@ std::vector<parte_realzada> volcado::realces(std::size_t indice) const {
   for (auto i = std::ranges::find(fila, borrado); i != fila.end();) {
     const auto fin = std::find_if(i, fila.end(), [](std::uint8_t byte) { return byte != borrado; });
     const auto lugar = static_cast<std::size_t>(i - fila.begin()), cuantos = static_cast<std::size_t>(fin - i);
-    const auto partes = partes_en_fila({indice * bytes_por_fila + lugar, cuantos}, indice, realce::tenue);
+    const auto partes = partes_en_fila(tramo_de(indice * bytes_por_fila + lugar, cuantos), indice, realce::tenue);
     cifras.push_back(partes.front());
     caracteres.push_back(partes.back());
     i = std::find(fin, fila.end(), borrado);
@@ -98,10 +98,10 @@ std::vector<parte_realzada> volcado::realces(std::size_t indice) const {
   return cifras;
 }
 
-std::vector<parte_realzada> partes_en_fila(trecho cual, std::size_t indice, realce como) {
+std::vector<parte_realzada> partes_en_fila(tramo cual, std::size_t indice, realce como) {
   const std::size_t primero = indice * bytes_por_fila;
-  const std::size_t desde = std::max(cual.dir, primero);
-  const std::size_t fin = std::min(cual.dir + cual.cuantos, primero + bytes_por_fila);
+  const std::size_t desde = std::max(static_cast<std::size_t>(cual.desde), primero);
+  const std::size_t fin = std::min(static_cast<std::size_t>(cual.hasta), primero + bytes_por_fila);
   if (desde >= fin) return {};
   const std::size_t lugar = desde - primero, cuantos = fin - desde;
   return {{columna_bytes + lugar * paso_bytes, cuantos * paso_bytes - 1, como},

@@ -47,22 +47,22 @@ void mapa_flash::quitar(unsigned hechos) {
 /// Replaces what is known of the chip there.
 void mapa_flash::poner(int celda, unsigned nuevos) {
   unsigned& una = celdas_[static_cast<std::size_t>(celda)];
-  una = (una & bit(hecho::imagen)) | nuevos;
+  una = (una & bit(saber::imagen)) | nuevos;
 }
 
 void mapa_flash::nueva_imagen(const std::vector<std::uint8_t>& buffer_salida) {
-  quitar(bit(hecho::imagen) | bit(hecho::igual) | bit(hecho::distinta));
+  quitar(bit(saber::imagen) | bit(saber::igual) | bit(saber::distinta));
   escrito_ = {};
   for (int i = 0; i < celdas_del_mapa; ++i) {
     unsigned& una = celdas_[static_cast<std::size_t>(i)];
-    if (sabe(i, hecho::escrita)) una ^= bit(hecho::escrita) | bit(hecho::escrita_antes);
-    if (hay_datos(buffer_salida, tramo_de_celda(i))) una |= bit(hecho::imagen);
+    if (sabe(i, saber::escrita)) una ^= bit(saber::escrita) | bit(saber::escrita_antes);
+    if (hay_datos(buffer_salida, tramo_de_celda(i))) una |= bit(saber::imagen);
   }
 }
 
 void mapa_flash::olvidar_chip() {
   escrito_ = leido_ = cabeza_ = {};
-  quitar(~bit(hecho::imagen));
+  quitar(~bit(saber::imagen));
 }
 
 void mapa_flash::olvidar(tramo donde) {
@@ -74,8 +74,8 @@ void mapa_flash::olvidar(tramo donde) {
 void mapa_flash::borrado(tramo donde) {
   const celdas cuales = enteras(donde);
   for (int i = cuales.primera; i < cuales.fin; ++i) {
-    const bool leida = sabe(i, hecho::leida);
-    poner(i, bit(hecho::borrada) | (leida ? bit(hecho::leida) : 0));
+    const bool leida = sabe(i, saber::leida);
+    poner(i, bit(saber::borrada) | (leida ? bit(saber::leida) : 0));
   }
   ++cambios_;
 }
@@ -84,7 +84,7 @@ void mapa_flash::borrado(tramo donde) {
 void mapa_flash::no_borrado(tramo donde) {
   const celdas cuales = tocadas(donde);
   for (int i = cuales.primera; i < cuales.fin; ++i) {
-    if (sabe(i, hecho::escrita) || sabe(i, hecho::escrita_antes)) return;
+    if (sabe(i, saber::escrita) || sabe(i, saber::escrita_antes)) return;
   }
   olvidar(donde);
 }
@@ -96,7 +96,7 @@ void mapa_flash::empezar_escritura(std::int32_t dir) {
 }
 
 void mapa_flash::pasar_a(std::int32_t dir) {
-  if (!cabeza_.vacio()) poner(celda_de(cabeza_.desde), bit(hecho::escrita));
+  if (!cabeza_.vacio()) poner(celda_de(cabeza_.desde), bit(saber::escrita));
   escrito_.hasta = std::min(dir, total_flash);
   cabeza_ = {};
   borde_ = (dir / bytes_por_celda + 1) * bytes_por_celda;
@@ -109,7 +109,7 @@ void mapa_flash::pasar_a(std::int32_t dir) {
 
 void mapa_flash::fin_de_escritura(std::int32_t dir, bool rota) {
   if (!cabeza_.vacio() && !rota) {
-    poner(celda_de(cabeza_.desde), bit(hecho::escrita));
+    poner(celda_de(cabeza_.desde), bit(saber::escrita));
     escrito_.hasta = std::min(dir, total_flash);
   }
   reposar();
@@ -117,7 +117,7 @@ void mapa_flash::fin_de_escritura(std::int32_t dir, bool rota) {
 
 void mapa_flash::empezar_lectura() {
   leido_ = {};
-  quitar(bit(hecho::leida));
+  quitar(bit(saber::leida));
 }
 
 void mapa_flash::lectura(tramo donde) {
@@ -126,14 +126,14 @@ void mapa_flash::lectura(tramo donde) {
   // Behind a part that could not be read nothing is said of what lies before it.
   if (!leido_.vacio() && donde.desde != leido_.hasta) empezar_lectura();
   const celdas cuales = tocadas(donde);
-  for (int i = cuales.primera; i < cuales.fin; ++i) celdas_[static_cast<std::size_t>(i)] |= bit(hecho::leida);
+  for (int i = cuales.primera; i < cuales.fin; ++i) celdas_[static_cast<std::size_t>(i)] |= bit(saber::leida);
   leido_ = {leido_.vacio() ? donde.desde : leido_.desde, donde.hasta};
   cabeza_ = donde;
   ++cambios_;
 }
 
 void mapa_flash::empezar_verificacion() {
-  quitar(bit(hecho::igual) | bit(hecho::distinta));
+  quitar(bit(saber::igual) | bit(saber::distinta));
 }
 
 void mapa_flash::examinar(tramo donde) {
@@ -145,8 +145,8 @@ void mapa_flash::comparado(tramo donde, bool igual) {
   const celdas cuales = igual ? enteras(donde) : tocadas(donde);
   for (int i = cuales.primera; i < cuales.fin; ++i) {
     unsigned& una = celdas_[static_cast<std::size_t>(i)];
-    una &= ~(bit(hecho::igual) | bit(hecho::distinta));
-    una |= bit(igual ? hecho::igual : hecho::distinta);
+    una &= ~(bit(saber::igual) | bit(saber::distinta));
+    una |= bit(igual ? saber::igual : saber::distinta);
   }
   ++cambios_;
 }

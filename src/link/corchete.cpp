@@ -13,7 +13,7 @@ corchete::~corchete() {
 
 void corchete::terminar() {
   cerrar_puerto(e_);
-  if (!e_.corte.interrumpida && !e_.corte.sin_respuesta) return;
+  if (!e_.operacion.interrumpida && !e_.operacion.sin_respuesta) return;
   // What an earlier Cancel has left would spoil the repetition as well.
   e_.tiempo_agotado = false;
   if (e_.peticiones_cierre > 0) return;
@@ -27,13 +27,13 @@ void abrir_chip(enlace& e, espera esperar) {
 }
 
 void cerrar_chip(enlace& e, espera esperar) {
-  const bool rota = e.corte.interrumpida, sin_respuesta = e.corte.sin_respuesta;
+  const bool rota = e.operacion.interrumpida, sin_respuesta = e.operacion.sin_respuesta;
   enviar_comando(e, "D");
   esperar(e);
   // A question answered Yes has opened the chip once more.
-  if (e.corte.interrumpida && e.corte.cierre_permitido && !rota) enviar_comando(e, "D");
-  e.corte.interrumpida = rota;
-  e.corte.sin_respuesta = sin_respuesta;
+  if (e.operacion.interrumpida && e.operacion.cierre_permitido && !rota) enviar_comando(e, "D");
+  e.operacion.interrumpida = rota;
+  e.operacion.sin_respuesta = sin_respuesta;
 }
 
 }  // namespace morvane

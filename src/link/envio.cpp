@@ -8,7 +8,7 @@ namespace {
 
 /// An operation that is broken off sends nothing more, but for closing the chip where that makes sense.
 bool puede_salir(const enlace& e, std::string_view comando) {
-  return !e.corte.interrumpida || (comando == "D" && e.corte.cierre_permitido);
+  return !e.operacion.interrumpida || (comando == "D" && e.operacion.cierre_permitido);
 }
 
 void enviar(enlace& e, std::string_view comando, fichero* diario) {

@@ -35,7 +35,7 @@ bool cumplida(const enlace& e, bandera b) {
 }
 
 bool terminada(const enlace& e, bandera b) {
-  return cumplida(e, b) || e.corte.interrumpida;
+  return cumplida(e, b) || e.operacion.interrumpida;
 }
 
 bool vigilada(const enlace& e) {
@@ -45,7 +45,7 @@ bool vigilada(const enlace& e) {
 void pasada(enlace& e) {
   e.plat.DoEvents();
   if (e.control_serie.perdido()) {
-    e.corte.perdida = true;
+    e.operacion.perdida = true;
     interrumpir(e);
   }
   if (e.peticiones_cierre < 2) return;
@@ -90,7 +90,7 @@ void reabrir_chip(enlace& e) {
   e.control_serie.descartar_entrada();
   enviar_comando(e, "A");
   esperar_con_vigilancia(e);
-  e.corte.cierre_permitido = e.respuesta_lista;
+  e.operacion.cierre_permitido = e.respuesta_lista;
   interrumpir(e);
 }
 
@@ -181,7 +181,7 @@ void nada() {}
 
 template <class Pausa>
 void esperar(enlace& e, bandera b, Pausa pausa) {
-  if (e.corte.interrumpida) return;
+  if (e.operacion.interrumpida) return;
   vigia v(e, b);
   v.pasar();
   while (!v.fin()) {
@@ -189,7 +189,7 @@ void esperar(enlace& e, bandera b, Pausa pausa) {
     v.pasar();
     if (e.tiempo_agotado) break;
   }
-  if (!v.fin()) e.corte.sin_respuesta = e.linea_inquieta = true;
+  if (!v.fin()) e.operacion.sin_respuesta = e.linea_inquieta = true;
   // What a RESET has armed has been answered.
   if (v.fin()) e.spera_resp.Enabled(false);
   if (v.fin()) asentar_linea(e);
@@ -210,7 +210,7 @@ void esperar_datos_rapido(enlace& e) {
 }
 
 void esperar_con_vigilancia(enlace& e) {
-  if (e.corte.interrumpida) return;
+  if (e.operacion.interrumpida) return;
   e.tiempo_agotado = false;
   vigia v(e, &enlace::respuesta_lista);
   {
@@ -249,9 +249,9 @@ bool paso(enlace& e, std::string_view comando) {
 }
 
 bool interrumpir_tras_reset(enlace& e, int antes) {
-  if (e.corte.resets == antes) return false;
+  if (e.operacion.resets == antes) return false;
   interrumpir(e);
-  e.corte.cierre_permitido = true;
+  e.operacion.cierre_permitido = true;
   return true;
 }
 

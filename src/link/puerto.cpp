@@ -33,7 +33,7 @@ bool abrir_puerto(enlace& e) {
                  "Verifique los valores de: Velocidad de transmisión, Bit de paridad, Bits de datos y bit de parada");
   }
   if (!serial.PortOpen(true)) return negar(e, "Atención", "El puerto ya ha sido utilizado por otra aplicación");
-  e.corte = {};
+  e.operacion = {};
   return true;
 }
 

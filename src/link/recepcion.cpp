@@ -35,13 +35,13 @@ constexpr std::array<std::string_view, 9> errores_chip = {
 
 void avisar(enlace& e, const caja& mensaje) {
   preguntar(e, mensaje);
-  if (++e.corte.cajas_recepcion > maximo_cajas) interrumpir(e);
+  if (++e.operacion.cajas_recepcion > maximo_cajas) interrumpir(e);
 }
 
 void recibir_reset(enlace& e) {
   avisar(e, {"Atención", "Se ha recibido una señal de RESET", botones::Aceptar, icono::informacion});
-  if (++e.corte.resets > maximo_resets) interrumpir(e);
-  if (e.corte.interrumpida) return;
+  if (++e.operacion.resets > maximo_resets) interrumpir(e);
+  if (e.operacion.interrumpida) return;
   e.control_serie.descartar_entrada();
   enviar_comando(e, "A");
   e.spera_resp.Enabled(true);
@@ -151,7 +151,7 @@ void recibir_fija(enlace& e, int largo) {
 void serial_OnComm(enlace& e) {
   if (e.control_serie.CommEvent() != MSComm::comEvReceive) return;
   poner(e.entrada_serie, e.control_serie.Input());
-  if (e.corte.interrumpida) return;
+  if (e.operacion.interrumpida) return;
   e.datos_listos = true;
   const int largo = e.control_serie.RThreshold();
   if (largo == 1) return recibir_caracter(e);

@@ -44,7 +44,7 @@ bool buscador::ir(std::string_view texto) {
   const std::size_t dir = valor_hex(texto);
   const std::size_t ultima = donde_->bytes().size() - 1;
   if (dir > ultima) return fallar("La última dirección es " + direccion(ultima));
-  hallado_ = trecho{dir, 1};
+  hallado_ = tramo_de(dir, 1);
   ultimo_.reset();
   mensaje_.clear();
   return true;
@@ -58,15 +58,15 @@ bool buscador::buscar(std::string_view que, clase_busqueda como, sentido hacia, 
   pedido este{std::string(que), como};
   const auto donde = morvane::buscar(donde_->bytes(), *bytes, partida(hacia, fila, ultimo_ == este), hacia);
   if (!donde) return fallar("No se ha encontrado");
-  hallado_ = trecho{donde->dir, bytes->bytes.size()};
+  hallado_ = tramo_de(donde->dir, bytes->bytes.size());
   ultimo_ = std::move(este);
   mensaje_ = lo_hallado(*donde, hacia);
   return true;
 }
 
 std::size_t buscador::partida(sentido hacia, std::size_t fila, bool continua) const {
-  if (!continua || !hallado_ || hallado_->dir / bytes_por_fila != fila) return fila * bytes_por_fila;
-  return hallado_->dir + (hacia == sentido::adelante ? 1 : 0);
+  if (!continua || !hallado_ || hallado_->desde / bytes_por_fila != fila) return fila * bytes_por_fila;
+  return hallado_->desde + (hacia == sentido::adelante ? 1 : 0);
 }
 
 }  // namespace morvane

@@ -20,7 +20,7 @@ double en_segundos(instante cuanto) {
   return std::chrono::duration<double>(cuanto).count();
 }
 
-const char* nombre_de(marcha::labor cual) {
+const char* nombre_de(labor::clase cual) {
   constexpr std::array nombres{"Borrando", "Grabando", "Leyendo", "Verificando"};
   return nombres.at(static_cast<std::size_t>(cual));
 }
@@ -56,14 +56,14 @@ void estimador::empezar() {
   dicho_ = {};
 }
 
-void estimador::empezar_operacion(const marcha& m) {
+void estimador::empezar_operacion(const labor& m) {
   vista_ = m.cuantas;
   muestras_.assign(1, {m.inicio, 0});
   proxima_ = m.inicio;
   prometido_ = instante{0};
 }
 
-void estimador::mirar(const marcha& m, instante ahora) {
+void estimador::mirar(const labor& m, instante ahora) {
   if (!m.en_curso) return;
   if (m.cuantas != vista_) empezar_operacion(m);
   if (ahora < proxima_) return;
@@ -92,7 +92,7 @@ double estimador::velocidad() const {
 }
 
 /// Keeps to what was promised as long as that is near enough.
-std::int64_t estimador::segundos_que_faltan(const marcha& m, double bytes_por_segundo) {
+std::int64_t estimador::segundos_que_faltan(const labor& m, double bytes_por_segundo) {
   const instante ahora = muestras_.back().cuando;
   const double quedan = static_cast<double>(std::max<std::int64_t>(m.total - m.hechos, 0)) / bytes_por_segundo;
   const double prometidos = en_segundos(prometido_ - ahora);
@@ -102,7 +102,7 @@ std::int64_t estimador::segundos_que_faltan(const marcha& m, double bytes_por_se
   return std::max<std::int64_t>(std::llround(en_segundos(prometido_ - ahora)), m.hechos < m.total ? 1 : 0);
 }
 
-void estimador::acabar(const marcha& m) {
+void estimador::acabar(const labor& m) {
   dicho_ = {};
   if (m.gastado <= instante{0}) return;
   const double segundos = en_segundos(m.gastado);

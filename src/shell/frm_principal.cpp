@@ -55,7 +55,7 @@ void llenar_barra(frm_principal& f) {
 
 void llenar_estado(frm_principal& f) {
   f.estado.anadir(Panel::estilo::texto, ancho_panel_ruta);
-  f.estado.anadir(Panel::estilo::texto, ancho_panel_avance).encima = &f.progreso.Progress;
+  f.estado.anadir(Panel::estilo::texto, ancho_panel_avance).encima = &f.avance.Progress;
   f.estado.anadir(Panel::estilo::hora, ancho_panel_hora);
 }
 
@@ -89,7 +89,7 @@ void ejecutar_boton(frm_principal& f, int indice) {
       men_reset_Click(f);
       break;
     case 6:
-      f.progreso.cancelar = true;
+      f.avance.cancelar = true;
       break;
     default:
       break;
@@ -119,7 +119,7 @@ frm_principal::frm_principal(plataforma& plataforma_, archivos& ficheros, transp
       v(variables),
       serial(plataforma_, linea),
       link(plataforma_, ficheros, serial),
-      progreso(ventana.cambios),
+      avance(ventana.cambios),
       menu(ventana.cambios),
       barra(ventana.cambios, "Toolbar"),
       estado(ventana.cambios, "StatusBar", "Lucida Console"),
@@ -138,12 +138,12 @@ frm_principal::frm_principal(plataforma& plataforma_, archivos& ficheros, transp
   ventana.fija = true;
   ventana.menus = menu.barra();
   ventana.contextual = {&men_comparar, &men_acerca_contextual};
-  progreso.time_ini.Visible = false;
-  progreso.time_fin.Visible = false;
+  avance.time_ini.Visible = false;
+  avance.time_fin.Visible = false;
   llenar_barra(*this);
   llenar_estado(*this);
   conectar_menu(*this);
-  ventana.Controls = {&barra, &rango.fra_rango, &progreso.time_ini, &progreso.time_fin, &estado};
+  ventana.Controls = {&barra, &rango.fra_rango, &avance.time_ini, &avance.time_fin, &estado};
 }
 
 std::vector<Form*> frm_principal::otras_ventanas() {
@@ -152,15 +152,15 @@ std::vector<Form*> frm_principal::otras_ventanas() {
 
 orden_en_curso::orden_en_curso(frm_principal& f) : f_(f) {
   if (f_.ordenes++ > 0) return;
-  f_.progreso.ritmo.gastado = instante{0};
+  f_.avance.labor.gastado = instante{0};
   if (std::exchange(f_.puerto_del_mapa, f_.link.valores.puerto) != f_.link.valores.puerto) {
-    f_.progreso.mapa.olvidar_chip();
+    f_.avance.mapa.olvidar_chip();
   }
 }
 
 orden_en_curso::~orden_en_curso() {
   if (--f_.ordenes > 0) return;
-  if (f_.link.corte.perdida) f_.progreso.mapa.olvidar_chip();
+  if (f_.link.operacion.perdida) f_.avance.mapa.olvidar_chip();
   f_.cargando = false;
   cerrar_puerto(f_.link);
 }

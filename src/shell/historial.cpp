@@ -102,8 +102,8 @@ void actualizar_historial(frm_principal& f, std::string_view ruta) {
 }
 
 void poner_entrada_menu(frm_principal& f, std::size_t indice, std::string_view ruta) {
-  constexpr std::size_t corte = 22, cola = 25, visible = 23;
-  const std::size_t inicio = inicio_de_cola(longitud(ruta), corte, visible);
+  constexpr std::size_t maximo = 22, cola = 25, visible = 23;
+  const std::size_t inicio = inicio_de_cola(longitud(ruta), maximo, visible);
   f.historial.at(indice) = ruta;
   if (indice < 1 || indice > entradas) return;
   Menu& entrada = f.menu.men_dir.at(indice - 1);

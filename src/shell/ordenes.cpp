@@ -23,14 +23,14 @@ void men_borrar_t_Click(frm_principal& f) {
   if (rechazada_por_carga(f)) return;
   const orden_en_curso orden(f);
   enlace& e = f.link;
-  f.progreso.cancelar = false;
+  f.avance.cancelar = false;
   corchete c(e);
   if (!c.abierto()) return;
   abrir_chip(e, esperar_con_vigilancia);
   if (!e.tiempo_agotado) {
-    if (borrar_flash(e, f.progreso)) {
+    if (borrar_flash(e, f.avance)) {
       preguntar(e, {"Atención", "¡Ha terminado de borrar!"});
-      f.progreso.Progress.Value = 0;
+      f.avance.Progress.Value = 0;
     }
     cerrar_chip(e, esperar_con_vigilancia);
   }
@@ -41,13 +41,13 @@ void men_prog_t_Click(frm_principal& f) {
   if (rechazada_por_carga(f)) return;
   const orden_en_curso orden(f);
   enlace& e = f.link;
-  f.progreso.cancelar = false;
+  f.avance.cancelar = false;
   corchete c(e);
   if (!c.abierto()) return;
   abrir_chip(e, esperar_con_vigilancia);
   if (!e.tiempo_agotado) {
-    borrar_y_programar(e, f.v, f.progreso);
-    f.progreso.Progress.Value = 0;
+    borrar_y_programar(e, f.v, f.avance);
+    f.avance.Progress.Value = 0;
     cerrar_chip(e, esperar_con_vigilancia);
   }
   c.terminar();

@@ -33,14 +33,14 @@ std::optional<std::int32_t> tope_de_comparacion(frm_principal& f) {
 void verificar_programa(frm_principal& f) {
   const orden_en_curso orden(f);
   enlace& e = f.link;
-  f.progreso.cancelar = false;
+  f.avance.cancelar = false;
   corchete c(e);
   if (!c.abierto()) return;
   abrir_chip(e, esperar_con_vigilancia);
   if (!e.tiempo_agotado && puede_seguir(e)) {
     if (const auto tope = tope_de_comparacion(f)) {
-      comparar_flash(e, f.v, f.progreso, *tope);
-      f.progreso.Progress.Value = 0;
+      comparar_flash(e, f.v, f.avance, *tope);
+      f.avance.Progress.Value = 0;
       cerrar_chip(e, esperar_con_vigilancia);
     }
   } else if (!e.tiempo_agotado) {
@@ -59,11 +59,11 @@ void men_verific_t_Click(frm_principal& f) {
   if (!c.abierto()) return;
   abrir_chip(e, esperar_datos);
   if (habilitar_flash(e)) {
-    verificar_borrado(e, f.progreso);
+    verificar_borrado(e, f.avance);
   } else {
     cerrar_chip(e, esperar_datos);
   }
-  f.progreso.Progress.Value = 0;
+  f.avance.Progress.Value = 0;
   c.terminar();
 }
 
@@ -75,11 +75,11 @@ void mn_verifi_t_f_Click(frm_principal& f) {
   if (!c.abierto()) return;
   abrir_chip(e, esperar_datos);
   if (habilitar_flash(e)) {
-    verificar_sumas(e, f.v, f.progreso);
+    verificar_sumas(e, f.v, f.avance);
   } else {
     cerrar_chip(e, esperar_datos);
   }
-  f.progreso.Progress.Value = 0;
+  f.avance.Progress.Value = 0;
   c.terminar();
 }
 
@@ -95,7 +95,7 @@ void men_proteger_f_Click(frm_principal& f) {
   if (!c.abierto()) return;
   abrir_chip(e, esperar_datos);
   if (habilitar_flash(e)) {
-    f.progreso.mapa.olvidar(chip.palabra_proteccion);
+    f.avance.mapa.olvidar(chip.palabra_proteccion);
     proteger_flash(e);
   }
   cerrar_chip(e, esperar_datos);

@@ -54,8 +54,8 @@ void leer_lo_programado(frm_principal& f) {
     return;
   }
   f.v.dir_fin_lectura = f.v.dir_max_grabada;
-  leer_flash(f.link, f.v, f.progreso, 0, f.v.dir_max_grabada);
-  f.progreso.Progress.Value = 0;
+  leer_flash(f.link, f.v, f.avance, 0, f.v.dir_max_grabada);
+  f.avance.Progress.Value = 0;
   cerrar_chip(f.link, esperar_con_vigilancia);
 }
 
@@ -65,7 +65,7 @@ void men_leer_ft_Click(frm_principal& f) {
   if (rechazada_por_carga(f)) return;
   const orden_en_curso orden(f);
   enlace& e = f.link;
-  f.progreso.cancelar = false;
+  f.avance.cancelar = false;
   corchete c(e);
   if (!c.abierto()) return;
   modo_caracter(e.control_serie);
@@ -86,13 +86,13 @@ void btn_leer_Click(frm_principal& f) {
   const std::int64_t fin = valor_de(f.rango.txt_hasta);
   const orden_en_curso orden(f);
   enlace& e = f.link;
-  f.progreso.cancelar = false;
+  f.avance.cancelar = false;
   corchete c(e);
   if (!c.abierto()) return;
   abrir_chip(e, esperar_con_vigilancia);
   if (!e.tiempo_agotado && puede_seguir(e)) {
     f.v.dir_fin_lectura = static_cast<std::int32_t>(fin);
-    leer_flash(e, f.v, f.progreso, static_cast<std::int32_t>(desde), static_cast<std::int32_t>(hasta));
+    leer_flash(e, f.v, f.avance, static_cast<std::int32_t>(desde), static_cast<std::int32_t>(hasta));
     f.rango.fra_rango.Visible = false;
   }
   c.terminar();

@@ -34,13 +34,13 @@ void avisar_fallo_carga(frm_principal& f, const fallo_carga& fallo) {
 
 /// Ends with a box in any case.
 void cargar_proyecto_s19(frm_principal& f) {
-  if (const auto fallo = cargar_s19(f.plat, f.v, f.progreso)) {
+  if (const auto fallo = cargar_s19(f.plat, f.v, f.avance)) {
     avisar_fallo_carga(f, *fallo);
   } else {
     f.plat.MsgBox({.titulo = "", .texto = "Ha terminado de cargar el archivo"});
   }
-  f.progreso.Progress.Value = 0;
-  f.progreso.cancelar = false;
+  f.avance.Progress.Value = 0;
+  f.avance.cancelar = false;
 }
 
 /// Silent when it succeeds.
@@ -155,15 +155,15 @@ void cargar_proyecto(frm_principal& f, std::string_view extension) {
   f.cargando = true;
   f.ultimo_archivo = f.v.ruta_archivo;
   limpiar_buffer_salida(f.v);
-  f.progreso.mapa.nueva_imagen(f.v.buffer_salida);
+  f.avance.mapa.nueva_imagen(f.v.buffer_salida);
   mostrar_ruta(f, f.v.ruta_archivo);
   if (const formato* const cual = formato_de(extension)) cual->cargar(f);
-  f.progreso.mapa.nueva_imagen(f.v.buffer_salida);
+  f.avance.mapa.nueva_imagen(f.v.buffer_salida);
   f.cargando = false;
 }
 
-std::size_t inicio_de_cola(std::size_t largo, std::size_t corte, std::size_t visible) {
-  if (largo < corte) return 1;
+std::size_t inicio_de_cola(std::size_t largo, std::size_t maximo, std::size_t visible) {
+  if (largo < maximo) return 1;
   const std::size_t inicio = largo > visible ? largo - visible : visible - largo;
   return inicio == 0 ? 1 : inicio;
 }
@@ -173,8 +173,8 @@ std::string ruta_abreviada(std::string_view ruta, std::size_t inicio, std::size_
 }
 
 void mostrar_ruta(frm_principal& f, std::string_view ruta) {
-  constexpr std::size_t corte = 42, cola = 45, visible = 43;
-  f.estado.panel(1).Text = ruta_abreviada(ruta, inicio_de_cola(longitud(ruta), corte, visible), cola);
+  constexpr std::size_t maximo = 42, cola = 45, visible = 43;
+  f.estado.panel(1).Text = ruta_abreviada(ruta, inicio_de_cola(longitud(ruta), maximo, visible), cola);
   f.estado.panel(1).ToolTipText = std::string(ruta);
 }
 

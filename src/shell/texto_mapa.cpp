@@ -24,23 +24,23 @@ std::string hasta_donde(const char* participio, tramo celda, tramo hecho_en) {
 std::string lo_que_hay_en_el_chip(const mapa_flash& m, int celda) {
   const tramo t = tramo_de_celda(celda);
   std::string texto;
-  if (m.sabe(celda, hecho::borrada)) texto += "\nBorrada";
-  if (m.sabe(celda, hecho::escrita)) texto += "\n" + hasta_donde("Escrita", t, m.escrito());
-  if (m.sabe(celda, hecho::escrita_antes)) texto += "\nEscrita con un archivo anterior";
-  if (m.sabe(celda, hecho::igual)) texto += "\nVerificada: igual que la imagen";
-  if (m.sabe(celda, hecho::distinta)) texto += "\nVerificada: su zona difiere de la imagen";
-  if (m.sabe(celda, hecho::leida)) texto += "\n" + hasta_donde("Leída", t, m.leido());
+  if (m.sabe(celda, saber::borrada)) texto += "\nBorrada";
+  if (m.sabe(celda, saber::escrita)) texto += "\n" + hasta_donde("Escrita", t, m.escrito());
+  if (m.sabe(celda, saber::escrita_antes)) texto += "\nEscrita con un archivo anterior";
+  if (m.sabe(celda, saber::igual)) texto += "\nVerificada: igual que la imagen";
+  if (m.sabe(celda, saber::distinta)) texto += "\nVerificada: su zona difiere de la imagen";
+  if (m.sabe(celda, saber::leida)) texto += "\n" + hasta_donde("Leída", t, m.leido());
   return texto.empty() ? "\nNo se sabe qué contiene el chip" : texto;
 }
 
 }  // namespace
 
 aspecto aspecto_de(const mapa_flash& mapa, int celda) {
-  constexpr std::pair<hecho, aspecto> orden[] = {{hecho::distinta, aspecto::distinta},
-                                                 {hecho::igual, aspecto::igual},
-                                                 {hecho::escrita, aspecto::escrita},
-                                                 {hecho::escrita_antes, aspecto::escrita_antes},
-                                                 {hecho::borrada, aspecto::borrada}};
+  constexpr std::pair<saber, aspecto> orden[] = {{saber::distinta, aspecto::distinta},
+                                                 {saber::igual, aspecto::igual},
+                                                 {saber::escrita, aspecto::escrita},
+                                                 {saber::escrita_antes, aspecto::escrita_antes},
+                                                 {saber::borrada, aspecto::borrada}};
   for (const auto& [cual, como] : orden) {
     if (mapa.sabe(celda, cual)) return como;
   }
@@ -70,7 +70,7 @@ std::string texto_de_celda(const mapa_flash& mapa, int celda) {
   const std::int32_t bloque = t.desde - t.desde % chip.bloque;
   return direcciones(t) + ", bloque " + direcciones({bloque, bloque + chip.bloque}) +
          lo_que_hay_en_el_chip(mapa, celda) +
-         (mapa.sabe(celda, hecho::imagen) ? "\nLa imagen tiene datos aquí" : "\nLa imagen está vacía aquí");
+         (mapa.sabe(celda, saber::imagen) ? "\nLa imagen tiene datos aquí" : "\nLa imagen está vacía aquí");
 }
 
 std::string resumen_del_mapa(const mapa_flash& mapa) {
@@ -78,8 +78,8 @@ std::string resumen_del_mapa(const mapa_flash& mapa) {
   int con_datos = 0, leidas = 0;
   for (int i = 0; i < celdas_del_mapa; ++i) {
     ++cuentas.at(static_cast<std::size_t>(aspecto_de(mapa, i)));
-    con_datos += mapa.sabe(i, hecho::imagen);
-    leidas += mapa.sabe(i, hecho::leida);
+    con_datos += mapa.sabe(i, saber::imagen);
+    leidas += mapa.sabe(i, saber::leida);
   }
   std::string texto = std::to_string(celdas_del_mapa) + " celdas de " + std::to_string(bytes_por_celda) + " bytes";
   for (int i = 0; i < aspectos; ++i) {

@@ -13,7 +13,7 @@ namespace {
 
 using namespace morvane;
 
-constexpr unsigned bit(hecho cual) {
+constexpr unsigned bit(saber cual) {
   return static_cast<unsigned>(cual);
 }
 
@@ -80,21 +80,21 @@ void juez_mapa::anotar(std::string_view escrito) {
 
 unsigned juez_mapa::falsos(int celda) const {
   const tramo t = tramo_de_celda(celda), leida = comun(t, mapa_.leido());
-  const auto sabe = [&](hecho cual) { return mapa_.sabe(celda, cual); };
+  const auto sabe = [&](saber cual) { return mapa_.sabe(celda, cual); };
   const auto flash = chip_.flash();
   unsigned mal = 0;
-  if (sabe(hecho::imagen) == vacia(parte(v_.buffer_salida, t))) mal |= bit(hecho::imagen);
-  if (sabe(hecho::borrada) && !vacia(parte(flash, t))) mal |= bit(hecho::borrada);
-  if (sabe(hecho::escrita) && !enviada(celda)) mal |= bit(hecho::escrita);
-  if (sabe(hecho::escrita_antes) && std::ranges::count(parte(enviado_, t), sin_enviar) == bytes_por_celda) {
-    mal |= bit(hecho::escrita_antes);
+  if (sabe(saber::imagen) == vacia(parte(v_.buffer_salida, t))) mal |= bit(saber::imagen);
+  if (sabe(saber::borrada) && !vacia(parte(flash, t))) mal |= bit(saber::borrada);
+  if (sabe(saber::escrita) && !enviada(celda)) mal |= bit(saber::escrita);
+  if (sabe(saber::escrita_antes) && std::ranges::count(parte(enviado_, t), sin_enviar) == bytes_por_celda) {
+    mal |= bit(saber::escrita_antes);
   }
   const bool buena = !leida.vacio() && std::ranges::equal(parte(flash, leida), parte(v_.buffer_entrada, leida));
-  if (sabe(hecho::leida) && !buena) mal |= bit(hecho::leida);
-  if (sabe(hecho::igual) && !igual(celda)) mal |= bit(hecho::igual);
-  if (sabe(hecho::distinta) &&
+  if (sabe(saber::leida) && !buena) mal |= bit(saber::leida);
+  if (sabe(saber::igual) && !igual(celda)) mal |= bit(saber::igual);
+  if (sabe(saber::distinta) &&
       std::ranges::equal(parte(flash, bloque_de(celda)), parte(v_.buffer_salida, bloque_de(celda)))) {
-    mal |= bit(hecho::distinta);
+    mal |= bit(saber::distinta);
   }
   return mal;
 }
@@ -109,8 +109,8 @@ unsigned juez_mapa::excusados(int celda, const puente::alcance& efecto) const {
   const auto pegada = [&](std::int32_t trozo) {
     return cerca(chip_.modo.celda_a_0, trozo) || cerca(chip_.modo.celda_a_1, trozo);
   };
-  const unsigned sumados = bit(hecho::igual) | bit(hecho::distinta), vistos = bit(hecho::borrada) | sumados;
-  if (efecto.desplaza || pegada(bytes_por_celda)) return vistos | bit(hecho::leida);
+  const unsigned sumados = bit(saber::igual) | bit(saber::distinta), vistos = bit(saber::borrada) | sumados;
+  if (efecto.desplaza || pegada(bytes_por_celda)) return vistos | bit(saber::leida);
   if (pegada(chip.bloque)) return efecto.altera ? vistos : sumados;
   return efecto.altera ? vistos : 0;
 }

@@ -24,7 +24,7 @@ bool tiene(const std::string& texto, std::string_view parte) {
 
 oraculo::oraculo(frm_principal& f, const transporte_memoria& linea, const apoyo::placa_lejos& lejos,
                  const ficheros_al_azar& ficheros, const apoyo::carpeta& dir)
-    : f_(f), linea_(linea), lejos_(lejos), ficheros_(ficheros), dir_(dir), mapa_(f.progreso.mapa, f.v, lejos.chip) {}
+    : f_(f), linea_(linea), lejos_(lejos), ficheros_(ficheros), dir_(dir), mapa_(f.avance.mapa, f.v, lejos.chip) {}
 
 void oraculo::empezar(const circunstancias& c) {
   c_ = c;
@@ -181,7 +181,7 @@ bool oraculo::protegida() const {
 bool oraculo::cargado() const {
   const contenido* c = ficheros_.de(f_.v.ruta_archivo);
   // A load that a pending stop has ended says the same and leaves the image empty.
-  if (c != nullptr && f_.v.dir_max == 0 && f_.progreso.cancelar) return true;
+  if (c != nullptr && f_.v.dir_max == 0 && f_.avance.cancelar) return true;
   if (c == nullptr || !c->vale || f_.v.dir_max != c->dir_max) return false;
   std::vector<std::uint8_t> debe(total_celdas, 0xFF);
   for (const auto& [dir, byte] : c->bytes) debe[static_cast<std::size_t>(dir)] = byte;

@@ -51,7 +51,7 @@ TEST_F(TrabajoCom, UnaLineaQueSeCuelgaSeDiceUnaVezYElPuertoQuedaLibre) {
   f.menu.men_prog_t.Click();
   ASSERT_EQ(plat.cajas.size(), 1U);
   EXPECT_EQ(plat.cajas[0].texto, texto_interrumpida);
-  EXPECT_TRUE(f.link.corte.perdida) << "the line itself has said it, not a silence";
+  EXPECT_TRUE(f.link.operacion.perdida) << "the line itself has said it, not a silence";
   EXPECT_FALSE(f.serial.PortOpen());
   f.menu.men_prog_t.Click();
   EXPECT_TRUE(plat.cajas[1].texto.starts_with("COM1: ")) << plat.cajas[1].texto;

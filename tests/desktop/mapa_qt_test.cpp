@@ -59,8 +59,8 @@ TEST_F(mapa_qt_test, while_a_command_runs_cells_and_bar_follow_and_at_rest_nothi
   EXPECT_TRUE(color() != QColor(Qt::white));
   f.barra.ButtonClick = [&](int) {
     const orden_en_curso orden(f);
-    const labor_en_curso labor(f.progreso, plat, marcha::labor::grabar, 1'000'000);
-    f.progreso.mapa.borrado();
+    const labor_en_curso en_curso(f.avance, plat, labor::clase::grabar, 1'000'000);
+    f.avance.mapa.borrado();
     QElapsedTimer espera;
     for (espera.start(); barra.text().isEmpty() && espera.elapsed() < 5000;) QApplication::processEvents();
     EXPECT_TRUE(s.mirando());
@@ -68,7 +68,7 @@ TEST_F(mapa_qt_test, while_a_command_runs_cells_and_bar_follow_and_at_rest_nothi
     plat.tiempo_de_caja = 60s;
     plat.MsgBox({"", "a box takes no part of it", botones::Aceptar});
     plat.pasar(100s);
-    f.progreso.ritmo.hechos = 13'800;
+    f.avance.labor.hechos = 13'800;
     s.al_volver();
     EXPECT_EQ(barra.text(), "1 % · 138 B/s · 1:59:06");
     EXPECT_LE(barra.fontMetrics().horizontalAdvance(barra.text()), barra.width());

@@ -6,7 +6,7 @@ using namespace apoyo;
 using ventana_qt_test = banco_ventana;
 
 TEST_F(ventana_qt_test, changed_properties_show_after_a_synchronisation) {
-  f.progreso.Progress.Value = 7;
+  f.avance.Progress.Value = 7;
   f.barra.boton(2).Enabled = false;
   f.rango.txt_desde.Text = "00FF";
   f.menu.men_dir[0].Caption = "&1 C&A\\r&d.s19";

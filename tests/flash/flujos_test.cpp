@@ -83,7 +83,7 @@ TEST_F(guion_de_flujos, replies_of_other_lengths_and_letters_are_taken_for_what_
     plat.usuario = [](const caja&) { return vbCancel; };
     suma ? verificar_sumas(e, v, a) : verificar_borrado(e, a);
     EXPECT_EQ(textos().substr(0, dicho.size()), dicho) << respuestas.back();
-    EXPECT_EQ(e.corte.interrumpida, rota) << respuestas.back();
+    EXPECT_EQ(e.operacion.interrumpida, rota) << respuestas.back();
   }
   Variables_grab v;
   reabrir();
@@ -120,8 +120,8 @@ TEST_F(flujos, the_erase_counts_its_polls_and_an_error_wins_over_done) {
 TEST_F(flujos, an_erase_that_a_reset_cut_off_is_no_success) {
   lejos.placa.averiar({.reset_en = 9});
   EXPECT_FALSE(borrar_flash(e, a));
-  EXPECT_TRUE(e.corte.interrumpida);
-  EXPECT_TRUE(e.corte.cierre_permitido);
+  EXPECT_TRUE(e.operacion.interrumpida);
+  EXPECT_TRUE(e.operacion.cierre_permitido);
   EXPECT_EQ(plat.cajas.size(), 1U);
 }
 
@@ -157,7 +157,7 @@ TEST_F(flujos, noise_behind_a_reply_does_not_push_the_next_one_to_where_it_prais
   ASSERT_TRUE(habilitar_flash(e));
   lejos.placa.averiar({.ruido_detras = 2});
   verificar_borrado(e, a);
-  EXPECT_TRUE(e.corte.interrumpida) << textos();
+  EXPECT_TRUE(e.operacion.interrumpida) << textos();
   EXPECT_TRUE(plat.cajas.empty()) << textos();
 }
 

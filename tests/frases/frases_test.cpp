@@ -73,6 +73,10 @@ TEST(frases, a_file_and_its_line_say_what_is_wrong) {
       {{archivo::ha_cambiado}, "ha cambiado mientras se leía"},
       {{archivo::demasiado_grande, 0, 128 << 20}, "es demasiado grande: el máximo son 128 MiB"},
   };
+  EXPECT_EQ(frase_de_escritura(causa_de_escritura(ENOENT)), "la carpeta no existe");
+  EXPECT_EQ(frase_de_escritura(causa_de_escritura(ENOSPC)), "no queda sitio en el disco");
+  EXPECT_EQ(frase_de_escritura(causa_de_escritura(EACCES)), "no hay permiso para escribirlo");
+  EXPECT_EQ(frase_de_escritura(causa_de_escritura(EISDIR)), "no es un archivo normal");
   for (const auto& [causa, esperada] : archivos) {
     EXPECT_EQ(frase(fallo_de_archivo(causa)), std::string("Motivo: ") + esperada);
   }

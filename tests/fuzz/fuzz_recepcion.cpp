@@ -63,7 +63,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t lar
   const auto cajas = m.plat.cajas.size();
   apoyo::exigir(cajas <= 4 + 2 * repetidas, "few boxes");
   apoyo::exigir(m.plat.ahora() < 60s + repetidas * 60s, "bounded time");
-  apoyo::exigir(e.respuesta_lista || e.datos_listos || e.corte.interrumpida || e.tiempo_agotado, "a wait has an end");
+  apoyo::exigir(e.respuesta_lista || e.datos_listos || e.operacion.interrumpida || e.tiempo_agotado,
+                "a wait has an end");
   const auto hay = [tramas = tramas_de(flujo)](auto tal) { return std::ranges::any_of(tramas, tal); };
   const auto reset = [](const std::string& t) { return t[0] != '0' && t.compare(1, 5, "RESET") == 0; };
   const auto estado = [&e](const std::string& t) {
@@ -73,7 +74,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t lar
     apoyo::exigir(!e.respuesta_lista || hay([](const auto&) { return true; }), "a reply is a good frame");
     apoyo::exigir(!e.envio.estado_reciente || hay(estado), "a status is a good frame's");
   }
-  const bool cortada = e.corte.interrumpida || e.corte.sin_respuesta;
+  const bool cortada = e.operacion.interrumpida || e.operacion.sin_respuesta;
   c.terminar();
   apoyo::exigir(m.plat.cajas.size() == cajas + (cortada ? 1 : 0), "one closing box for what was broken off");
   const bool como_siempre = serial.InputLen() == 1 && serial.RThreshold() == 1;

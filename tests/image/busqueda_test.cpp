@@ -49,8 +49,9 @@ TEST(filas, erased_bytes_found_ones_and_digits_that_differ_stand_out) {
   bytes[14] = bytes[15] = 'A';
   EXPECT_EQ(realzado(volcado(bytes)), "        FF    FF FF FF FF FF FF FF FF FF FF FF FF        . ............  ");
   const parte_realzada cifras{8, 5, realce::hallado}, caracteres{57, 2, realce::hallado};
-  EXPECT_EQ(partes_en_fila({0x1E, 4}, 2, realce::hallado), (std::vector{cifras, caracteres})) << "the end of two rows";
-  EXPECT_TRUE(partes_en_fila({0x1E, 4}, 3, realce::hallado).empty());
+  EXPECT_EQ(partes_en_fila({0x1E, 0x22}, 2, realce::hallado), (std::vector{cifras, caracteres}))
+      << "the end of two rows";
+  EXPECT_TRUE(partes_en_fila({0x1E, 0x22}, 3, realce::hallado).empty());
   const std::tuple<std::uint8_t, std::uint8_t, const char*> casos[] = {{0x12, 0x34, "           12   34"},
                                                                        {0x12, 0x14, "            2    4"},
                                                                        {0x12, 0x32, "           1    3 "},

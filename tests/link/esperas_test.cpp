@@ -34,7 +34,7 @@ TEST_F(esperas, each_kind_of_silence_asks_in_its_time_and_cancel_or_closing_brea
       plat.responder(r);
       EXPECT_EQ(enviar_y(r == vbCancel ? esperar_datos : esperar_respuesta, c.comando), c.pregunta);
       EXPECT_EQ(plat.cajas, std::vector{pregunta});
-      EXPECT_TRUE(e.corte.interrumpida);
+      EXPECT_TRUE(e.operacion.interrumpida);
       EXPECT_FALSE(e.tiempo_agotado);
       EXPECT_FALSE(e.respuesta_lista);
       lejos.callar();
@@ -54,7 +54,7 @@ TEST_F(esperas, a_long_block_in_its_fixed_mode_may_take_nine_seconds_and_a_short
   lejos.contestar(marco("7"));
   enviar_y(esperar_datos, "C000000007FFF");
   EXPECT_EQ(textos(), "Ez Port no está activado");
-  EXPECT_TRUE(e.corte.interrumpida);
+  EXPECT_TRUE(e.operacion.interrumpida);
 }
 
 TEST_F(esperas, in_a_broken_operation_waits_return_at_once_and_nothing_goes_out_but_an_allowed_d) {
@@ -63,7 +63,7 @@ TEST_F(esperas, in_a_broken_operation_waits_return_at_once_and_nothing_goes_out_
   for (const auto como : {esperar_respuesta, esperar_con_vigilancia}) enviar_y(como, "D");
   EXPECT_EQ(plat.pasadas, antes);
   EXPECT_TRUE(lejos.comandos.empty());
-  e.corte.cierre_permitido = true;
+  e.operacion.cierre_permitido = true;
   for (const char* comando : {"a", "D"}) enviar_comando(e, comando);
   EXPECT_EQ(lejos.comandos, std::vector<std::string>{"D"});
 }
@@ -74,7 +74,7 @@ TEST_F(esperas, no_ends_the_program_and_yes_goes_on_with_a_reply_that_has_come_m
   plat.responder(vbYes, [this] { lejos.poner(marco("002"), plat.ahora()); });
   enviar_y(esperar_datos);
   EXPECT_EQ(e.bit_wen, 1);
-  EXPECT_FALSE(e.corte.interrumpida);
+  EXPECT_FALSE(e.operacion.interrumpida);
   EXPECT_EQ(lejos.comandos.back(), "c");
 }
 
@@ -88,8 +88,8 @@ TEST_F(esperas, yes_without_a_reply_opens_the_chip_anew_and_breaks_off) {
     enviar_y(esperar_datos_rapido, "a");
     EXPECT_EQ(lejos.comandos.back(), "A");
     EXPECT_TRUE(modo_de_siempre());
-    EXPECT_TRUE(e.corte.interrumpida);
-    EXPECT_EQ(e.corte.cierre_permitido, responde) << "only an answered A makes a D worth sending";
+    EXPECT_TRUE(e.operacion.interrumpida);
+    EXPECT_EQ(e.operacion.cierre_permitido, responde) << "only an answered A makes a D worth sending";
     reabrir();
   }
 }
@@ -99,7 +99,7 @@ TEST_F(esperas, a_vanished_device_and_a_second_request_to_close_end_a_wait_witho
     e.peticiones_cierre = 1;
     plat.programar(plat.ahora() + 300ms, [&] { desaparece ? lejos.cuelga = true : ++e.peticiones_cierre; });
     EXPECT_EQ(enviar_y(esperar_datos), 300ms);
-    EXPECT_TRUE(e.corte.interrumpida);
+    EXPECT_TRUE(e.operacion.interrumpida);
     EXPECT_TRUE(e.tiempo_agotado != desaparece);
     lejos.cuelga = false;
     reabrir();
@@ -114,7 +114,7 @@ TEST_F(esperas, the_watchdog_asks_each_second_and_yes_sends_a_whatever_the_wait_
   EXPECT_TRUE(e.tiempo_agotado);
   EXPECT_FALSE(e.respuesta_lista);
   EXPECT_FALSE(e.spera_resp.Enabled());
-  EXPECT_FALSE(e.corte.interrumpida) << "a guarded wait that was given up is no broken operation";
+  EXPECT_FALSE(e.operacion.interrumpida) << "a guarded wait that was given up is no broken operation";
 }
 
 TEST_F(esperas, behind_a_yes_the_program_stands_still_for_half_a_second_at_most_and_late_replies_answer_nothing_else) {
@@ -140,7 +140,7 @@ TEST_F(esperas, behind_a_yes_the_program_stands_still_for_half_a_second_at_most_
       enviar_y(esperar_datos, respuesta == std::string("0") ? "a" : "c");
     }
     EXPECT_EQ(e.registro_estado, 0x22) << c.tras.size();
-    EXPECT_FALSE(e.corte.interrumpida || e.linea_inquieta) << c.tras.size();
+    EXPECT_FALSE(e.operacion.interrumpida || e.linea_inquieta) << c.tras.size();
     plat.olvidar_respuestas();
     lejos.callar();
     e.registro_estado = 0;
@@ -151,7 +151,7 @@ TEST_F(esperas, the_watchdog_that_a_reset_armed_breaks_off_on_cancel) {
   lejos.contestar(marco("1RESET"));
   plat.responder(vbCancel);
   EXPECT_EQ(enviar_y(esperar_datos), 1ms + 1s);
-  EXPECT_TRUE(e.corte.interrumpida);
+  EXPECT_TRUE(e.operacion.interrumpida);
 }
 
 }  // namespace

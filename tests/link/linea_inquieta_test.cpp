@@ -39,7 +39,7 @@ TEST_F(linea_inquieta, replies_to_what_was_broken_off_given_up_or_drowned_in_noi
     // The late reply comes behind that to the "A".
     lejos.contestar(marco("0") + marco("0"), 1ms, 100ms);
     EXPECT_EQ(segunda_respuesta(), buena) << que;
-    EXPECT_FALSE(e.corte.interrumpida) << que;
+    EXPECT_FALSE(e.operacion.interrumpida) << que;
     reabrir();
   }
 }
@@ -54,13 +54,13 @@ TEST_F(linea_inquieta, strays_are_not_counted_as_the_late_answers_of_a_repeated_
 
 TEST_F(linea_inquieta, an_etx_alone_repeats_a_text_but_answers_nothing) {
   for (const std::string& respuesta : {marco("055"), std::string("\x03")}) {
-    EXPECT_FALSE(e.corte.interrumpida);
+    EXPECT_FALSE(e.operacion.interrumpida);
     lejos.contestar(respuesta);
     enviar_comando(e, "i");
     esperar_respuesta(e);
   }
   EXPECT_TRUE(e.respuesta_lista);
-  EXPECT_TRUE(e.corte.interrumpida);
+  EXPECT_TRUE(e.operacion.interrumpida);
 }
 
 TEST_F(linea_inquieta, a_line_that_never_comes_to_rest_breaks_the_bracket_off) {
@@ -68,7 +68,7 @@ TEST_F(linea_inquieta, a_line_that_never_comes_to_rest_breaks_the_bracket_off) {
   for (int i = 0; i < 40; ++i) lejos.poner(marco("0"), i * 1s);
   enviar_comando(e, "A");
   esperar_con_vigilancia(e);
-  EXPECT_TRUE(e.corte.interrumpida);
+  EXPECT_TRUE(e.operacion.interrumpida);
   EXPECT_TRUE(plat.ahora() < 20s);
   EXPECT_TRUE(e.linea_inquieta) << "and so for the next one";
 }

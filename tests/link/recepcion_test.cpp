@@ -44,11 +44,11 @@ TEST_F(recepcion, status_bits_come_from_their_places_behind_c_alone_and_an_inact
 
 TEST_F(recepcion, refusals_show_their_text_and_count_as_replies) {
   for (const char codigo : std::string("Xa123456789")) {
-    e.corte = {};
+    e.operacion = {};
     contesta("i", marco({codigo}));
     EXPECT_TRUE(e.respuesta_lista) << codigo;
     EXPECT_EQ(e.codigo_respuesta, codigo) << codigo;
-    EXPECT_EQ(e.corte.interrumpida, codigo == 'X' || codigo == 'a') << codigo << ": what is no refusal is no reply";
+    EXPECT_EQ(e.operacion.interrumpida, codigo == 'X' || codigo == 'a') << codigo << ": what is no refusal is no reply";
   }
   EXPECT_EQ(ultima(), critica("Atención respuesta del Chip", "Error parámetros fuera de rango"));
   EXPECT_EQ(textos(),
@@ -63,7 +63,7 @@ TEST_F(recepcion, a_bad_checksum_is_told_once_and_breaks_off) {
                             "Atención Error",
                             "Error en la comunicación, el Cheksum ha fallado, verifique la conexión y el cableado")});
   EXPECT_FALSE(e.respuesta_lista);
-  EXPECT_TRUE(e.corte.interrumpida);
+  EXPECT_TRUE(e.operacion.interrumpida);
 }
 
 TEST_F(recepcion, a_trickling_reply_is_held_back_until_it_is_whole_and_noise_does_not_spoil_it) {
@@ -85,7 +85,7 @@ TEST_F(recepcion, reset_opens_the_chip_again_and_a_second_one_breaks_off) {
   EXPECT_FALSE(e.respuesta_lista);
   EXPECT_EQ(serial.pendientes(), 0);
   llega(marco("7RESET"));
-  EXPECT_TRUE(e.corte.interrumpida);
+  EXPECT_TRUE(e.operacion.interrumpida);
   EXPECT_EQ(lejos.comandos, (std::vector<std::string>{"c", "A"}));
 }
 

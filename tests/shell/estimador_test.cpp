@@ -11,7 +11,7 @@ namespace {
 
 TEST(estimador_test, it_counts_down_evenly_and_seldom_and_tells_a_real_change) {
   estimador e;
-  marcha m;
+  labor m;
   m.total = 100'000;
   m.cuantas = 1;
   m.en_curso = true;

@@ -10,7 +10,7 @@ struct mapa_test : banco_ordenes {
   std::string tras_orden(orden cual, const puente::faltas& mal = {}) {
     correr(cual, mal);
     std::string texto;
-    for (const int i : {0, 1, 2, 128}) texto += ".beEid"[static_cast<int>(aspecto_de(f.progreso.mapa, i))];
+    for (const int i : {0, 1, 2, 128}) texto += ".beEid"[static_cast<int>(aspecto_de(f.avance.mapa, i))];
     return texto;
   }
 };
@@ -20,7 +20,7 @@ TEST_F(mapa_test, each_command_leaves_its_mark_and_what_was_cut_off_or_another_c
   EXPECT_EQ(tras_orden(men_borrar_t_Click), "bbbb");
   EXPECT_EQ(tras_orden(men_prog_t_Click), "eebb");
   correr(men_leer_ft_Click);
-  EXPECT_EQ(resumen_del_mapa(f.progreso.mapa),
+  EXPECT_EQ(resumen_del_mapa(f.avance.mapa),
             "512 celdas de 512 bytes; Borrada: 510; Escrita: 2; con datos en la imagen: 3; leídas: 2");
   EXPECT_EQ(tras_orden(mn_verifi_t_f_Click), "dddb") << "the zeroed cells are in the image and not in the chip";
   EXPECT_EQ(tras_orden(men_verific_t_Click), "dddb") << "data in a block with written cells is no news";

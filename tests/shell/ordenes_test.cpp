@@ -79,7 +79,7 @@ TEST_F(ordenes, a_command_sends_these_frames_and_shows_these_boxes_where_a_brack
     if (c.tope > 0) v.buffer_salida[ultimo] = 0x12;
     if (c.tope > 0 && c.tope < total_flash) lejos.chip.flash()[ultimo] = 0x12;
     if (c.dato < total_flash) lejos.chip.flash()[c.dato] = 0;
-    f.progreso.cancelar = true;
+    f.avance.cancelar = true;
     EXPECT_EQ(correr(c.cual), c.flujo);
     EXPECT_EQ(plat.cajas, c.cajas) << c.flujo;
   }
@@ -87,19 +87,19 @@ TEST_F(ordenes, a_command_sends_these_frames_and_shows_these_boxes_where_a_brack
   v.dir_max_grabada = 0;
   EXPECT_EQ(correr(comparar), "A") << "the question was answered with Cancel";
   lejos.chip.modo.falla_config = true;
-  f.progreso.Progress.Value = 5;
+  f.avance.Progress.Value = 5;
   for (const orden cual : {men_borrar_t_Click, men_reset_Click, sumar}) {
     EXPECT_EQ(correr(cual), "A a c d2E c D");
     EXPECT_EQ(plat.cajas, std::vector{sin_config});
-    EXPECT_EQ(f.progreso.Progress.Value, cual == sumar ? 0 : 5);
+    EXPECT_EQ(f.avance.Progress.Value, cual == sumar ? 0 : 5);
   }
 }
 
 TEST_F(ordenes, what_an_earlier_cancel_left_gives_no_verdict_and_the_repetition_works) {
   llenar(0xFF);
-  f.progreso.Progress.Value = 5;
+  f.avance.Progress.Value = 5;
   correr(men_borrar_t_Click, {.muda_desde = 1});
-  EXPECT_EQ(f.progreso.Progress.Value, 5) << "a time-out leaves the bar alone";
+  EXPECT_EQ(f.avance.Progress.Value, 5) << "a time-out leaves the bar alone";
   EXPECT_TRUE(f.link.tiempo_agotado);
   f.link.bit_wen = f.link.bit_config = 1;
   for (const std::string& dicho : {texto_interrumpida, texto_vacia}) {
@@ -155,7 +155,7 @@ TEST_F(ordenes, what_cannot_be_now_is_refused_and_wipes_a_pending_stop) {
   tras(16, [this] {
     for (const int boton : {6, 2, 1}) f.barra.ButtonClick(boton);
     f.menu.men_dir[0].Click();
-    EXPECT_FALSE(f.progreso.cancelar);
+    EXPECT_FALSE(f.avance.cancelar);
     EXPECT_TRUE(f.barra.boton(2).Enabled);
     EXPECT_FALSE(f.barra.boton(3).Enabled);
   });
@@ -179,7 +179,7 @@ TEST_F(ordenes, button_six_stops_a_reading_and_the_block_under_way_is_stored) {
   tras(10, [this] { f.barra.ButtonClick(6); });
   f.menu.men_leer_ft.Click();
   EXPECT_EQ(plat.cajas, (std::vector<caja>{{"Atención", "El proceso de Upload ha sido detenido por el usuario"}}));
-  EXPECT_EQ(std::tuple(lejos.comandos.size(), v.buffer_entrada[0x103], v.buffer_entrada[0x200], f.progreso.cancelar),
+  EXPECT_EQ(std::tuple(lejos.comandos.size(), v.buffer_entrada[0x103], v.buffer_entrada[0x200], f.avance.cancelar),
             std::tuple(11, 4, 0, false));
 }
 
@@ -208,7 +208,7 @@ TEST_F(ordenes, ranges_are_corrected_as_the_boxes_then_show) {
     f.rango.txt_hasta.Text = "  ";
     EXPECT_EQ(correr(btn_leer_Click), "") << "an empty box starts nothing";
     f.rango.txt_hasta.Text = c.hasta;
-    f.progreso.cancelar = true;
+    f.avance.cancelar = true;
     EXPECT_EQ(correr(btn_leer_Click), c.flujo);
     EXPECT_EQ(f.rango.txt_desde.Text.valor() + "-" + f.rango.txt_hasta.Text.valor(), c.queda);
     EXPECT_EQ(v.dir_fin_lectura, c.fin) << c.queda;
@@ -226,7 +226,7 @@ TEST_F(ordenes, what_was_programmed_is_read_or_a_range_is_offered) {
   EXPECT_TRUE(f.rango.fra_rango.Visible);
   EXPECT_TRUE(plat.cajas.empty());
   v.dir_max_grabada = 0x21;
-  f.progreso.cancelar = true;
+  f.avance.cancelar = true;
   EXPECT_EQ(correr(men_leer_ft_Click), "A e00000020 e00002020 e00004020 D");
   EXPECT_EQ(plat.cajas, (std::vector<caja>{{"", texto_leido}}));
 }
@@ -238,13 +238,13 @@ TEST_F(ordenes, a_device_that_vanishes_at_the_closing_does_not_undo_what_was_sai
     llenar(0xFF);
     const std::string flujo = correr(cual);
     const auto cajas = plat.cajas;
-    f.progreso.mapa.borrado();
+    f.avance.mapa.borrado();
     const auto ultima_trama = static_cast<std::uint64_t>(std::ranges::count(flujo, ' ')) + 1;
     llenar(0xFF);
     EXPECT_EQ(correr(cual, {.cuelga_en = ultima_trama}), flujo);
     EXPECT_EQ(plat.cajas, cajas) << flujo;
-    EXPECT_TRUE(f.progreso.mapa.ignora(0)) << flujo;
-    EXPECT_TRUE(f.progreso.mapa.ignora(511)) << flujo;
+    EXPECT_TRUE(f.avance.mapa.ignora(0)) << flujo;
+    EXPECT_TRUE(f.avance.mapa.ignora(511)) << flujo;
   }
 }
 

@@ -61,11 +61,11 @@ TEST_F(proyecto, a_file_comes_dropped_without_a_question_or_by_the_dialog_after_
   EXPECT_EQ(v.buffer_salida[0x100], 0xFF) << "no other firmware under the name of a file of no known kind";
   for (const std::string& contenido : {ocho_bytes, std::string("S1\r\n")}) {
     int barra = 0;
-    plat.responder(vbOK, [&] { barra = f.progreso.Progress.Value, f.progreso.cancelar = true; });
+    plat.responder(vbOK, [&] { barra = f.avance.Progress.Value, f.avance.cancelar = true; });
     abrir_soltado(f, dir.escribir("a.s19", contenido));
     EXPECT_GT(barra, 0) << "the user is told before the bar goes back";
-    EXPECT_EQ(f.progreso.Progress.Value, 0);
-    EXPECT_FALSE(f.progreso.cancelar);
+    EXPECT_EQ(f.avance.Progress.Value, 0);
+    EXPECT_FALSE(f.avance.cancelar);
   }
 }
 

@@ -31,8 +31,8 @@ mapa_qt& mapa(const viaje& v) {
   return *encontrado;
 }
 
-void exigir(viaje& v, int celda, hecho cual, const char* reproche) {
-  if (!v.p.principal().progreso.mapa.sabe(celda, cual)) v.t.faltar(reproche);
+void exigir(viaje& v, int celda, saber cual, const char* reproche) {
+  if (!v.p.principal().avance.mapa.sabe(celda, cual)) v.t.faltar(reproche);
 }
 
 }  // namespace
@@ -42,7 +42,7 @@ void borrar(viaje& v) {
   v.t.foto_de_menu(v.hijo<QMenu>("men_memoria_f"), "menu");
   v.t.esperar_caja("¡Ha terminado de borrar!", "Aceptar", "");
   v.hijo<QAction>("men_borrar_t").trigger();
-  exigir(v, 511, hecho::borrada, "el mapa no muestra el chip borrado");
+  exigir(v, 511, saber::borrada, "el mapa no muestra el chip borrado");
   v.t.decir("Verificar Borrado recorre los ocho bloques y da fe:");
   v.t.esperar_caja("La Flash ha sido verificada, está borrada", "Aceptar", "caja-informacion");
   v.hijo<QAction>("men_verific_t").trigger();
@@ -59,7 +59,7 @@ void programar(viaje& v) {
              });
   v.t.esperar_caja("¡Ha terminado de grabar!", "Aceptar", "");
   v.hijo<QToolButton>("Toolbar_3").click();
-  exigir(v, 0, hecho::escrita, "el mapa no muestra lo escrito");
+  exigir(v, 0, saber::escrita, "el mapa no muestra lo escrito");
   v.t.decir("La barra vuelve a " + std::to_string(barra(v)) + " y dice " + en_la_barra(v) + ".");
   v.t.foto("grabada");
 }
@@ -68,7 +68,7 @@ void verificar(viaje& v) {
   v.t.decir("El botón 4 pide a la placa las sumas de los bloques y las compara con las de la imagen.");
   v.t.esperar_caja("El programa de la Flash ha sido verificado, está correcto", "Aceptar", "");
   v.hijo<QToolButton>("Toolbar_4").click();
-  exigir(v, 0, hecho::igual, "el mapa no muestra lo verificado");
+  exigir(v, 0, saber::igual, "el mapa no muestra lo verificado");
   v.t.foto("verificada");
 }
 
@@ -111,12 +111,12 @@ void leer_un_rango(viaje& v) {
   v.t.foto("rango");
   v.t.esperar_caja("¡Ha terminado de Leer!", "Aceptar", "");
   v.hijo<QPushButton>("btn_leer").click();
-  exigir(v, 8, hecho::leida, "el mapa no muestra lo leído");
+  exigir(v, 8, saber::leida, "el mapa no muestra lo leído");
   v.t.decir("El panel se va, el mapa vuelve y marca lo leído.");
 }
 
 void detener(viaje& v) {
-  const mapa_flash& m = v.p.principal().progreso.mapa;
+  const mapa_flash& m = v.p.principal().avance.mapa;
   v.t.decir("Se programa el archivo grande. A medias alguien pide un borrado, que no puede ser:");
   v.t.cuando([&m] { return m.cabeza().desde >= 0x800; }, [&v] { v.hijo<QToolButton>("Toolbar_2").click(); });
   v.t.esperar_caja("El puerto ya está siendo utilizado por otra aplicación", "Aceptar", "caja-exclamacion");
@@ -144,7 +144,7 @@ void placa_muda(viaje& v) {
   v.t.esperar_caja("No hay respuesta del Dispositivo", "Cancelar", "caja-critica");
   v.hijo<QToolButton>("Toolbar_2").click();
   v.t.decir("En otro puerto hay otro chip: el mapa ha olvidado lo que sabía.");
-  if (!v.p.principal().progreso.mapa.ignora(0)) v.t.faltar("el mapa cree conocer otro chip");
+  if (!v.p.principal().avance.mapa.ignora(0)) v.t.faltar("el mapa cree conocer otro chip");
   v.t.foto("otro-chip");
   puertos.setCurrentIndex(0);
   emit puertos.activated(0);

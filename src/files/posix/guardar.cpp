@@ -6,7 +6,7 @@
 #include <cstdio>
 
 #include "barrido.h"
-#include "files/archivos.h"
+#include "files/fichero_entero.h"
 #include "platform/descriptor.h"
 #include "provisionales.h"
 
@@ -146,7 +146,11 @@ int reemplazar(const fs::path& definitivo, std::string_view contenido) {
 error_archivo archivos::guardar(std::string_view nombre, std::string_view contenido) const {
   const fs::path hallado = encontrar(nombre);
   if (hallado.filename().empty() || hallado.native().find('\0') != std::string::npos) return ENOENT;
-  const fs::path definitivo = seguir_enlaces(hallado);
+  return reemplazar_archivo(hallado, contenido);
+}
+
+error_archivo reemplazar_archivo(const fs::path& ruta, std::string_view contenido) {
+  const fs::path definitivo = seguir_enlaces(ruta);
   if (definitivo.empty()) return ELOOP;
   return reemplazar(definitivo, contenido);
 }

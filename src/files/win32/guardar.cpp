@@ -2,7 +2,7 @@
 #include <cerrno>
 
 #include "abrir.h"
-#include "files/archivos.h"
+#include "files/fichero_entero.h"
 #include "platform/rutas.h"
 #include "provisionales.h"
 
@@ -94,7 +94,11 @@ int sustituir(const std::wstring& nuevo, const std::wstring& definitivo) {
 }  // namespace
 
 error_archivo archivos::guardar(std::string_view nombre, std::string_view contenido) const {
-  const fs::path definitivo = seguir_enlaces(encontrar(nombre));
+  return reemplazar_archivo(encontrar(nombre), contenido);
+}
+
+error_archivo reemplazar_archivo(const fs::path& ruta, std::string_view contenido) {
+  const fs::path definitivo = seguir_enlaces(ruta);
   // Says what stands in the way: a folder, a device, a file that may only be read. What is open cannot be replaced.
   const int viejo = abrir_normal(definitivo, GENERIC_READ | GENERIC_WRITE, OPEN_EXISTING, true).error;
   if (viejo != 0 && viejo != ENOENT && viejo != EBUSY) return viejo;

@@ -1,5 +1,3 @@
-#include "files/archivos.h"
-
 #include <sys/stat.h>
 
 #include <chrono>
@@ -7,6 +5,7 @@
 #include "apoyo/carpeta.h"
 #include "apoyo/hijos.h"
 #include "apoyo/sin_privilegios.h"
+#include "files/fichero_entero.h"
 #include "files/lector_lineas.h"
 
 namespace morvane {
@@ -78,6 +77,8 @@ TEST_F(ArchivosPosix, DondeNoSePuedeSeDiceElErrorYNadaCambia) {
     EXPECT_EQ(disco.leer(propio(nombre)), std::nullopt);
     EXPECT_FALSE(lector.abrir(ruta(nombre), lector_lineas::finales::cr));
     EXPECT_TRUE(lector.causa() == causa) << static_cast<int>(lector.causa().cual);
+    const auto entero = leer_entero(ruta(nombre), 128 << 20);
+    EXPECT_TRUE(std::holds_alternative<causa_archivo>(entero) && std::get<causa_archivo>(entero) == causa);
     EXPECT_EQ(disco.abrir(propio(nombre), modo::anadir, f), al_abrir);
     EXPECT_EQ(disco.guardar(propio(nombre), "x"), al_guardar);
     EXPECT_EQ(disco.abrir(propio(nombre), modo::escribir, f), al_guardar);

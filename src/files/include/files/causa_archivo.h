@@ -4,7 +4,7 @@
 
 namespace morvane {
 
-/// Why a file of the user's cannot be read. A fact that a class does not name is 0.
+/// Why a file of the user's cannot be read or written. A fact that a class does not name is 0.
 struct causa_archivo {
   enum class clase : std::uint8_t {
     ninguna,
@@ -16,6 +16,9 @@ struct causa_archivo {
     enlaces_en_circulo,
     /// The disk has failed.
     disco,
+    /// Writing alone: there is no room left on the disk, or nothing may be written on it.
+    lleno,
+    solo_lectura,
     /// It was written to while it was read.
     ha_cambiado,
     /// Of more than `limite` bytes.
@@ -31,5 +34,7 @@ struct causa_archivo {
 
 /// What the number `error`, as in <cerrno>, says of a file that could not be opened or read.
 causa_archivo causa_de_lectura(int error);
+/// The same of a file that could not be written; `no_existe` is its folder.
+causa_archivo causa_de_escritura(int error);
 
 }  // namespace morvane

@@ -20,6 +20,8 @@ std::string frase(const descripcion_puerto& puerto);
 
 /// Without the file's name: "el archivo no existe".
 std::string frase(const causa_archivo& causa);
+/// The same of a file that could not be written.
+std::string frase_de_escritura(const causa_archivo& causa);
 
 /// "Línea 3: …", or "Motivo: …" where it is the file itself.
 std::string frase(const fallo_carga& fallo);

@@ -9,9 +9,9 @@
 namespace morvane {
 
 /// How far the running operation has come, for whoever tells the user how long it will still take.
-struct marcha {
-  enum class labor : std::uint8_t { borrar, grabar, leer, verificar };
-  labor cual = labor::borrar;
+struct labor {
+  enum class clase : std::uint8_t { borrar, grabar, leer, verificar };
+  clase cual = clase::borrar;
   bool en_curso = false;
   /// Bytes to go over, and those done; a `total` of 0 where nobody can know it.
   std::int64_t total = 0, hechos = 0;
@@ -35,7 +35,7 @@ struct avance {
   bool cancelar = false;
 
   mapa_flash mapa;
-  marcha ritmo;
+  morvane::labor labor;
 };
 
 /// Adds `paso` to `acumulado` and moves the bar to `acumulado` x 25 / `total`, rounded to whole steps with halves to
@@ -47,7 +47,7 @@ void avanzar_progreso(avance& a, std::int64_t total, std::int64_t paso, std::int
 class labor_en_curso {
  public:
   /// `total` in bytes, 0 if nobody can know it. Both references must outlive it.
-  labor_en_curso(avance& a, const plataforma& plat, marcha::labor cual, std::int64_t total);
+  labor_en_curso(avance& a, const plataforma& plat, labor::clase cual, std::int64_t total);
   ~labor_en_curso();
   labor_en_curso(const labor_en_curso&) = delete;
   labor_en_curso& operator=(const labor_en_curso&) = delete;

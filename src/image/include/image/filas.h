@@ -5,6 +5,7 @@
 #include <span>
 #include <vector>
 
+#include "image/tramo.h"
 #include "image/variables_grab.h"
 #include "platform/controles.h"
 
@@ -12,12 +13,6 @@ namespace morvane {
 
 /// Bytes in a row of a dump.
 constexpr std::size_t bytes_por_fila = 16;
-
-/// `cuantos` bytes of a buffer from address `dir`.
-struct trecho {
-  std::size_t dir = 0, cuantos = 0;
-  bool operator==(const trecho&) const = default;
-};
 
 /// The rows of a hexadecimal dump from address 0: six digits of address, 16 bytes, their characters; 73 characters in
 /// all. Erased bytes, those of value 0xFF, step back.
@@ -38,7 +33,7 @@ class volcado : public filas {
 
 /// Where the bytes of `cual` stand in row `indice` of a dump, first as digits and then as characters; nothing if none
 /// of them does.
-std::vector<parte_realzada> partes_en_fila(trecho cual, std::size_t indice, realce como);
+std::vector<parte_realzada> partes_en_fila(tramo cual, std::size_t indice, realce como);
 
 /// A dump of the first `cuantos` bytes of a buffer. Works on a copy of the bytes.
 std::shared_ptr<const volcado> filas_de_volcado(const std::vector<std::uint8_t>& buffer, std::int64_t cuantos);

@@ -19,7 +19,7 @@ constexpr tramo tramo_de_celda(int celda) {
 }
 
 /// What can be known of a cell. `imagen` speaks of the image, all others of the chip.
-enum class hecho : unsigned {
+enum class saber : unsigned {
   /// The image holds something other than 0xFF there.
   imagen = 1,
   /// The chip has reported it erased, and nothing was written there since.
@@ -40,9 +40,9 @@ enum class hecho : unsigned {
 /// nothing is known has no fact at all. Addresses beyond the flash are passed over everywhere.
 class mapa_flash {
  public:
-  bool sabe(int celda, hecho cual) const { return (celdas_[static_cast<std::size_t>(celda)] & bit(cual)) != 0; }
+  bool sabe(int celda, saber cual) const { return (celdas_[static_cast<std::size_t>(celda)] & bit(cual)) != 0; }
   /// True if nothing is known of what the chip holds there.
-  bool ignora(int celda) const { return (celdas_[static_cast<std::size_t>(celda)] & ~bit(hecho::imagen)) == 0; }
+  bool ignora(int celda) const { return (celdas_[static_cast<std::size_t>(celda)] & ~bit(saber::imagen)) == 0; }
   /// What the last run wrote, and what the last read covered, as far as they are still known.
   tramo escrito() const { return escrito_; }
   tramo leido() const { return leido_; }
@@ -86,7 +86,7 @@ class mapa_flash {
   void reposar();
 
  private:
-  static constexpr unsigned bit(hecho cual) { return static_cast<unsigned>(cual); }
+  static constexpr unsigned bit(saber cual) { return static_cast<unsigned>(cual); }
   void quitar(unsigned hechos);
   void poner(int celda, unsigned nuevos);
   void pasar_a(std::int32_t dir);

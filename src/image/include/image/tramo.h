@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 namespace morvane {
@@ -12,5 +13,10 @@ struct tramo {
   constexpr bool contiene(tramo otro) const { return desde <= otro.desde && otro.hasta <= hasta; }
   bool operator==(const tramo&) const = default;
 };
+
+/// `cuantos` addresses from `dir`.
+constexpr tramo tramo_de(std::size_t dir, std::size_t cuantos) {
+  return {static_cast<std::int32_t>(dir), static_cast<std::int32_t>(dir + cuantos)};
+}
 
 }  // namespace morvane

@@ -34,7 +34,7 @@ void abrir_chip(enlace& e, espera esperar);
 
 /// Sends "D" and waits. The work is done by then, so a closing that fails does not undo what can be said of it: whether
 /// the operation counts as broken off or left without a reply stays as it was before. What it has shown of the device,
-/// `corte.perdida`, stays.
+/// `operacion.perdida`, stays.
 void cerrar_chip(enlace& e, espera esperar);
 
 }  // namespace morvane

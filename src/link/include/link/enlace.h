@@ -17,8 +17,8 @@ struct ajustes : campos_ajustes {
   std::string ruta_aplicacion;
 };
 
-/// How a running operation was cut short. All of it starts anew when a command opens the port.
-struct interrupcion {
+/// How the running operation has been cut short. All of it starts anew when a command opens the port.
+struct operacion_en_curso {
   /// The operation is broken off: nothing is sent any more, waits return at once, nothing is judged.
   bool interrumpida = false;
   /// A wait was given up without a reply of its own, so nothing may be said of the chip.
@@ -93,7 +93,7 @@ struct enlace {
   /// The innermost wait; null when none is running.
   espera_en_curso* espera = nullptr;
   /// Since a command has opened the port.
-  interrupcion corte;
+  operacion_en_curso operacion;
   /// Times the user has asked to close the program while a command runs. From 1 on no new group, block or poll starts.
   int peticiones_cierre = 0;
   /// Replies to what was sent before may still come: it was repeated or given up, or noise was taken for replies to it.
@@ -107,12 +107,12 @@ respuesta_caja preguntar(enlace& e, const caja& mensaje);
 
 /// True while the flow of the running command may start something new: neither broken off nor asked to close.
 inline bool puede_seguir(const enlace& e) {
-  return !e.corte.interrumpida && e.peticiones_cierre == 0;
+  return !e.operacion.interrumpida && e.peticiones_cierre == 0;
 }
 
 /// Breaks the running operation off. Replies to it may still be under way.
 inline void interrumpir(enlace& e) {
-  e.corte.interrumpida = true;
+  e.operacion.interrumpida = true;
   e.linea_inquieta = true;
 }
 

@@ -35,8 +35,8 @@ void spera_resp_Timer(enlace& e);
 /// on: the operation is broken off, or the program is asked to close. Then nothing may be judged or shown.
 bool paso(enlace& e, std::string_view comando);
 
-/// Breaks the operation off if a RESET has come since `antes`, an earlier value of `corte.resets`: the chip has started
-/// anew, and what follows says nothing of what was under way. Closing it with "D" stays allowed.
+/// Breaks the operation off if a RESET has come since `antes`, an earlier value of `operacion.resets`: the chip has
+/// started anew, and what follows says nothing of what was under way. Closing it with "D" stays allowed.
 bool interrumpir_tras_reset(enlace& e, int antes);
 
 /// Holds the reception in a fixed-length mode and puts the character mode back on every way out. What had come in

@@ -26,7 +26,7 @@ class buscador {
   bool buscar(std::string_view que, clase_busqueda como, sentido hacia, std::size_t fila);
 
   /// The bytes that the last step has led to; nothing if it failed.
-  const std::optional<trecho>& hallado() const { return hallado_; }
+  const std::optional<tramo>& hallado() const { return hallado_; }
   /// How the last step went, for the user.
   const std::string& mensaje() const { return mensaje_; }
 
@@ -40,7 +40,7 @@ class buscador {
   std::size_t partida(sentido hacia, std::size_t fila, bool continua) const;
 
   std::shared_ptr<const volcado> donde_;
-  std::optional<trecho> hallado_;
+  std::optional<tramo> hallado_;
   /// The search that `hallado_` is of.
   std::optional<pedido> ultimo_;
   std::string mensaje_;

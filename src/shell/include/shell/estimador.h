@@ -20,10 +20,10 @@ class estimador {
 
   /// A command begins: what was said of the last one goes.
   void empezar();
-  /// Looks at the running operation. `ahora` is on the clock of `marcha::inicio`.
-  void mirar(const marcha& m, instante ahora);
+  /// Looks at the running operation. `ahora` is on the clock of `labor::inicio`.
+  void mirar(const labor& m, instante ahora);
   /// The command has ended. Nothing is said of one that had no operation worth it.
-  void acabar(const marcha& m);
+  void acabar(const labor& m);
 
   const textos& dicho() const { return dicho_; }
 
@@ -32,9 +32,9 @@ class estimador {
     instante cuando;
     std::int64_t hechos;
   };
-  void empezar_operacion(const marcha& m);
+  void empezar_operacion(const labor& m);
   double velocidad() const;
-  std::int64_t segundos_que_faltan(const marcha& m, double bytes_por_segundo);
+  std::int64_t segundos_que_faltan(const labor& m, double bytes_por_segundo);
 
   textos dicho_;
   std::deque<muestra> muestras_;

@@ -54,7 +54,7 @@ struct frm_principal {
 
   MSComm serial;
   enlace link;
-  avance progreso;
+  morvane::avance avance;
 
   menu_principal menu;
   Toolbar barra;

@@ -35,9 +35,9 @@ void mostrar_ruta(frm_principal& f, std::string_view ruta);
 /// True if a command or a load runs; the user has then been told to wait for its end.
 bool rechazada_por_orden(frm_principal& f);
 
-/// Position, from 1, at which the shown tail of a path of `largo` characters begins: 1 below `corte` characters, else
+/// Position, from 1, at which the shown tail of a path of `largo` characters begins: 1 below `maximo` characters, else
 /// its distance from `visible`, and 1 where that is 0.
-std::size_t inicio_de_cola(std::size_t largo, std::size_t corte, std::size_t visible);
+std::size_t inicio_de_cola(std::size_t largo, std::size_t maximo, std::size_t visible);
 
 /// The first three characters of a path, "...", and `cola` characters from position `inicio`.
 std::string ruta_abreviada(std::string_view ruta, std::size_t inicio, std::size_t cola);
