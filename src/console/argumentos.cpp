@@ -5,6 +5,7 @@
 #include <charconv>
 #include <map>
 
+#include "console/firmware.h"
 #include "files/texto.h"
 #include "platform/rutas.h"
 #include "tabla_ordenes.h"
@@ -20,6 +21,12 @@ struct error_de_uso {
 
 std::string entre_comillas(std::string_view que) {
   return "«" + std::string(que) + "»";
+}
+
+/// CLI11 names a flag without what stands in front of it.
+std::string con_guiones(const std::string& nombre) {
+  if (nombre.starts_with('-')) return nombre;
+  return (nombre.size() == 1 ? "-" : "--") + nombre;
 }
 
 /// All options of all orders, as texts: which of them an order takes is asked afterwards, so that the answer can name
@@ -46,7 +53,7 @@ class lector {
       app_.parse(std::move(al_reves));
     } catch (const CLI::ArgumentMismatch& e) {
       const std::string que = e.what();
-      const std::string nombre = que.substr(0, que.find_first_of(": "));
+      const std::string nombre = con_guiones(que.substr(0, que.find_first_of(": ")));
       if (que.find("missing") != std::string::npos) throw error_de_uso{"falta el valor de " + nombre};
       if (que.find("override") != std::string::npos) throw error_de_uso{nombre + " no lleva ningún valor"};
       throw error_de_uso{nombre + " se da una sola vez"};
@@ -57,8 +64,11 @@ class lector {
 
   /// The first option that there is not; empty if there is none such.
   std::string desconocida() const {
-    const auto restos = app_.remaining();
-    return restos.empty() ? std::string() : restos.front();
+    // What ends the options is left over too.
+    for (const std::string& resto : app_.remaining()) {
+      if (resto != "--") return resto;
+    }
+    return {};
   }
   bool dada(const std::string& nombre) const { return app_.count(nombre) > 0; }
   /// Its value; empty if it was not given.
@@ -140,6 +150,22 @@ void comprobar_archivos(const argumentos& a, const fila_orden& f) {
   }
 }
 
+/// What is written goes by the ending of its name, and `--en` is of one kind alone.
+void comprobar_formatos(const argumentos& a) {
+  if (a.que == orden::leer || a.que == orden::convertir) {
+    const auto& salida = a.archivos.back();
+    const auto cual = formato_de(salida);
+    if (!cual || *cual == formato::elf) {
+      throw error_de_uso{"no se sabe en qué formato escribir " + entre_comillas(texto_de(salida)) +
+                         ": ha de terminar en .s19, .hex o .bin"};
+    }
+  }
+  if (!a.en) return;
+  const auto entradas = a.que == orden::convertir ? std::span(a.archivos).first(1) : std::span(a.archivos);
+  const auto es_bin = [](const auto& r) { return formato_de(r) == formato::bin; };
+  if (std::ranges::none_of(entradas, es_bin)) throw error_de_uso{"--en es solo para archivos .bin"};
+}
+
 argumentos componer(const lector& l, const fila_orden& f) {
   argumentos a;
   a.que = f.que;
@@ -158,6 +184,7 @@ argumentos componer(const lector& l, const fila_orden& f) {
   a.desde = direccion(l, "--desde");
   a.hasta = direccion(l, "--hasta");
   a.en = direccion(l, "--en");
+  comprobar_formatos(a);
   if (a.desde.value_or(0) > a.hasta.value_or(chip.flash - 1)) {
     throw error_de_uso{"el rango está al revés: --desde " + hex(static_cast<std::uint32_t>(*a.desde)) +
                        " va detrás de --hasta " + hex(static_cast<std::uint32_t>(*a.hasta))};

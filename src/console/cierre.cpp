@@ -39,8 +39,9 @@ std::string_view nombre_de(desenlace que) {
 }
 
 int codigo_de(desenlace que, int senal) {
-  constexpr int base_de_senales = 128;
-  return que == desenlace::detenido && senal != 0 ? base_de_senales + senal : static_cast<int>(que);
+  constexpr int sigint = 2, por_otra_senal = 143;
+  if (que == desenlace::detenido && senal != sigint && senal != 0) return por_otra_senal;
+  return static_cast<int>(que);
 }
 
 void fracasar(desenlace que, std::string texto, std::string remedio) {

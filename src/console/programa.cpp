@@ -19,18 +19,31 @@ cierre hacer(const llamada& ll) {
       return hacer_puertos(ll);
     case orden::estado:
       return hacer_estado(ll);
+    case orden::plan:
+      return hacer_plan(ll);
     case orden::borrar:
       return hacer_borrar(ll);
+    case orden::grabar:
+      return hacer_grabar(ll);
+    case orden::verificar:
+      return hacer_verificar(ll);
+    case orden::leer:
+      return hacer_leer(ll);
+    case orden::identificar:
+      return hacer_identificar(ll);
+    case orden::convertir:
+      return hacer_convertir(ll);
     case orden::reset:
       return hacer_reset(ll);
     case orden::proteger:
       return hacer_proteger(ll);
     case orden::medir:
       return hacer_medir(ll);
-    default:
-      // Those that need a firmware file come with its readers.
+    case orden::comprobar:
+      // It comes with the certificates.
       fracasar(desenlace::interno, "Esta orden todavía no está.");
   }
+  return {};
 }
 
 cierre fallo_interno(std::string_view que) {

@@ -37,8 +37,9 @@ class linea_abierta {
 };
 
 std::string quien_ha_parado(const exterior& fuera) {
-  constexpr int sigint = 2;
-  return fuera.senal() == sigint ? "Detenido por SIGINT" : "Detenido por SIGTERM";
+  constexpr int sighup = 1, sigint = 2;
+  const int n = fuera.senal();
+  return std::string("Detenido por ") + (n == sigint ? "SIGINT" : n == sighup ? "SIGHUP" : "SIGTERM");
 }
 
 std::string texto_de_fin(const llamada& ll, const job::resultado& r) {
