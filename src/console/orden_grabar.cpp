@@ -34,18 +34,26 @@ std::string texto_distinto(const std::string& nombre, const job::resultado& r) {
   return t + frase(r.diferencias.front()) + ".";
 }
 
+/// What a person should hear of a file that goes to a chip now. What the window would say of it belongs to the plan.
+bool importa_al_grabar(job::duda d) {
+  return d == job::duda::solo_ff || d == job::duda::fuera_de_flash || d == job::duda::escribe_configuracion ||
+         d == job::duda::protegera;
+}
+
 }  // namespace
 
 cierre hacer_grabar(const llamada& ll) {
   const imagen_leida i = leer_imagen(ll, ll.a.archivos.front());
-  json previas;
-  decir_dudas(ll, job::planear(i.archivo.v), previas);
+  const job::plan previsto = job::planear(i.archivo.v);
+  for (const job::duda d : previsto.dudas) {
+    if (importa_al_grabar(d)) ll.cara.duda(nombre_de(d), frase(d, previsto), json::object());
+  }
   const trabajo_hecho t = con_placa(
       ll, [&](const job::puesto& p) { return job::grabar(p, i.que, {.prueba = ll.a.prueba, .todo = ll.a.todo}); });
   cierre c = cierre_de(ll, t, t.r.fin.bien() ? texto_grabado(t.r, ll.a.prueba) : "");
   poner_imagen(c.datos, i);
   c.datos["palabras"] = t.r.palabras;
-  c.datos.update(previas);
+  c.datos["dudas"] = dudas_en_json(previsto);
   return c;
 }
 

@@ -1,6 +1,7 @@
 #include "barra.h"
 #include "files/texto.h"
 #include "frases.h"
+#include "identidad.h"
 #include "imagenes.h"
 #include "ordenes.h"
 
@@ -54,20 +55,16 @@ void poner_plan(cierre& c, const job::plan& p) {
   if (!p.sin_mirar.vacio()) c.datos["sin_mirar"] = tramos_en_json({p.sin_mirar}).front();
   decir_tramos(c, "Datos:  ", p.datos);
   decir_tramos(c, "Huecos: ", p.huecos);
-  if (!p.configuracion.empty()) {
-    c.detalle.push_back("De " + rango(chip.configuracion) + ": " + bytes_en_hex(p.configuracion));
-  }
+  c.detalle.push_back("De " + rango(chip.configuracion) + ": " +
+                      (p.configuracion.empty() ? "nada, queda borrado" : bytes_en_hex(p.configuracion)));
 }
 
 }  // namespace
 
-void decir_dudas(const llamada& ll, const job::plan& p, json& datos) {
-  json& lista = datos["dudas"] = json::array();
-  for (const job::duda d : p.dudas) {
-    const std::string texto = frase(d, p);
-    ll.cara.duda(nombre_de(d), texto, json::object());
-    lista.push_back({{"clase", nombre_de(d)}, {"texto", texto}});
-  }
+json dudas_en_json(const job::plan& p) {
+  json lista = json::array();
+  for (const job::duda d : p.dudas) lista.push_back({{"clase", nombre_de(d)}, {"texto", frase(d, p)}});
+  return lista;
 }
 
 cierre hacer_plan(const llamada& ll) {
@@ -78,7 +75,8 @@ cierre hacer_plan(const llamada& ll) {
   poner_imagen(c.datos, i);
   poner_plan(c, p);
   poner_coste(c, p, velocidad);
-  decir_dudas(ll, p, c.datos);
+  c.datos["dudas"] = dudas_en_json(p);
+  for (const job::duda d : p.dudas) c.detalle.push_back("Duda: " + frase(d, p));
   c.texto = i.nombre() + ": " + entero(p.palabras) + " palabras por grabar, de " + rango(p.escrito);
   if (p.palabras_ff > 0) c.texto += "; otras " + entero(p.palabras_ff) + " son FFFFFFFF y no se graban";
   c.texto += ".";
