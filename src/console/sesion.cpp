@@ -5,6 +5,7 @@
 #include "barra.h"
 #include "frases.h"
 #include "frases/frases.h"
+#include "oyente.h"
 #include "platform/rutas.h"
 
 namespace morvane::console {
@@ -69,7 +70,6 @@ void poner_hallazgos(json& j, const job::resultado& r) {
   if (r.borrado) j["borrado"] = *r.borrado;
   if (r.prueba) j["prueba"] = *r.prueba == job::prueba::sumas ? "sumas" : "lectura";
   if (r.fin.direccion) j["direccion"] = *r.fin.direccion;
-  if (!r.fin.comando.empty()) j["comando"] = r.fin.comando;
   if (r.fin.codigo != '\0') j["codigo_placa"] = std::string(1, r.fin.codigo);
   if (r.prueba || !r.diferencias.empty()) j["diferencias"] = lista_de(r.diferencias);
 }
@@ -77,12 +77,14 @@ void poner_hallazgos(json& j, const job::resultado& r) {
 }  // namespace
 
 trabajo_hecho con_placa(const llamada& ll, const std::function<job::resultado(const job::puesto&)>& trabajo) {
-  trabajo_hecho t{.r = {}, .puerto = elegir_puerto(ll), .dispositivo = {}};
+  trabajo_hecho t{.r = {}, .puerto = elegir_puerto(ll), .dispositivo = {}, .comando = {}};
   const linea_abierta abierta(ll.fuera, t.puerto);
   t.dispositivo = ll.fuera.dispositivo();
   ll.cara.linea(
       {{"puerto", t.puerto.nombre}, {"dispositivo", texto_de(t.dispositivo)}, {"velocidad", t.puerto.como.velocidad}});
-  t.r = trabajo({ll.fuera.linea(), ll.fuera.mundo(), &ll.cara, t.puerto.como.velocidad});
+  oyente oye(ll.cara);
+  t.r = trabajo({ll.fuera.linea(), ll.fuera.mundo(), &oye, t.puerto.como.velocidad});
+  t.comando = t.r.fin.comando.empty() ? oye.comando() : t.r.fin.comando;
   return t;
 }
 
@@ -103,7 +105,11 @@ cierre cierre_de(const llamada& ll, const trabajo_hecho& t, std::string texto) {
   if (c.texto.empty()) c.texto = texto_de_fin(ll, r);
   c.remedio = remedio(r.fin);
   c.detalle.push_back(renglon_de_puerto(t));
-  if (!r.fin.comando.empty()) c.detalle.push_back("Comando: " + r.fin.comando);
+  const bool de_la_linea = r.fin.que != desenlace::distinta && r.fin.que != desenlace::detenido && !t.comando.empty();
+  if (de_la_linea) {
+    c.detalle.push_back("Comando: " + t.comando);
+    j["comando"] = t.comando;
+  }
   constexpr std::size_t bastantes = 20;
   for (std::size_t i = 0; i < r.diferencias.size() && i < bastantes; ++i) c.detalle.push_back(frase(r.diferencias[i]));
   if (r.diferencias.size() > bastantes) {

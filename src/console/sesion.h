@@ -33,6 +33,8 @@ struct trabajo_hecho {
   job::resultado r;
   puerto_elegido puerto;
   std::filesystem::path dispositivo;
+  /// The command that it ended at, without its frame; empty if none went out.
+  std::string comando;
 };
 
 /// Opens the line, has the job done, closes the line. Fails if there is no line to be had.

@@ -210,6 +210,9 @@ TEST(ordenes, a_person_reads_one_line_or_a_bar_and_colour_on_a_terminal_alone) {
   EXPECT_EQ(b.correr("verificar @a.bin -q"), 9);
   EXPECT_EQ(b.sale.todo, "");
   EXPECT_TRUE(b.yerra.todo.starts_with("\x1b[31mmorvane-cli verificar: \x1b[0mEl chip difiere"));
+  b.lejos.placa.fallos.muda_desde = 1;
+  EXPECT_EQ(b.correr("estado"), 5);
+  EXPECT_NE(b.yerra.todo.find("Comando: A\n"), std::string::npos);
   EXPECT_NE(b.yerra.todo.find("Puerto: COM1 (/dev/ttyUSB7), 57600 baudios"), std::string::npos);
 }
 
