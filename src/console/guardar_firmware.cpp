@@ -96,6 +96,15 @@ void por_registros_rellenables(std::span<const pieza> piezas, Hacer hacer) {
   });
 }
 
+/// What a program run of these pieces writes when they are loaded from S-records: whole words, up to what the last
+/// record is filled up to.
+tramo escrito_de_s19(std::span<const pieza> piezas) {
+  const std::int32_t fin = fin_de(piezas), en_su_registro = (fin - 1) / bytes_por_registro * bytes_por_registro;
+  const std::int32_t ultimo = std::max(piezas.back().desde, en_su_registro);
+  const std::int32_t lleno = std::min(en_palabras(ultimo + en_palabras(fin - ultimo)), chip.flash);
+  return {piezas.front().desde / bytes_por_palabra * bytes_por_palabra, lleno};
+}
+
 std::string en_s19(std::span<const pieza> piezas) {
   const bool corta = piezas.empty() || fin_de(piezas) - 1 <= static_cast<std::int32_t>(ultima_de_s1);
   std::string texto;
@@ -139,6 +148,20 @@ std::string en_bin(std::span<const pieza> piezas, bool desde_cero) {
 std::string contenido_de(formato como, std::span<const pieza> piezas, bool bin_desde_cero) {
   if (como == formato::hex) return en_hex(piezas);
   return como == formato::bin ? en_bin(piezas, bin_desde_cero) : en_s19(piezas);
+}
+
+std::optional<aviso> duda_al_escribir(formato como, std::span<const pieza> piezas) {
+  if (como != formato::s19 || piezas.empty()) return std::nullopt;
+  const tramo escrito = escrito_de_s19(piezas), c = chip.configuracion;
+  const tramo afectado{std::max(escrito.desde, c.desde), std::min(escrito.hasta, c.hasta)};
+  if (afectado.vacio()) return std::nullopt;
+  const auto bytes = bytes_en(piezas, afectado);
+  aviso no_pasa{.cual = aviso::clase::configuracion_no_pasa};
+  for (std::int32_t dir = afectado.desde; dir < afectado.hasta; ++dir) {
+    if (bytes[static_cast<std::size_t>(dir - afectado.desde)] == 0) continue;
+    if (no_pasa.cuantos++ == 0) no_pasa.direccion = dir;
+  }
+  return no_pasa.cuantos == 0 ? std::nullopt : std::optional(no_pasa);
 }
 
 std::vector<tramo> tramos_con_datos(const Variables_grab& v, std::span<const std::uint8_t> flash) {

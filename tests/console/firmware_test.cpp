@@ -56,11 +56,11 @@ TEST_F(firmware_test, what_is_wrong_with_a_file_is_told_with_its_line) {
       {"a.s19", bueno_s + "S1051000AABB8", "línea 2: el registro está cortado"},
       {"a.s19", "S10210ED", "línea 1: el registro está cortado"},
       {"a.s19", "S1051000AABG85", "línea 1: el carácter 12 no es una cifra hexadecimal"},
-      {"a.s19", "S1051000AABB85 ", "línea 1: el carácter 15 no es una cifra hexadecimal"},
+      {"a.s19", "S1051000AABB85 ", "línea 1: el carácter 15 es un blanco, y un registro no lleva ninguno"},
       {"a.S28", bueno_s + "S5030002FA", "línea 2: el registro de cuenta dice que hay 2 registros de datos, y hay 1"},
       {"a.mot", bueno_s + "S5030001FB\nS9030000FC", "cargado"},
       {"a.s37", "S30704000200AABB8D", "línea 1: la dirección 0x4000200 está fuera de la memoria"},
-      {"a.srec", "s1051000AABB85\nnada\n", "no tiene ningún dato"},
+      {"a.srec", "s1051000AABB85\nnada\n", "no tiene ningún dato: 2 líneas no son registros"},
       {"a.s19", "S1031000EC\nS9030000FC", "no tiene ningún dato"},
       {"a.hex", bueno_h + ":00000001FF", "cargado"},
       {"a.hex", ":02100000AABB8A", "línea 1: la suma del registro es 8A y debería ser 89"},
@@ -88,7 +88,8 @@ TEST_F(firmware_test, what_is_wrong_with_a_file_is_told_with_its_line) {
   const std::string larga = "S1FF1000" + std::string(250, '0') + "F0";
   EXPECT_EQ(por_que("a.s19", larga), "línea 1: el registro dice que tiene 255 bytes y tiene 128");
   EXPECT_EQ(frase(std::get<fallo_firmware>(leer_firmware(dir.ruta() / "falta.hex"))), "el archivo no existe");
-  EXPECT_EQ(frase(std::get<fallo_firmware>(leer_firmware("/dev/null.bin"))), "el archivo no existe");
+  std::filesystem::create_symlink("/dev/zero", dir.ruta() / "cero.bin");
+  EXPECT_EQ(frase(std::get<fallo_firmware>(leer_firmware(dir.ruta() / "cero.bin"))), "no es un archivo normal");
 }
 
 TEST_F(firmware_test, what_an_engineer_wants_to_hear_is_told_and_does_not_keep_a_file_from_being_loaded) {
@@ -99,6 +100,8 @@ TEST_F(firmware_test, what_an_engineer_wants_to_hear_is_told_and_does_not_keep_a
       {"a.s19", "S9030000FC\nS1051000AABB85\n", "tras_el_final 1;"},
       {"a.s19", "S1051000AABB85\nS1051000AACC74\nS9030000FC", "solapado 1;"},
       {"a.s19", "S1041002AA3F\nS1051000AABB85\nS9030000FC", "pisado_por_relleno 1;"},
+      {"a.s19", "S1070400FF00FF00F6\nS9030000FC", "configuracion_a_cero 2;"},
+      {"a.s19", "S107041C00000000D8\nS9030000FC", ""},
       {"a.hex", ":02100000AABB89\n:00000001FF\n:02100200AABB87\n", "tras_el_final 1;"},
       {"a.hex", "x\n:02100000AABB89\n:0110010000EE\n", "lineas_ajenas 1;sin_final 0;solapado 1;"},
   };
@@ -164,6 +167,9 @@ TEST_F(firmware_test, an_elf_file_gives_what_its_segments_load) {
   std::string fuera = elf;
   fuera[52 + 12] = 1;
   EXPECT_EQ(por_que("a.elf", fuera), "la dirección 0x103F000 está fuera de la memoria");
+  std::string con_cabecera = elf;
+  con_cabecera[52 + 7] = 0;
+  EXPECT_EQ(dudas(bueno("a.elf", con_cabecera)), "cabecera_de_elf 0;");
   std::string sin_nada = elf;
   sin_nada[52 + 19] = 0;
   EXPECT_EQ(por_que("a.elf", sin_nada), "el archivo ELF no tiene segmentos que cargar: ¿está sin enlazar?");
@@ -212,6 +218,31 @@ TEST_F(firmware_test, what_is_written_in_each_format_reads_back_as_the_same_flas
     }
     const std::string bin = contenido_de(formato::bin, piezas, false);
     EXPECT_TRUE(job::objetivo(bueno("a.bin", bin, partes.front().first).v).bytes == flash) << vez;
+  }
+}
+
+TEST_F(firmware_test, what_s_records_cannot_say_of_the_configuration_field_is_told) {
+  const std::vector<std::uint8_t> unos(0x30, 1), ceros(0x30, 0);
+  const std::tuple<std::vector<pieza>, std::uint64_t, std::int32_t> casos[] = {
+      {{{0x3F0, unos}}, 0x20, 0x400},
+      {{{0x3F0, ceros}}, 0, 0},
+      {{{0x3D1, unos}}, 4, 0x400},
+      {{{0x3D0, unos}}, 0, 0},
+      {{{0x3D0, unos}, {0x420, unos}}, 0x20, 0x400},
+      {{{0x3D0, unos}, {0x400, ceros}, {0x430, unos}}, 0, 0},
+      {{{0x41F, unos}}, 4, 0x41C},
+      {{{0x1000, unos}}, 0, 0},
+  };
+  for (const auto& [piezas, cuantos, direccion] : casos) {
+    const auto duda = duda_al_escribir(formato::s19, piezas);
+    EXPECT_EQ(duda.value_or(aviso{}).cuantos, cuantos) << piezas.front().desde;
+    EXPECT_EQ(duda.value_or(aviso{}).direccion, direccion) << piezas.front().desde;
+    const auto cargado = job::objetivo(bueno("a.s19", contenido_de(formato::s19, piezas, true)).v).bytes;
+    const auto exacto = job::objetivo(bueno("a.hex", contenido_de(formato::hex, piezas, true)).v).bytes;
+    std::uint64_t distintos = 0;
+    for (std::size_t i = 0; i < exacto.size(); ++i) distintos += cargado[i] != exacto[i] ? 1 : 0;
+    EXPECT_EQ(distintos, cuantos) << piezas.front().desde << ": what the chip then differs in";
+    EXPECT_FALSE(duda_al_escribir(formato::hex, piezas));
   }
 }
 
