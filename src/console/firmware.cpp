@@ -46,6 +46,11 @@ fin_de_lectura leer_formato(lectura_firmware& l, std::int32_t en) {
   return std::nullopt;
 }
 
+std::uint64_t lineas_ajenas(const firmware& f) {
+  const auto cual = std::ranges::find(f.avisos, aviso::clase::lineas_ajenas, &aviso::cual);
+  return cual == f.avisos.end() ? 0 : cual->cuantos;
+}
+
 bool tiene_datos(const firmware& f) {
   return std::ranges::any_of(f.v.mascara_salida, [](std::uint8_t marca) { return marca != 0; });
 }
@@ -78,7 +83,7 @@ std::variant<firmware, fallo_firmware> leer_firmware(const std::filesystem::path
   limpiar_buffer_salida(f.v);
   lectura_firmware l{f, contenido};
   if (auto fallo = leer_formato(l, en.value_or(0))) return *fallo;
-  if (!tiene_datos(f)) return fallo_firmware{.cual = clase::sin_datos};
+  if (!tiene_datos(f)) return fallo_firmware{.cual = clase::sin_datos, .hay = lineas_ajenas(f)};
   if (const auto dos_veces = l.dicho.solapado()) f.avisos.push_back(*dos_veces);
   return f;
 }

@@ -24,7 +24,11 @@ fin_de_lectura poner_segmento(lectura_firmware& l, const GElf_Phdr& s) {
   const std::uint64_t hay = l.contenido.size();
   if (s.p_offset > hay || s.p_filesz > hay - s.p_offset) return fallo_firmware{.cual = clase::elf_danado};
   ++l.f.registros;
-  return poner_bytes(l, s.p_paddr, l.contenido.substr(s.p_offset, s.p_filesz), 0);
+  if (auto fallo = poner_bytes(l, s.p_paddr, l.contenido.substr(s.p_offset, s.p_filesz), 0)) return fallo;
+  if (s.p_offset == 0) {
+    l.f.avisos.push_back({.cual = aviso::clase::cabecera_de_elf, .direccion = static_cast<std::int32_t>(s.p_paddr)});
+  }
+  return std::nullopt;
 }
 
 fin_de_lectura poner_segmentos(lectura_firmware& l, Elf& e) {

@@ -76,7 +76,7 @@ class lector_s19 {
   void acabar() {
     if (!acabado_) l_.f.avisos.push_back({.cual = aviso::clase::sin_final});
     if (tras_.cuantos > 0) l_.f.avisos.push_back(tras_);
-    mirar_relleno();
+    mirar_imagen();
   }
 
  private:
@@ -93,15 +93,18 @@ class lector_s19 {
     return std::nullopt;
   }
 
-  void mirar_relleno() {
-    aviso pisado{.cual = aviso::clase::pisado_por_relleno};
+  /// Where the image is not what the file says.
+  void mirar_imagen() {
+    aviso pisado{.cual = aviso::clase::pisado_por_relleno}, a_cero{.cual = aviso::clase::configuracion_a_cero};
     for (std::int32_t dir = 0; dir < total_celdas; ++dir) {
-      const bool de_configuracion = chip.configuracion.contiene({dir, dir + 1});
-      if (!l_.dicho.dice(dir) || de_configuracion) continue;
+      if (!l_.dicho.dice(dir)) continue;
       if (l_.dicho.valor(dir) == l_.f.v.buffer_salida[static_cast<std::size_t>(dir)]) continue;
-      if (pisado.cuantos++ == 0) pisado.direccion = dir;
+      aviso& cual = chip.configuracion.contiene({dir, dir + 1}) ? a_cero : pisado;
+      if (cual.cuantos++ == 0) cual.direccion = dir;
     }
-    if (pisado.cuantos > 0) l_.f.avisos.push_back(pisado);
+    for (const aviso& a : {pisado, a_cero}) {
+      if (a.cuantos > 0) l_.f.avisos.push_back(a);
+    }
   }
 
   lectura_firmware& l_;

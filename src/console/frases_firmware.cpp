@@ -7,7 +7,9 @@ namespace morvane::console {
 namespace {
 
 std::string hexa(std::uint64_t valor, std::size_t cifras) {
-  return hex(static_cast<std::uint32_t>(valor), cifras);
+  constexpr int bits = 32;
+  const auto alta = static_cast<std::uint32_t>(valor >> bits), baja = static_cast<std::uint32_t>(valor);
+  return alta == 0 ? hex(baja, cifras) : hex(alta) + hex(baja, bits / 4);
 }
 
 std::string veces(std::uint64_t cuantos, std::string_view uno, std::string_view varios) {
@@ -25,11 +27,14 @@ std::string que_pasa(const fallo_firmware& f) {
     case clase::archivo:
       return frase(f.archivo);
     case clase::sin_datos:
-      return "no tiene ningún dato";
+      return f.hay == 0 ? "no tiene ningún dato"
+                        : "no tiene ningún dato: " + veces(f.hay, "línea no es un registro", "líneas no son registros");
     case clase::carga:
       return {};
     case clase::cifra:
       return "el carácter " + hay + " no es una cifra hexadecimal";
+    case clase::blanco:
+      return "el carácter " + hay + " es un blanco, y un registro no lleva ninguno";
     case clase::corto:
       return "el registro está cortado";
     case clase::cuenta:
@@ -83,6 +88,16 @@ std::string frase(const aviso& que) {
     case aviso::clase::pisado_por_relleno:
       return veces(que.cuantos, "byte del archivo queda tapado", "bytes del archivo quedan tapados") +
              " por el relleno con FF de un registro cuyos datos no acaban en un grupo de cuatro; el primero, en " + dir;
+    case aviso::clase::configuracion_a_cero:
+      return veces(que.cuantos, "byte del archivo para la configuración no se carga",
+                   "bytes del archivo para la configuración no se cargan") +
+             ", sino 00, como en la ventana; el primero, en " + dir;
+    case aviso::clase::configuracion_no_pasa:
+      return "escrito como registros S, " +
+             veces(que.cuantos, "byte de la configuración se cargará", "bytes de la configuración se cargarán") +
+             " como 00; el primero, en " + dir;
+    case aviso::clase::cabecera_de_elf:
+      return "lo que se carga en " + dir + " empieza con la cabecera del propio archivo ELF";
     case aviso::clase::otro_procesador:
       return "es un programa para un procesador de otra clase (número " + std::to_string(que.cuantos) + " de ELF)";
   }
@@ -101,6 +116,12 @@ std::string_view nombre_de(aviso::clase cual) {
       return "solapado";
     case aviso::clase::pisado_por_relleno:
       return "pisado_por_relleno";
+    case aviso::clase::configuracion_a_cero:
+      return "configuracion_a_cero";
+    case aviso::clase::configuracion_no_pasa:
+      return "configuracion_no_pasa";
+    case aviso::clase::cabecera_de_elf:
+      return "cabecera_de_elf";
     case aviso::clase::otro_procesador:
       return "otro_procesador";
   }

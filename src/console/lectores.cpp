@@ -6,6 +6,8 @@
 
 namespace morvane::console {
 
+using clase = fallo_firmware::clase;
+
 void dicho_por_archivo::poner(std::int32_t dir, std::uint8_t valor, std::uint64_t linea) {
   std::int16_t& antes = valores_[static_cast<std::size_t>(dir)];
   if (antes != nada && antes != valor) {
@@ -23,7 +25,7 @@ fin_de_lectura poner_bytes(lectura_firmware& l, std::uint64_t dir, std::string_v
   const std::uint64_t fin = static_cast<std::uint64_t>(chip.flash);
   if (bytes.empty()) return std::nullopt;
   if (dir >= fin || bytes.size() > fin - dir) {
-    return fallo_firmware{.cual = fallo_firmware::clase::fuera_de_memoria, .linea = linea, .hay = std::max(dir, fin)};
+    return fallo_firmware{.cual = clase::fuera_de_memoria, .linea = linea, .hay = std::max(dir, fin)};
   }
   auto donde = static_cast<std::int32_t>(dir);
   for (const char c : bytes) {
@@ -37,12 +39,13 @@ fin_de_lectura octetos_de(std::string_view linea, std::size_t tras, std::vector<
   destino.clear();
   for (std::size_t i = tras; i < linea.size(); ++i) {
     const int cifra = digito_hex(linea[i]);
-    if (cifra < 0) return fallo_firmware{.cual = fallo_firmware::clase::cifra, .hay = i + 1};
+    if (cifra < 0)
+      return fallo_firmware{.cual = es_blanca(linea.substr(i, 1)) ? clase::blanco : clase::cifra, .hay = i + 1};
     const bool alta = (i - tras) % 2 == 0;
     if (alta) destino.push_back(static_cast<std::uint8_t>(cifra << 4));
     if (!alta) destino.back() = static_cast<std::uint8_t>(destino.back() | cifra);
   }
-  if ((linea.size() - tras) % 2 != 0) return fallo_firmware{.cual = fallo_firmware::clase::corto};
+  if ((linea.size() - tras) % 2 != 0) return fallo_firmware{.cual = clase::corto};
   return std::nullopt;
 }
 

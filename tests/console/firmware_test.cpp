@@ -56,11 +56,11 @@ TEST_F(firmware_test, what_is_wrong_with_a_file_is_told_with_its_line) {
       {"a.s19", bueno_s + "S1051000AABB8", "línea 2: el registro está cortado"},
       {"a.s19", "S10210ED", "línea 1: el registro está cortado"},
       {"a.s19", "S1051000AABG85", "línea 1: el carácter 12 no es una cifra hexadecimal"},
-      {"a.s19", "S1051000AABB85 ", "línea 1: el carácter 15 no es una cifra hexadecimal"},
+      {"a.s19", "S1051000AABB85 ", "línea 1: el carácter 15 es un blanco, y un registro no lleva ninguno"},
       {"a.S28", bueno_s + "S5030002FA", "línea 2: el registro de cuenta dice que hay 2 registros de datos, y hay 1"},
       {"a.mot", bueno_s + "S5030001FB\nS9030000FC", "cargado"},
       {"a.s37", "S30704000200AABB8D", "línea 1: la dirección 0x4000200 está fuera de la memoria"},
-      {"a.srec", "s1051000AABB85\nnada\n", "no tiene ningún dato"},
+      {"a.srec", "s1051000AABB85\nnada\n", "no tiene ningún dato: 2 líneas no son registros"},
       {"a.s19", "S1031000EC\nS9030000FC", "no tiene ningún dato"},
       {"a.hex", bueno_h + ":00000001FF", "cargado"},
       {"a.hex", ":02100000AABB8A", "línea 1: la suma del registro es 8A y debería ser 89"},
@@ -88,7 +88,8 @@ TEST_F(firmware_test, what_is_wrong_with_a_file_is_told_with_its_line) {
   const std::string larga = "S1FF1000" + std::string(250, '0') + "F0";
   EXPECT_EQ(por_que("a.s19", larga), "línea 1: el registro dice que tiene 255 bytes y tiene 128");
   EXPECT_EQ(frase(std::get<fallo_firmware>(leer_firmware(dir.ruta() / "falta.hex"))), "el archivo no existe");
-  EXPECT_EQ(frase(std::get<fallo_firmware>(leer_firmware("/dev/null.bin"))), "el archivo no existe");
+  std::filesystem::create_symlink("/dev/zero", dir.ruta() / "cero.bin");
+  EXPECT_EQ(frase(std::get<fallo_firmware>(leer_firmware(dir.ruta() / "cero.bin"))), "no es un archivo normal");
 }
 
 TEST_F(firmware_test, what_an_engineer_wants_to_hear_is_told_and_does_not_keep_a_file_from_being_loaded) {
@@ -99,6 +100,8 @@ TEST_F(firmware_test, what_an_engineer_wants_to_hear_is_told_and_does_not_keep_a
       {"a.s19", "S9030000FC\nS1051000AABB85\n", "tras_el_final 1;"},
       {"a.s19", "S1051000AABB85\nS1051000AACC74\nS9030000FC", "solapado 1;"},
       {"a.s19", "S1041002AA3F\nS1051000AABB85\nS9030000FC", "pisado_por_relleno 1;"},
+      {"a.s19", "S1070400FF00FF00F6\nS9030000FC", "configuracion_a_cero 2;"},
+      {"a.s19", "S107041C00000000D8\nS9030000FC", ""},
       {"a.hex", ":02100000AABB89\n:00000001FF\n:02100200AABB87\n", "tras_el_final 1;"},
       {"a.hex", "x\n:02100000AABB89\n:0110010000EE\n", "lineas_ajenas 1;sin_final 0;solapado 1;"},
   };
@@ -164,19 +167,33 @@ TEST_F(firmware_test, an_elf_file_gives_what_its_segments_load) {
   std::string fuera = elf;
   fuera[52 + 12] = 1;
   EXPECT_EQ(por_que("a.elf", fuera), "la dirección 0x103F000 está fuera de la memoria");
+  std::string con_cabecera = elf;
+  con_cabecera[52 + 7] = 0;
+  EXPECT_EQ(dudas(bueno("a.elf", con_cabecera)), "cabecera_de_elf 0;");
   std::string sin_nada = elf;
   sin_nada[52 + 19] = 0;
   EXPECT_EQ(por_que("a.elf", sin_nada), "el archivo ELF no tiene segmentos que cargar: ¿está sin enlazar?");
 }
 
-/// Random pieces with gaps of every small size, clear of the configuration field.
+/// Random pieces with gaps of every small size, up to the end of the flash in every other case, clear of the
+/// configuration field.
 std::vector<std::pair<std::int32_t, std::vector<std::uint8_t>>> al_azar(std::mt19937& a) {
   std::vector<std::pair<std::int32_t, std::vector<std::uint8_t>>> todas;
-  for (std::int32_t dir = 0x420 + static_cast<std::int32_t>(a() % 0x3F000); todas.size() < 8 && dir < 0x3FF00;) {
-    std::vector<std::uint8_t> bytes(1 + a() % 90);
+  const std::int32_t primera = a() % 2 == 0 ? 0x420 : chip.flash - 60;
+  const auto sitios = static_cast<std::uint32_t>(chip.flash - primera);
+  for (std::int32_t dir = primera + static_cast<std::int32_t>(a() % sitios); todas.size() < 8 && dir < chip.flash;) {
+    std::vector<std::uint8_t> bytes(std::min<std::size_t>(1 + a() % (a() % 2 == 0 ? 3 : 90), chip.flash - dir));
     for (auto& b : bytes) b = static_cast<std::uint8_t>(a());
     todas.emplace_back(dir, bytes);
     dir += static_cast<std::int32_t>(bytes.size() + 1 + a() % (a() % 2 == 0 ? 5 : 9'000));
+  }
+  return todas;
+}
+
+std::vector<pieza> piezas_de(const Variables_grab& v, std::span<const std::uint8_t> flash) {
+  std::vector<pieza> todas;
+  for (const tramo t : tramos_con_datos(v, flash)) {
+    todas.push_back({t.desde, flash.subspan(static_cast<std::size_t>(t.desde), static_cast<std::size_t>(t.largo()))});
   }
   return todas;
 }
@@ -196,10 +213,36 @@ TEST_F(firmware_test, what_is_written_in_each_format_reads_back_as_the_same_flas
       const firmware f = bueno(nombre, contenido_de(de, piezas, true));
       EXPECT_TRUE(f.avisos.empty()) << nombre << vez << dudas(f);
       EXPECT_TRUE(job::objetivo(f.v).bytes == flash) << nombre << vez;
-      for (const tramo& t : tramos_con_datos(f.v, flash)) EXPECT_FALSE(t.vacio());
+      if (de != formato::hex) continue;
+      EXPECT_EQ(contenido_de(de, piezas_de(f.v, flash), true), contenido_de(de, piezas, true));
     }
     const std::string bin = contenido_de(formato::bin, piezas, false);
     EXPECT_TRUE(job::objetivo(bueno("a.bin", bin, partes.front().first).v).bytes == flash) << vez;
+  }
+}
+
+TEST_F(firmware_test, what_s_records_cannot_say_of_the_configuration_field_is_told) {
+  const std::vector<std::uint8_t> unos(0x30, 1), ceros(0x30, 0);
+  const std::tuple<std::vector<pieza>, std::uint64_t, std::int32_t> casos[] = {
+      {{{0x3F0, unos}}, 0x20, 0x400},
+      {{{0x3F0, ceros}}, 0, 0},
+      {{{0x3D1, unos}}, 4, 0x400},
+      {{{0x3D0, unos}}, 0, 0},
+      {{{0x3D0, unos}, {0x420, unos}}, 0x20, 0x400},
+      {{{0x3D0, unos}, {0x400, ceros}, {0x430, unos}}, 0, 0},
+      {{{0x41F, unos}}, 4, 0x41C},
+      {{{0x1000, unos}}, 0, 0},
+  };
+  for (const auto& [piezas, cuantos, direccion] : casos) {
+    const auto duda = duda_al_escribir(formato::s19, piezas);
+    EXPECT_EQ(duda.value_or(aviso{}).cuantos, cuantos) << piezas.front().desde;
+    EXPECT_EQ(duda.value_or(aviso{}).direccion, direccion) << piezas.front().desde;
+    const auto cargado = job::objetivo(bueno("a.s19", contenido_de(formato::s19, piezas, true)).v).bytes;
+    const auto exacto = job::objetivo(bueno("a.hex", contenido_de(formato::hex, piezas, true)).v).bytes;
+    std::uint64_t distintos = 0;
+    for (std::size_t i = 0; i < exacto.size(); ++i) distintos += cargado[i] != exacto[i] ? 1 : 0;
+    EXPECT_EQ(distintos, cuantos) << piezas.front().desde << ": what the chip then differs in";
+    EXPECT_FALSE(duda_al_escribir(formato::hex, piezas));
   }
 }
 

@@ -35,10 +35,16 @@ struct aviso {
     tras_el_final,
     /// `cuantos` addresses were set twice, to different values; the first of them, `direccion`, again at `linea`.
     solapado,
-    /// `cuantos` bytes that the file sets are something else in the image, from `direccion` on: a record whose data
-    /// does
-    /// not fill its last group of four is filled up with FF, over what stands there.
+    /// `cuantos` bytes that the file sets are something else in the image, from `direccion` on: a record whose data do
+    /// not fill their last group of four is filled up with FF, over what stands there.
     pisado_por_relleno,
+    /// `cuantos` bytes that S-records set in the configuration field, from `direccion` on, are 00 in the image.
+    configuracion_a_cero,
+    /// What is written as S-records has `cuantos` bytes in the configuration field, from `direccion` on, that will be
+    /// 00 when it is loaded.
+    configuracion_no_pasa,
+    /// A segment of an ELF file begins with the header of the file itself, which goes to `direccion`.
+    cabecera_de_elf,
     /// An ELF file for a processor of another kind, whose number is `cuantos`.
     otro_procesador,
   };
@@ -55,12 +61,14 @@ struct fallo_firmware {
     formato_desconocido,
     /// The file itself: `archivo`.
     archivo,
-    /// It has no data.
+    /// It has no data; `hay` lines of it are no records.
     sin_datos,
     /// What the window refuses too: `carga`.
     carga,
-    /// A record with a character, the `hay`-th, that is no hexadecimal digit.
+    /// A record with a character, the `hay`-th, that is no hexadecimal digit; one with a blank there, which nobody
+    /// sees.
     cifra,
+    blanco,
     /// A record that is too short to be one, or whose count says `debe` where `hay` bytes stand.
     corto,
     cuenta,
