@@ -103,7 +103,8 @@ int atender(const a_mostrar& m, exterior& fuera) {
 }
 
 int atender(const mal_uso& m, exterior& fuera) {
-  cierre c{.que = desenlace::uso, .texto = en_frase(m.frase), .remedio = "Uso: " + m.forma};
+  cierre c{.que = desenlace::uso, .texto = en_frase(m.frase), .detalle = {"Uso: " + m.forma}};
+  c.detalle.push_back("Más: morvane-cli " + (m.que ? std::string(nombre_de(*m.que)) + " " : "") + "--ayuda");
   c.datos["forma"] = m.forma;
   const auto cara = hacer_cara(fuera, m.json, false);
   return terminar(fuera, *cara, m.que ? nombre_de(*m.que) : "", std::move(c), fuera.mundo().ahora());

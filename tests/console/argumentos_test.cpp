@@ -63,7 +63,8 @@ TEST(argumentos, a_wrong_call_says_why_and_how_and_touches_nothing) {
   EXPECT_EQ(b.sale.todo, "");
   EXPECT_EQ(b.yerra.todo,
             "morvane-cli leer: «leer» lleva un solo archivo, y sobra «b.bin».\n"
-            "  Uso: morvane-cli leer [OPCIONES] [--desde A] [--hasta B] ARCHIVO\n");
+            "  Uso: morvane-cli leer [OPCIONES] [--desde A] [--hasta B] ARCHIVO\n"
+            "  Más: morvane-cli leer --ayuda\n");
   EXPECT_EQ(b.aperturas, 0);
   EXPECT_TRUE(std::filesystem::is_empty(b.dir.ruta()));
 }

@@ -43,6 +43,7 @@ class banco_console : public morvane::console::exterior {
                                              const morvane::parametros_linea& como) override {
     ++aperturas;
     ultimo = adonde;
+    if (lanza) throw std::bad_alloc();
     if (sin_linea) return sin_linea;
     linea_.abrir(1, como);
     return std::nullopt;
@@ -91,6 +92,7 @@ class banco_console : public morvane::console::exterior {
   apoyo::carpeta dir;
   std::optional<morvane::causa_puerto> sin_linea;
   morvane::console::destino_puerto ultimo;
+  bool lanza = false;
   int aperturas = 0, senal_de_fin = 2;
 
  private:

@@ -44,6 +44,12 @@ TEST(ordenes, each_order_tells_what_it_found) {
   caso("borrar", {{"borrado", true}});
   caso("borrar", {{"borrado", false}});
   b.guardar("cola.bin", {1, 2, 3, 4, 0xFF, 0xFF, 0xFF, 0xFF, 5, 6, 7, 8, 9, 10, 11, 12});
+  const json p = caso("plan @a.bin --velocidad 115200", {{"palabras", 75}, {"caracteres", 0}, {"velocidad", 115200}});
+  EXPECT_LE(p["previsto"]["caracteres"], 34 * 75 + 1500);
+  EXPECT_EQ(p["sha256"], todo["sha256"]);
+  caso("convertir @a.bin @a.hex", {{"bytes", 300}});
+  EXPECT_EQ(caso("convertir @a.hex @b.bin", {})["sha256"], todo["sha256"]);
+  EXPECT_EQ(b.dir.leer("b.bin"), b.dir.leer("a.bin"));
   caso("grabar --todo --en 3FFF0 @cola.bin", {{"borrado", false}, {"palabras", 4}});
 }
 
@@ -68,6 +74,8 @@ TEST(ordenes, exit_codes_say_what_is_wrong_with_the_board) {
          b.lejos.chip.modo.celda_a_0 = 0;
          b.lejos.chip.modo.celda_a_1 = 4;
        }},
+      {"estado", 1, "interno", [](auto& b) { b.lanza = true; }},
+      {"convertir @a.bin @no/hay.hex", 3, "archivo", [](auto&) {}},
       {"grabar @falta.bin", 3, "archivo", [](auto&) {}},
       {"leer @no/hay.bin", 3, "archivo", [](auto&) {}},
       {"identificar", 3, "archivo", [](auto&) {}},

@@ -38,15 +38,16 @@ bool salida_fd::lista() {
   return !fallida_ && ::poll(&p, 1, 0) == 1 && (p.revents & POLLOUT) != 0;
 }
 
-/// Until something can be written. False if a second stop comes first.
+/// Until something can be written. False if it cannot be and a second stop has come.
 bool salida_fd::esperar() {
   for (;;) {
     std::array<pollfd, 2> p{{{fd_, POLLOUT, 0}, {paran_.fd(), POLLIN, 0}}};
-    const int cuantos = ::poll(p.data(), p.size(), -1);
+    const bool sin_prisa = paran_.nivel() < 2;
+    const int cuantos = ::poll(p.data(), p.size(), sin_prisa ? -1 : 0);
     if (cuantos < 0 && errno != EINTR) return false;
-    if (p[0].revents != 0) return true;
+    if (cuantos > 0 && p[0].revents != 0) return true;
+    if (!sin_prisa) return false;
     paran_.mirar();
-    if (paran_.nivel() >= 2) return false;
   }
 }
 
