@@ -1,6 +1,7 @@
 #include "barra.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 
 #include "files/texto.h"
@@ -39,7 +40,7 @@ std::string duracion(job::tiempo t) {
   constexpr std::int64_t minuto = 60;
   const double s = segundos(t);
   if (s < en_enteros) return decimal(s) + " s";
-  const auto n = static_cast<std::int64_t>(s + 0.5);
+  const std::int64_t n = std::lround(s);
   if (n < minuto) return std::to_string(n) + " s";
   return std::to_string(n / minuto) + " min " + std::to_string(n % minuto) + " s";
 }

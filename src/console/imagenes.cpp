@@ -1,7 +1,6 @@
 #include "imagenes.h"
 
 #include <algorithm>
-#include <ranges>
 #include <utility>
 
 #include "console/huella.h"
@@ -52,7 +51,9 @@ candidatas de_la_lista(const llamada& ll) {
   const archivos ficheros(carpeta_de(ll));
   const std::string nombre = ficheros.ruta_aplicacion() + std::string(nombre_lista);
   const auto texto = ficheros.Dir(nombre).empty() ? std::nullopt : ficheros.leer(nombre);
-  for (const std::string& ruta : rutas_de_lista(texto.value_or("")) | std::views::reverse) {
+  std::vector<std::string> rutas = rutas_de_lista(texto.value_or(""));
+  std::ranges::reverse(rutas);
+  for (const std::string& ruta : rutas) {
     const auto leido = leer_firmware(ruta_de(ruta), std::nullopt);
     if (const auto* f = std::get_if<firmware>(&leido)) {
       c.rutas.push_back(f->ruta);

@@ -19,7 +19,7 @@ struct banco_grabado : banco_console {
 TEST(ordenes, each_order_tells_what_it_found) {
   banco_grabado b;
   const auto caso = [&](const std::string& llamada, const json& quiero) {
-    const json r = b.resultado(llamada);
+    json r = b.resultado(llamada);
     EXPECT_EQ(r["codigo"], 0) << r.dump();
     for (const auto& [clave, valor] : quiero.items()) EXPECT_EQ(r[clave], valor) << llamada << ": " << clave;
     return r;
