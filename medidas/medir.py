@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 """Measures the built program and prints one table. Usage: medir.py [--corto | --largo] [--anotar] [PART...], where PART
-is trabajo, vista or hilo; all of them without one. --largo takes more blocks and pairs; --corto takes fewer, and measures
+is trabajo, vista, hilo or ordenes; all of them without one. --largo takes more blocks and pairs; --corto takes fewer, and measures
 a part again at the usual length if a row of it fails; --anotar keeps the counted instructions for this compiler. Ends with
 1 if a row fails its target."""
 import os
@@ -8,11 +8,12 @@ import sys
 import time
 
 import hilo
+import ordenes
 import trabajo
 import vista
 from aparatos import LONG, SHORT, USUAL, judged_in_rest
 
-PARTS = {"trabajo": trabajo.rows, "vista": lambda length, _: vista.rows(length), "hilo": lambda length, _: hilo.rows(length)}
+PARTS = {"trabajo": trabajo.rows, "vista": lambda length, _: vista.rows(length), "hilo": lambda length, _: hilo.rows(length), "ordenes": lambda length, _: ordenes.rows(length)}
 
 
 def measured(name, length, keep):
