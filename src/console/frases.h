@@ -12,6 +12,8 @@ namespace morvane::console {
 
 /// A sentence with a capital and a full stop.
 std::string en_frase(std::string texto);
+/// With the full stop alone: what begins with a name keeps it as it is.
+std::string con_punto(std::string texto);
 /// An address as people read it: six hexadecimal digits; a range with its last address.
 std::string direccion(std::int32_t dir);
 std::string rango(tramo t);

@@ -65,6 +65,10 @@ std::string en_frase(std::string texto) {
   if (!texto.empty() && texto.front() >= 'a' && texto.front() <= 'z') {
     texto.front() = static_cast<char>(texto.front() - 'a' + 'A');
   }
+  return con_punto(std::move(texto));
+}
+
+std::string con_punto(std::string texto) {
   const bool termina = texto.ends_with('.') || texto.ends_with('?');
   return termina ? texto : texto + ".";
 }

@@ -24,7 +24,7 @@ imagen_leida leer_imagen(const llamada& ll, const std::filesystem::path& ruta) {
   const bool con_base = formato_de(ruta) == formato::bin;
   auto leido = leer_firmware(ruta, con_base ? ll.a.en : std::nullopt);
   if (const auto* fallo = std::get_if<fallo_firmware>(&leido)) {
-    fracaso f{{.que = desenlace::archivo, .texto = en_frase(texto_de(ruta) + ": " + frase(*fallo))}};
+    fracaso f{{.que = desenlace::archivo, .texto = texto_de(ruta) + ": " + con_punto(frase(*fallo))}};
     f.fin.datos["archivo"] = texto_de(ruta);
     if (fallo->linea > 0) f.fin.datos["linea"] = fallo->linea;
     throw f;
@@ -34,7 +34,7 @@ imagen_leida leer_imagen(const llamada& ll, const std::filesystem::path& ruta) {
     json hechos = {{"archivo", texto_de(ruta)}};
     if (a.linea > 0) hechos["linea"] = a.linea;
     if (a.cuantos > 0) hechos["cuantos"] = a.cuantos;
-    ll.cara.duda(nombre_de(a.cual), en_frase(texto_de(ruta.filename()) + ": " + frase(a)), hechos);
+    ll.cara.duda(nombre_de(a.cual), texto_de(ruta.filename()) + ": " + con_punto(frase(a)), hechos);
   }
   job::objetivo que(f.v);
   return {std::move(f), std::move(que)};
