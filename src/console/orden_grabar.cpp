@@ -1,3 +1,4 @@
+#include "acta.h"
 #include "barra.h"
 #include "frases.h"
 #include "identidad.h"
@@ -48,17 +49,20 @@ cierre hacer_grabar(const llamada& ll) {
   for (const job::duda d : previsto.dudas) {
     if (importa_al_grabar(d)) ll.cara.duda(nombre_de(d), frase(d, previsto), json::object());
   }
+  const acta certificado(ll);
   const trabajo_hecho t = con_placa(
       ll, [&](const job::puesto& p) { return job::grabar(p, i.que, {.prueba = ll.a.prueba, .todo = ll.a.todo}); });
   cierre c = cierre_de(ll, t, t.r.fin.bien() ? texto_grabado(t.r, ll.a.prueba) : "");
   poner_imagen(c.datos, i);
   c.datos["palabras"] = t.r.palabras;
   c.datos["dudas"] = dudas_en_json(previsto);
+  certificado.escribir(i, t, c);
   return c;
 }
 
 cierre hacer_verificar(const llamada& ll) {
   const imagen_leida i = leer_imagen(ll, ll.a.archivos.front());
+  const acta certificado(ll);
   const trabajo_hecho t = con_placa(ll, [&](const job::puesto& p) { return job::verificar(p, i.que, ll.a.prueba); });
   const bool distinto = t.r.fin.que == job::desenlace::distinta;
   std::string texto;
@@ -70,6 +74,7 @@ cierre hacer_verificar(const llamada& ll) {
   cierre c = cierre_de(ll, t, std::move(texto));
   poner_imagen(c.datos, i);
   if (distinto) decir_que_hay(ll, t.r, c);
+  certificado.escribir(i, t, c);
   return c;
 }
 

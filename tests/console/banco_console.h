@@ -38,6 +38,9 @@ class banco_console : public morvane::console::exterior {
   morvane::console::salida& errores() override { return yerra; }
   morvane::job::entorno& mundo() override { return mundo_; }
   int senal() const override { return mundo_.miradas >= mundo_.para ? senal_de_fin : 0; }
+  std::string hora() const override { return "2026-11-23T22:10:52Z"; }
+  std::filesystem::path carpeta_de_claves() const override { return dir.ruta() / "claves"; }
+  morvane::adaptador aparato() const override { return {"FTDI", "FT232R", "A50285BI"}; }
   std::filesystem::path carpeta() const override { return dir.ruta(); }
   std::optional<morvane::causa_puerto> abrir(const morvane::console::destino_puerto& adonde,
                                              const morvane::parametros_linea& como) override {

@@ -201,6 +201,37 @@ TEST(ordenes, an_output_that_takes_nothing_is_no_success_and_stops_no_run) {
   }
 }
 
+TEST(ordenes, a_certificate_tells_what_was_done_and_of_which_file) {
+  banco_grabado b;
+  b.guardar("otro.bin", {1, 2, 3});
+  EXPECT_EQ(b.resultado("verificar @otro.bin --certificado @c.json")["codigo"], 9);
+  EXPECT_FALSE(std::filesystem::exists(b.dir.ruta() / "c.json")) << "nothing is certified that was not proved";
+  for (const char* prueba : {"sumas", "lectura"}) {
+    const json g = b.resultado(std::string("grabar @a.bin --certificado @c.json --prueba ") + prueba);
+    EXPECT_EQ(g["codigo"], 0) << g.dump();
+    const json r = b.resultado("comprobar @c.json @a.bin");
+    EXPECT_EQ(r["codigo"], 0) << r.dump();
+    const json& h = r["hechos"];
+    for (const char* campo : {"sha256", "prueba", "palabras", "borrado", "caracteres"}) EXPECT_EQ(h[campo], g[campo]);
+    EXPECT_EQ(h["adaptador"]["serie"], "A50285BI");
+    EXPECT_EQ(h.value("sha256_leido", h["sha256"]), h["sha256"]) << "what was read is what was to be written";
+    EXPECT_EQ(h.contains("sha256_leido"), g["prueba"] == "lectura");
+    EXPECT_EQ(h.contains("sumas"), g["prueba"] == "sumas");
+  }
+  EXPECT_EQ(b.resultado("convertir @a.bin @a.hex")["codigo"], 0);
+  EXPECT_EQ(b.resultado("comprobar @c.json @otro.bin")["codigo"], 11);
+  const json r = b.resultado("comprobar @c.json @a.hex");
+  EXPECT_EQ(r["desenlace"], "certificado");
+  EXPECT_TRUE(r["texto"].get<std::string>().ends_with("que deja el chip igual.")) << r["texto"];
+  b.dir.escribir("c.json", b.dir.leer("c.json") + " ");
+  EXPECT_EQ(b.resultado("comprobar @c.json")["codigo"], 11);
+  EXPECT_EQ(b.resultado("comprobar @no.json")["codigo"], 3);
+  b.dir.escribir("claves/firma.clave", "rota");
+  const int antes = b.aperturas;
+  EXPECT_EQ(b.resultado("grabar @a.bin --certificado @d.json")["codigo"], 3);
+  EXPECT_EQ(b.aperturas, antes) << "without a key nothing is begun";
+}
+
 TEST(ordenes, the_trace_is_that_of_the_board) {
   banco_grabado b(57600);
   std::string suya;

@@ -3,6 +3,10 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <array>
+#include <ctime>
+
+#include "console/clave.h"
 #include "mundo_real.h"
 #include "platform/proceso.h"
 #include "salida_fd.h"
@@ -21,12 +25,23 @@ void ocupar_los_tres_primeros() {
   }
 }
 
+std::string hora_universal() {
+  const std::time_t ahora = std::time(nullptr);
+  std::tm partes{};
+  ::gmtime_r(&ahora, &partes);
+  std::array<char, 32> texto{};
+  (void)std::strftime(texto.data(), texto.size(), "%Y-%m-%dT%H:%M:%SZ", &partes);
+  return texto.data();
+}
+
 class real final : public exterior {
  public:
   salida& normal() override { return normal_; }
   salida& errores() override { return errores_; }
   job::entorno& mundo() override { return mundo_; }
   int senal() const override { return senales_.primera(); }
+  std::string hora() const override { return hora_universal(); }
+  std::filesystem::path carpeta_de_claves() const override { return console::carpeta_de_claves(); }
   std::filesystem::path carpeta() const override { return carpeta_del_programa(); }
 
   std::optional<causa_puerto> abrir(const destino_puerto& adonde, const parametros_linea& como) override {
@@ -41,6 +56,7 @@ class real final : public exterior {
   }
   transporte& linea() override { return *linea_; }
   std::filesystem::path dispositivo() const override { return dispositivo_; }
+  adaptador aparato() const override { return adaptador_de(dispositivo_); }
 
  private:
   senales senales_;

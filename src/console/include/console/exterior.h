@@ -2,9 +2,11 @@
 
 #include <filesystem>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "job/entorno.h"
+#include "serial/adaptador.h"
 #include "serial/transporte.h"
 
 namespace morvane::console {
@@ -45,14 +47,19 @@ class exterior {
   virtual job::entorno& mundo() = 0;
   /// The number of the first signal that asked for a stop; 0 if there was none.
   virtual int senal() const = 0;
+  /// The time of day, as in "2026-11-23T22:10:52Z".
+  virtual std::string hora() const = 0;
+  /// The folder with the key of this user; empty if there is none.
+  virtual std::filesystem::path carpeta_de_claves() const = 0;
   /// The folder that the executable lies in.
   virtual std::filesystem::path carpeta() const = 0;
 
   /// Opens a line, of which there is one at a time. Gives why it could not be; then none is open.
   virtual std::optional<causa_puerto> abrir(const destino_puerto& adonde, const parametros_linea& como) = 0;
-  /// The open line, and the device at its end, links resolved.
+  /// The open line, the device at its end, links resolved, and what that says of itself.
   virtual transporte& linea() = 0;
   virtual std::filesystem::path dispositivo() const = 0;
+  virtual adaptador aparato() const = 0;
 };
 
 }  // namespace morvane::console
