@@ -1,7 +1,7 @@
-# Run as a script: fills the directory DESTINO with the programs, the samples and, where there are none yet, the
+# Run as a script: fills the directory DESTINO with the programs PROGRAMAS, the samples and, where there are none yet, the
 # settings.
 file(MAKE_DIRECTORY ${DESTINO} ${DESTINO}/muestras)
-foreach(programa ${MORVANE} ${PUENTE})
+foreach(programa ${PROGRAMAS})
   # By a rename: a program that is running cannot be written over.
   get_filename_component(nombre ${programa} NAME)
   file(SHA256 ${programa} nuevo)

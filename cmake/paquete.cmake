@@ -12,7 +12,7 @@ if(NOT entrada MATCHES "([0-9]+-[0-9]+-[0-9]+)$")
 endif()
 set(MORVANE_FECHA ${CMAKE_MATCH_1})
 
-install(TARGETS morvane puente RUNTIME DESTINATION . COMPONENT directorio)
+install(TARGETS morvane morvane-cli puente RUNTIME DESTINATION . COMPONENT directorio)
 install(DIRECTORY samples/ DESTINATION muestras COMPONENT directorio FILES_MATCHING PATTERN "*.s19" PATTERN "*.bin"
         PATTERN fuente EXCLUDE)
 install(CODE "
@@ -28,8 +28,19 @@ install(FILES paquete/copyright DESTINATION share/doc/morvane ${sistema})
 execute_process(COMMAND gzip -9nc ${PROJECT_SOURCE_DIR}/CHANGELOG.md
                 OUTPUT_FILE ${CMAKE_CURRENT_BINARY_DIR}/paquete/changelog.gz)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/paquete/changelog.gz DESTINATION share/doc/morvane ${sistema})
-file(CREATE_LINK ../lib/morvane/morvane ${CMAKE_CURRENT_BINARY_DIR}/paquete/morvane SYMBOLIC)
-install(FILES ${CMAKE_CURRENT_BINARY_DIR}/paquete/morvane DESTINATION bin ${sistema})
+foreach(programa morvane morvane-cli)
+  file(CREATE_LINK ../lib/morvane/${programa} ${CMAKE_CURRENT_BINARY_DIR}/paquete/${programa} SYMBOLIC)
+  install(FILES ${CMAKE_CURRENT_BINARY_DIR}/paquete/${programa} DESTINATION bin ${sistema})
+endforeach()
+
+# Its page of the manual and what the shell completes: for those who unpack the archive too.
+set(de_ordenes paquete/morvane-cli.1 paquete/morvane-cli.bash)
+install(FILES ${de_ordenes} DESTINATION linea-de-ordenes COMPONENT directorio)
+execute_process(COMMAND gzip -9nc ${PROJECT_SOURCE_DIR}/paquete/morvane-cli.1
+                OUTPUT_FILE ${CMAKE_CURRENT_BINARY_DIR}/paquete/morvane-cli.1.gz)
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS paquete/morvane-cli.1)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/paquete/morvane-cli.1.gz DESTINATION share/man/man1 ${sistema})
+install(FILES paquete/morvane-cli.bash DESTINATION share/bash-completion/completions RENAME morvane-cli ${sistema})
 
 set(CPACK_GENERATOR TGZ DEB)
 set(CPACK_PACKAGE_CONTACT "The Morvane authors <morvane@example.org>")
@@ -38,7 +49,8 @@ set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "programmer for the flash of a microcontro
 set(CPACK_PACKAGE_DESCRIPTION
     "Morvane erases, programs, verifies and reads back the 256 KiB flash of a
 microcontroller over a serial port and a bridge board. Its windows speak
-Spanish. A simulated board comes with it.")
+Spanish. morvane-cli does the same for scripts, with an exit code that is 0 only
+where it has proved what it says. A simulated board comes with it.")
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION electronics)

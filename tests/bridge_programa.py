@@ -73,5 +73,35 @@ class Board(unittest.TestCase):
         self.assertEqual((flash.read_bytes(), os.readlink(self.dir / "otro")), (b"short", "/dev/null"))
         self.refused("opción desconocida: --nada", "--nada", code=2)
 
+    def test_a_trace_is_played_to_the_same_guest_and_another_one_is_told(self):
+        board = self.start("--traza", "t.txt", "--altera", "7", "--cuelga-en", "4")
+        self.play(b"A")
+        with open(self.link, "r+b", 0) as line:
+            line.write(b"\x02c63\x03")
+            changed = line.read(7)
+            line.write(b"\x02a61\x03\x02D44\x03")
+            self.assertEqual(board.wait(PATIENCE), 0)
+        board = self.start("--reproducir", "t.txt")
+        self.play(b"A")
+        with open(self.link, "r+b", 0) as line:
+            line.write(b"\x02c63\x03")
+            self.assertEqual(line.read(7), changed)
+            line.write(b"\x02a61\x03\x02D44\x03")
+            self.assertEqual(board.wait(PATIENCE), 0)
+        self.assertIn("se ha reproducido entera", board.stdout.read())
+        board = self.start("--reproducir", "t.txt")
+        self.play(b"A")
+        with open(self.link, "r+b", 0) as line:
+            line.write(b"\x02D44\x03")
+            self.assertEqual(board.wait(PATIENCE), 3)
+        self.assertIn("se esperaba <STX>c63<ETX> y ha llegado <STX>D44<ETX>", board.stderr.read())
+        board = self.start("--reproducir", "t.txt")
+        board.terminate()
+        self.assertEqual(board.wait(PATIENCE), 3)
+        self.assertIn("se ha quedado en su línea", board.stderr.read())
+        (self.dir / "mala.txt").write_text("nada\n")
+        self.refused("mala.txt: línea 1: no es un renglón", "--reproducir", "mala.txt")
+        self.refused("no admite más que", "--reproducir", "t.txt", "--mudo", code=2)
+
 
 unittest.main(verbosity=2)

@@ -93,6 +93,8 @@ constexpr std::array tabla{
            }},
     opcion{"--flash", "FICHERO", "conserva en él la flash del chip (262144 bytes)", ruta<&opciones::flash>},
     opcion{"--traza", "FICHERO", "anota en él cada trama con su tiempo", ruta<&opciones::traza>},
+    opcion{"--reproducir", "FICHERO", "en lugar de una placa, repite lo que dice esa traza",
+           ruta<&opciones::reproducir>},
     opcion{"--ligada", "", "termina cuando se cierra su entrada estándar", marca<&opciones::ligada>},
     opcion{"--protegida", "", "el chip empieza con la flash protegida", marca<&opciones::protegida>},
     opcion{"--sondeos-borrado", "N", "lecturas de estado que dura un borrado (3)",
@@ -161,6 +163,9 @@ std::string incompleta(const opciones& o) {
   if (f.reset_suelto_ms != 0 && f.reset_suelto_en == 0) return "--reset-suelto-ms requiere --reset-suelto-en";
   if (f.ruido_en != 0 && f.ruido == 0 && f.ruido_detras == 0) return "--ruido-en requiere --ruido o --ruido-detras";
   if (f.balbuceo_etx && f.balbuceo_desde == 0) return "--balbuceo-etx requiere --balbuceo-desde";
+  const bool con_chip = !o.flash.empty() || o.protegida || o.modo != conducta{} || f != por_omision;
+  if (!o.reproducir.empty() && con_chip)
+    return "--reproducir no admite más que --enlace, --traza, --sin-ritmo y --ligada";
   return "";
 }
 

@@ -11,7 +11,7 @@ namespace {
 std::string visible(char c) {
   if (c == stx) return "<STX>";
   if (c == etx) return "<ETX>";
-  if (c >= ' ' && c <= '~') return std::string(1, c);
+  if (c >= ' ' && c <= '~' && c != '<') return std::string(1, c);
   return "<" + texto_hex(static_cast<unsigned char>(c), 2) + ">";
 }
 

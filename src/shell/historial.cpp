@@ -1,9 +1,8 @@
 #include "shell/historial.h"
 
-#include <algorithm>
 #include <cerrno>
 
-#include "files/campos.h"
+#include "files/lista_archivos.h"
 #include "files/texto.h"
 #include "link/puerto.h"
 #include "platform/rutas.h"
@@ -14,19 +13,10 @@ namespace morvane {
 namespace {
 
 constexpr std::size_t entradas = 10;
-constexpr std::size_t ultima_casilla = 12;
-constexpr const char* nombre_historial = "MENU.TXT";
-/// The longest path that the host takes, in bytes.
-constexpr std::size_t ruta_mas_larga = 4095;
-
-/// True for a path that a line of MENU.TXT can hold. One that is no UTF-8 would be another when it is read.
-bool cabe(std::string_view ruta) {
-  return !ruta.empty() && ruta.size() <= ruta_mas_larga && en_utf8(ruta) == ruta &&
-         ruta.find_first_of(std::string_view("\"\r\n\0", 4)) == std::string_view::npos;
-}
+constexpr std::size_t ultima_casilla = lista_maxima;
 
 std::string fichero_historial(const frm_principal& f) {
-  return f.link.valores.ruta_aplicacion + nombre_historial;
+  return f.link.valores.ruta_aplicacion + std::string(nombre_lista);
 }
 
 void mostrar_separadores(frm_principal& f) {
@@ -43,24 +33,9 @@ void avisar(frm_principal& f, std::string_view que) {
   preguntar(f.link, {"Atención", std::string(que) + ruta, botones::Aceptar, icono::critico});
 }
 
-/// The paths of a text like that of MENU.TXT. A line with an odd quote is what a crash or a full disk has left of one;
-/// what can be the name of no file, or could not be written back, is no entry either.
-std::vector<std::string> rutas_de(std::string_view texto) {
-  std::vector<std::string> rutas;
-  for (std::string_view resto = sin_marca_utf8(texto); !resto.empty();) {
-    // Line by line: what this program has added to a file of another's is UTF-8.
-    const std::string linea = en_utf8(siguiente_linea(resto));
-    if (std::ranges::count(linea, '"') % 2 != 0) continue;
-    for (std::string& ruta : campos_entrecomillados(linea)) {
-      if (rutas.size() < ultima_casilla && cabe(ruta)) rutas.push_back(std::move(ruta));
-    }
-  }
-  return rutas;
-}
-
 /// Makes list and menu those of a text of MENU.TXT that was just read. One without a path changes nothing.
 void poner_lista(frm_principal& f, std::string contenido) {
-  const std::vector<std::string> rutas = rutas_de(contenido);
+  const std::vector<std::string> rutas = rutas_de_lista(contenido);
   f.historial_leido = std::move(contenido);
   if (rutas.empty()) return;
   for (std::size_t i = 1; i <= ultima_casilla; ++i) {
@@ -114,7 +89,7 @@ void leer_historial(frm_principal& f) {
 }
 
 void actualizar_historial(frm_principal& f, std::string_view ruta) {
-  if (!cabe(ruta)) return;
+  if (!cabe_en_lista(ruta)) return;
   const std::string nombre = fichero_historial(f);
   error_archivo error = 0;
   f.link.ficheros.por_turno(nombre, [&] {

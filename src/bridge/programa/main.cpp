@@ -23,7 +23,10 @@ puente::descriptor senales_de_fin() {
   return puente::descriptor(puente::logrado(signalfd(-1, &cuales, SFD_CLOEXEC), "no se pueden atender las señales"));
 }
 
-void servir(const puente::opciones& o) {
+/// The exit code of a run in which a trace was to be played and was not.
+constexpr int otra_cosa = 3;
+
+int servir(const puente::opciones& o) {
   const puente::descriptor senales = senales_de_fin();
   // The kernel may otherwise lengthen each sleep by 50 µs, a third of a character at 57,600 bits a second.
   prctl(PR_SET_TIMERSLACK, 1UL);
@@ -37,6 +40,9 @@ void servir(const puente::opciones& o) {
     s.atender(t);
   }
   s.guardar();
+  if (s.queja().empty()) return 0;
+  std::cerr << "puente: " << s.queja() << std::endl;
+  return otra_cosa;
 }
 
 }  // namespace
@@ -53,8 +59,7 @@ int main(int argc, char** argv) {
     return 0;
   }
   try {
-    servir(valores);
-    return 0;
+    return servir(valores);
   } catch (const std::exception& e) {
     std::cerr << "puente: " << e.what() << std::endl;
     return 1;

@@ -8,6 +8,7 @@
 
 #include "ocupantes_tty.h"
 #include "puertos_tty.h"
+#include "serial/adaptador.h"
 
 namespace morvane {
 
@@ -15,25 +16,11 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// How far above a line's own directory its adapter may tell its name.
-constexpr int niveles = 5;
-
 std::string renglon(const fs::path& fichero) {
   std::ifstream entrada(fichero);
   std::string texto;
   std::getline(entrada, texto);
   return texto;
-}
-
-std::string nombre_del_aparato(const fs::path& linea) {
-  std::error_code error;
-  fs::path donde = fs::canonical(linea / "device", error);
-  for (int i = 0; i < niveles && !error; ++i, donde = donde.parent_path()) {
-    const std::string producto = renglon(donde / "product"), fabricante = renglon(donde / "manufacturer");
-    if (producto.empty()) continue;
-    return fabricante.empty() ? producto : std::string(producto).append(" (").append(fabricante).append(")");
-  }
-  return {};
 }
 
 /// The kernel keeps lines ready behind which there is no circuit.
@@ -76,7 +63,7 @@ std::vector<aparato> aparatos(const fs::path& raiz) {
     std::error_code falta;
     const fs::path linea = uno->path(), dispositivo = raiz / "dev" / linea.filename();
     const bool hay = fs::exists(linea / "device", falta) && fs::exists(dispositivo, falta) && hay_circuito(linea);
-    if (hay) todos.push_back({dispositivo, ruta_estable(raiz, dispositivo), nombre_del_aparato(linea)});
+    if (hay) todos.push_back({dispositivo, ruta_estable(raiz, dispositivo), adaptador_de(dispositivo, raiz).nombre()});
   }
   std::ranges::sort(todos, {}, &aparato::dispositivo);
   return todos;
@@ -91,7 +78,7 @@ descripcion_puerto describir_puerto(const fs::path& directorio, int numero) {
   }
   std::vector<std::string> programas = programas_con(ruta);
   puerto.placa_simulada = std::erase_if(programas, es_placa) > 0;
-  puerto.nombre = nombre_del_aparato("/sys/class/tty" / ruta.filename());
+  puerto.nombre = adaptador_de(ruta).nombre();
   puerto.quien = programas.empty() ? "" : programas.front();
   if (::access(ruta.c_str(), R_OK | W_OK) != 0) puerto.cerrado = causa_de_apertura(ruta, errno);
   return puerto;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "apoyo/carpeta.h"
+#include "serial/adaptador.h"
 
 namespace morvane {
 namespace {
@@ -20,6 +21,7 @@ TEST(puertos, adapters_have_their_names_and_lines_without_a_circuit_are_left_out
   linea("ttyUSB0", "sys/devices/usb1/1-2/1-2:1.0/ttyUSB0");
   raiz.escribir("sys/devices/usb1/1-2/product", "FT232R USB UART\n");
   raiz.escribir("sys/devices/usb1/1-2/manufacturer", "FTDI\n");
+  raiz.escribir("sys/devices/usb1/1-2/serial", "A50285BI\n");
   linea("ttyS0", "sys/devices/placa");
   linea("ttyS1", "sys/devices/placa");
   raiz.escribir("sys/class/tty/tty0/type", "4\n");
@@ -31,6 +33,7 @@ TEST(puertos, adapters_have_their_names_and_lines_without_a_circuit_are_left_out
   EXPECT_EQ(todos[0].dispositivo.filename(), "ttyS0");
   EXPECT_TRUE(todos[0].nombre.empty());
   EXPECT_EQ(todos[1].nombre, "FT232R USB UART (FTDI)");
+  EXPECT_EQ(adaptador_de("/dev/ttyUSB0", raiz.ruta()).serie, "A50285BI");
   EXPECT_EQ(todos[1].estable, estable) << "it follows the adapter";
 }
 

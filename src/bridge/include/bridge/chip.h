@@ -22,6 +22,8 @@ struct conducta {
   bool mudo = false;
   /// Addresses of cells whose lowest bit never is 1, and never is 0.
   std::optional<std::uint32_t> celda_a_0{}, celda_a_1{};
+
+  bool operator==(const conducta&) const = default;
 };
 
 /// The microcontroller behind the bridge, as its EzPort shows it: 256 KiB of flash, a write-enable latch, a

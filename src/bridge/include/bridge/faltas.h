@@ -66,6 +66,8 @@ struct faltas {
   std::uint64_t rearranca_en = 0;
   /// The line is hung up when this frame has come in, and the board loses its power.
   std::uint64_t cuelga_en = 0;
+
+  bool operator==(const faltas&) const = default;
 };
 
 }  // namespace puente

@@ -13,6 +13,8 @@ namespace puente {
 struct opciones {
   /// Link to the terminal; empty for none. Files likewise.
   std::string enlace, flash, traza;
+  /// A trace to be played in place of a board; empty for none. Then there is no chip, and nothing is done wrong.
+  std::string reproducir;
   /// Bits a second in both directions; 0 for a line without a pace.
   unsigned baudios = 57600;
   /// The flash holds the protection word from the start.

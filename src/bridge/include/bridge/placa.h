@@ -11,11 +11,10 @@
 #include <string_view>
 
 #include "bridge/chip.h"
+#include "bridge/extremo.h"
 #include "bridge/faltas.h"
 
 namespace puente {
-
-using instante = std::chrono::microseconds;
 
 /// One direction's pace: how long a character takes on the line. 0 stands for a line without a pace.
 struct ritmo {
@@ -37,7 +36,7 @@ struct ritmo {
 /// checksum, '3' wrong checksum, '8' a letter that is kept free, '6' no command, '2' and '4' wrong length for its
 /// command, '5' a field that is no upper-case hexadecimal, '7' chip not open; then, as the
 /// chip finds it, '9' a place or a count out of range, '6' not now (erase running, protected, write not enabled).
-class placa {
+class placa : public extremo {
  public:
   static constexpr std::size_t capacidad = 0x10000;
 
@@ -48,19 +47,19 @@ class placa {
   placa(chip& c, ritmo paso, faltas f = {});
 
   /// `datos` were put on the line towards the board at `ahora`, which never goes back.
-  void entra(std::string_view datos, instante ahora);
+  void entra(std::string_view datos, instante ahora) override;
   /// When the next character arrives at either end, if any is under way.
-  std::optional<instante> proximo() const;
+  std::optional<instante> proximo() const override;
   /// When the last character that is under way to the far end arrives there, if any is.
   std::optional<instante> ultimo() const;
   /// Takes at most `cuantos` of the characters that have arrived at the far end by `ahora`.
-  std::string sale(instante ahora, std::size_t cuantos = SIZE_MAX);
+  std::string sale(instante ahora, std::size_t cuantos = SIZE_MAX) override;
   /// How many characters `entra` takes just now without losing one.
-  std::size_t hueco() const { return capacidad - hacia_placa_.size(); }
+  std::size_t hueco() const override { return capacidad - hacia_placa_.size(); }
   /// The board has hung up; nothing works any more until `reparar`.
-  bool colgada() const { return colgada_; }
+  bool colgada() const override { return colgada_; }
   /// The far end has opened the line.
-  void abierta(instante ahora);
+  void abierta(instante ahora) override;
   /// What was on its way in both directions is lost, as when the far end closes the line.
   void vaciar();
   /// From now on it does wrong what `f` says; frames, characters and the lots count anew from here.

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 
+#include "files/ajustes.h"
 #include "files/archivos.h"
 #include "platform/plataforma.h"
 #include "serial/mscomm.h"
@@ -11,12 +12,7 @@
 namespace morvane {
 
 /// The settings of "SETTINGS.TXT", as texts. Empty until `leer_ajustes` has filled them.
-struct ajustes {
-  std::string velocidad;
-  std::string paridad;
-  std::string bits_datos;
-  std::string bits_parada;
-  std::string puerto;
+struct ajustes : campos_ajustes {
   /// The application's directory with a closing backslash.
   std::string ruta_aplicacion;
 };

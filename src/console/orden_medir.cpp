@@ -1,0 +1,43 @@
+#include "barra.h"
+#include "ordenes.h"
+
+namespace morvane::console {
+
+namespace {
+
+constexpr int bits_por_caracter = 10;
+
+std::string milisegundos(job::tiempo t) {
+  constexpr double en_milis = 1000;
+  return decimal(static_cast<double>(t.count()) / en_milis) + " ms";
+}
+
+void poner(cierre& c, const job::medida& m, int velocidad) {
+  c.datos["medida"] = {{"muestras", m.muestras},
+                       {"minimo_us", m.minimo.count()},
+                       {"medio_us", m.medio.count()},
+                       {"maximo_us", m.maximo.count()},
+                       {"lectura_us", m.lectura.count()},
+                       {"por_caracter_us", m.por_caracter.count()},
+                       {"flash_entera_s", std::chrono::duration<double>(m.flash_entera).count()}};
+  c.detalle.push_back("Mirar el estado (12 caracteres): de " + milisegundos(m.minimo) + " a " + milisegundos(m.maximo));
+  c.detalle.push_back("Leer 32 bytes (82 caracteres): " + milisegundos(m.lectura));
+  const double en_la_linea = velocidad > 0 ? bits_por_caracter * 1e6 / velocidad : 0;
+  c.detalle.push_back("Por carácter: " + std::to_string(m.por_caracter.count()) + " µs; a " +
+                      std::to_string(velocidad) + " baudios son " + decimal(en_la_linea) + " µs en la línea");
+}
+
+}  // namespace
+
+cierre hacer_medir(const llamada& ll) {
+  const trabajo_hecho t = con_placa(ll, [](const job::puesto& p) { return job::medir(p); });
+  if (!t.r.medida) return cierre_de(ll, t, {});
+  const job::medida& m = *t.r.medida;
+  cierre c = cierre_de(ll, t,
+                       "Un intercambio cuesta " + milisegundos(m.medio) + ", y grabar una memoria entera llevaría " +
+                           duracion(m.flash_entera) + ".");
+  if (c.bien()) poner(c, m, t.puerto.como.velocidad);
+  return c;
+}
+
+}  // namespace morvane::console
