@@ -48,7 +48,7 @@ def run(command, before, home):
     env = {**os.environ, "PATH": f"{home}:{os.environ['PATH']}", "XDG_CONFIG_HOME": str(home / "config"), "LC_ALL": "C.UTF-8"}
     done = subprocess.run(["bash", "-c", f"(exit {before}); {command}"], cwd=home, env=env, text=True, timeout=120,
                           stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
-    return done.returncode, done.stdout
+    return done.returncode, done.stdout.replace(str(home), "/opt/morvane")
 
 
 def examples(lines):

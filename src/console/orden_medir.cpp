@@ -7,9 +7,11 @@ namespace {
 
 constexpr int bits_por_caracter = 10;
 
+/// In microseconds where that says more.
 std::string milisegundos(job::tiempo t) {
-  constexpr double en_milis = 1000;
-  return decimal(static_cast<double>(t.count()) / en_milis) + " ms";
+  constexpr job::tiempo un_milisegundo{1000};
+  if (t < un_milisegundo) return std::to_string(t.count()) + " µs";
+  return decimal(static_cast<double>(t.count()) / static_cast<double>(un_milisegundo.count())) + " ms";
 }
 
 void poner(cierre& c, const job::medida& m, int velocidad) {

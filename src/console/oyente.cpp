@@ -12,7 +12,7 @@ void oyente::ocurre(job::suceso que, std::string_view comando, std::int32_t dire
 }
 
 void oyente::traza(char direccion, std::string_view crudo, job::tiempo cuando) {
-  cara_.traza(direccion, crudo, cuando);
+  if (traza_ != nullptr) traza_->anotar(direccion, crudo, cuando);
   if (cerrando_) return;
   if (direccion == '<') return sin_respuesta_.clear();
   // STX in front, two digits and ETX behind.

@@ -2,14 +2,16 @@
 
 #include <string>
 
+#include "console/traza.h"
 #include "informe.h"
 
 namespace morvane::console {
 
-/// Hears what a job does, hands it to the face, and keeps the command that it came to before the closing.
+/// Hears what a job does, hands it to the face and the trace, and keeps the command that it came to before the closing.
 class oyente final : public job::observador {
  public:
-  explicit oyente(informe& cara) : cara_(cara) {}
+  /// `traza` may be null.
+  oyente(informe& cara, console::traza* traza) : cara_(cara), traza_(traza) {}
 
   void empieza(job::fase cual, std::int64_t total) override;
   void avanza(std::int64_t hechos) override { cara_.avanza(hechos); }
@@ -21,6 +23,7 @@ class oyente final : public job::observador {
 
  private:
   informe& cara_;
+  console::traza* traza_;
   bool cerrando_ = false;
   std::string ultimo_, sin_respuesta_;
 };

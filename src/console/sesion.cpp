@@ -74,16 +74,31 @@ void poner_hallazgos(json& j, const job::resultado& r) {
   if (r.prueba || !r.diferencias.empty()) j["diferencias"] = lista_de(r.diferencias);
 }
 
+std::string traza_negada(const std::filesystem::path& ruta, const causa_archivo& causa) {
+  return "no se puede escribir " + texto_de(ruta) + ": " + frase_de_escritura(causa);
+}
+
+/// Null if none is wanted.
+std::unique_ptr<traza> abrir_traza(const std::filesystem::path& ruta) {
+  if (ruta.empty()) return nullptr;
+  auto t = std::make_unique<traza>(ruta);
+  if (t->fallo()) fracasar(desenlace::archivo, en_frase(traza_negada(ruta, *t->fallo())));
+  return t;
+}
+
 }  // namespace
 
 trabajo_hecho con_placa(const llamada& ll, const std::function<job::resultado(const job::puesto&)>& trabajo) {
-  trabajo_hecho t{.r = {}, .puerto = elegir_puerto(ll), .dispositivo = {}, .comando = {}};
+  trabajo_hecho t;
+  t.puerto = elegir_puerto(ll);
+  auto traza = abrir_traza(ll.a.traza);
   const linea_abierta abierta(ll.fuera, t.puerto);
   t.dispositivo = ll.fuera.dispositivo();
   ll.cara.linea(
       {{"puerto", t.puerto.nombre}, {"dispositivo", texto_de(t.dispositivo)}, {"velocidad", t.puerto.como.velocidad}});
-  oyente oye(ll.cara);
+  oyente oye(ll.cara, traza.get());
   t.r = trabajo({ll.fuera.linea(), ll.fuera.mundo(), &oye, t.puerto.como.velocidad});
+  if (traza) t.sin_traza = traza->fallo();
   t.comando = t.r.fin.comando.empty() ? oye.comando() : t.r.fin.comando;
   return t;
 }
@@ -101,6 +116,11 @@ cierre cierre_de(const llamada& ll, const trabajo_hecho& t, std::string texto) {
   j["repetidas"] = r.gastos.repetidas;
   j["chip_cerrado"] = r.cerrado;
   poner_hallazgos(j, r);
+  if (c.bien() && t.sin_traza) {
+    c.que = desenlace::archivo;
+    c.texto = en_frase("hecho, pero falta traza: " + traza_negada(ll.a.traza, *t.sin_traza));
+    return c;
+  }
   if (c.bien()) return c;
   if (c.texto.empty()) c.texto = texto_de_fin(ll, r);
   c.remedio = remedio(r.fin);

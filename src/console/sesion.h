@@ -3,6 +3,7 @@
 #include <functional>
 #include <vector>
 
+#include "files/causa_archivo.h"
 #include "informe.h"
 #include "job/ordenes.h"
 
@@ -35,6 +36,8 @@ struct trabajo_hecho {
   std::filesystem::path dispositivo;
   /// The command that it ended at, without its frame; empty if none went out.
   std::string comando;
+  /// Why the trace that was wanted is not whole.
+  std::optional<causa_archivo> sin_traza;
 };
 
 /// Opens the line, has the job done, closes the line. Fails if there is no line to be had.

@@ -1,3 +1,4 @@
+#include "bridge/traza.h"
 #include "console/banco_console.h"
 
 namespace {
@@ -202,6 +203,32 @@ TEST(ordenes, an_output_that_takes_nothing_is_no_success_and_stops_no_run) {
     b.lejos.chip.flash()[0] ^= 1;
     EXPECT_EQ(b.correr(std::string("verificar @a.bin") + json), 9) << "what is worse stays";
   }
+}
+
+TEST(ordenes, the_trace_is_that_of_the_board) {
+  banco_grabado b(57600);
+  std::string suya;
+  b.lejos.placa.traza = [&](char direccion, std::string_view trama, puente::instante cuando) {
+    suya += puente::renglon_de_traza(direccion, trama, cuando) + "\n";
+  };
+  b.lejos.placa.fallos.suma_mala_en = 2;
+  b.lejos.placa.fallos.ruido_en = 5;
+  b.lejos.placa.fallos.ruido = 3;
+  EXPECT_EQ(b.correr("verificar --traza @t.txt @a.bin"), 0);
+  const auto sin_horas = [](const std::string& t) {
+    std::istringstream renglones(t);
+    std::string todo;
+    for (std::string r; std::getline(renglones, r);) todo += r.substr(14) + "\n";
+    return todo;
+  };
+  const std::string mia = b.dir.leer("t.txt");
+  EXPECT_EQ(sin_horas(mia), sin_horas(suya));
+  EXPECT_TRUE(mia.starts_with("     0.000000 > <STX>A41<ETX>\n")) << mia.substr(0, 60);
+  EXPECT_EQ(b.correr("estado --traza /dev/full"), 3);
+  EXPECT_NE(b.yerra.todo.find("falta traza"), std::string::npos);
+  const int antes = b.aperturas;
+  EXPECT_EQ(b.correr("estado --traza @no/hay.txt"), 3);
+  EXPECT_EQ(b.aperturas, antes);
 }
 
 TEST(ordenes, a_person_reads_one_line_or_a_bar_and_colour_on_a_terminal_alone) {
