@@ -4,6 +4,7 @@ import json
 import os
 import pathlib
 import pty
+import resource
 import select
 import signal
 import subprocess
@@ -135,6 +136,17 @@ class Cli(unittest.TestCase):
         closed = self.start("verificar", self.firmware, preexec_fn=lambda: os.close(1))
         self.assertEqual(closed.wait(PATIENCE), 3)
         self.assertEqual(self.flash(board)[:len(DATA)], DATA)
+
+    def test_a_file_that_may_not_grow_is_told_and_leaves_the_old_one(self):
+        image = self.dir / "a.hex"
+        image.write_text("old")
+        before = sorted(self.dir.iterdir())
+        run = self.start("convertir", self.firmware, image, "--json",
+                         preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (4096, 4096)))
+        end = self.end_of(run)
+        self.assertEqual((end["codigo"], image.read_text()), (3, "old"))
+        self.assertIn("no queda sitio en el disco", end["texto"])
+        self.assertEqual(sorted(self.dir.iterdir()), before)
 
     def test_two_signals_end_a_run_that_nobody_listens_to(self):
         self.board("--sin-ritmo", "--error-en=1")

@@ -20,6 +20,17 @@ std::string imagen_leida::nombre() const {
   return texto_de(archivo.ruta.filename());
 }
 
+namespace {
+
+void decir(const llamada& ll, const std::filesystem::path& ruta, const aviso& a) {
+  json hechos = {{"archivo", texto_de(ruta)}};
+  if (a.linea > 0) hechos["linea"] = a.linea;
+  if (a.cuantos > 0) hechos["cuantos"] = a.cuantos;
+  ll.cara.duda(nombre_de(a.cual), texto_de(ruta.filename()) + ": " + con_punto(frase(a)), hechos);
+}
+
+}  // namespace
+
 imagen_leida leer_imagen(const llamada& ll, const std::filesystem::path& ruta) {
   const bool con_base = formato_de(ruta) == formato::bin;
   auto leido = leer_firmware(ruta, con_base ? ll.a.en : std::nullopt);
@@ -30,12 +41,7 @@ imagen_leida leer_imagen(const llamada& ll, const std::filesystem::path& ruta) {
     throw f;
   }
   auto& f = std::get<firmware>(leido);
-  for (const aviso& a : f.avisos) {
-    json hechos = {{"archivo", texto_de(ruta)}};
-    if (a.linea > 0) hechos["linea"] = a.linea;
-    if (a.cuantos > 0) hechos["cuantos"] = a.cuantos;
-    ll.cara.duda(nombre_de(a.cual), texto_de(ruta.filename()) + ": " + con_punto(frase(a)), hechos);
-  }
+  for (const aviso& a : f.avisos) decir(ll, ruta, a);
   job::objetivo que(f.v);
   return {std::move(f), std::move(que)};
 }
@@ -70,6 +76,14 @@ void guardar(const std::filesystem::path& ruta, std::string_view contenido, cier
   if (error == 0) return;
   fin.que = desenlace::archivo;
   fin.texto = en_frase("No se puede escribir " + texto_de(ruta) + ": " + frase_de_escritura(causa_de_escritura(error)));
+}
+
+void guardar_piezas(const llamada& ll, const std::filesystem::path& ruta, std::span<const pieza> piezas,
+                    bool bin_desde_cero, cierre& fin) {
+  const formato como = *formato_de(ruta);
+  guardar(ruta, contenido_de(como, piezas, bin_desde_cero), fin);
+  const auto duda = duda_al_escribir(como, piezas);
+  if (duda && fin.bien()) decir(ll, ruta, *duda);
 }
 
 void exigir_sitio(const std::filesystem::path& ruta) {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "console/firmware.h"
+#include "console/guardar_firmware.h"
 #include "job/objetivo.h"
 #include "sesion.h"
 
@@ -37,6 +38,10 @@ candidatas de_la_lista(const llamada& ll);
 
 /// Replaces the file at `ruta`. If that cannot be done all is as before, and the end says so.
 void guardar(const std::filesystem::path& ruta, std::string_view contenido, cierre& fin);
+
+/// The same with a firmware file of these pieces, in the format of its name; tells the doubt about it.
+void guardar_piezas(const llamada& ll, const std::filesystem::path& ruta, std::span<const pieza> piezas,
+                    bool bin_desde_cero, cierre& fin);
 
 /// Fails unless a file can be made in the folder of `ruta`; `ruta` itself may not be a folder. Makes nothing.
 void exigir_sitio(const std::filesystem::path& ruta);

@@ -1,5 +1,4 @@
 #include "barra.h"
-#include "console/guardar_firmware.h"
 #include "imagenes.h"
 #include "ordenes.h"
 #include "platform/rutas.h"
@@ -20,7 +19,7 @@ cierre hacer_convertir(const llamada& ll) {
   poner_imagen(c.datos, i);
   c.datos["hacia"] = texto_de(hacia);
   c.datos["bytes"] = bytes;
-  guardar(hacia, contenido_de(*formato_de(hacia), piezas, true), c);
+  guardar_piezas(ll, hacia, piezas, true, c);
   return c;
 }
 

@@ -1,5 +1,4 @@
 #include "barra.h"
-#include "console/guardar_firmware.h"
 #include "console/huella.h"
 #include "frases.h"
 #include "imagenes.h"
@@ -25,7 +24,7 @@ cierre hacer_leer(const llamada& ll) {
   c.datos["bytes"] = donde.largo();
   if (donde.largo() == chip.flash) c.datos["sha256"] = sha256(t.r.leido);
   const pieza todo{donde.desde, t.r.leido};
-  guardar(ruta, contenido_de(*formato_de(ruta), {&todo, 1}, false), c);
+  guardar_piezas(ll, ruta, {&todo, 1}, false, c);
   return c;
 }
 

@@ -51,6 +51,10 @@ TEST(ordenes, each_order_tells_what_it_found) {
   caso("convertir @a.bin @a.hex", {{"bytes", 300}});
   EXPECT_EQ(caso("convertir @a.hex @b.bin", {})["sha256"], todo["sha256"]);
   EXPECT_EQ(b.dir.leer("b.bin"), b.dir.leer("a.bin"));
+  caso("convertir --en 3FA @cola.bin @conf.s19", {{"bytes", 16}});
+  EXPECT_NE(b.sale.todo.find("\"configuracion_no_pasa\""), std::string::npos) << b.sale.todo;
+  caso("leer --desde 3FFFE @punta.s19", {{"bytes", 2}});
+  caso("plan @punta.s19", {{"palabras", 0}});
   caso("grabar --todo --en 3FFF0 @cola.bin", {{"borrado", false}, {"palabras", 4}});
 }
 

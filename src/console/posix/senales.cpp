@@ -23,7 +23,8 @@ sigset_t las_que_cuentan() {
 }  // namespace
 
 senales::senales() {
-  (void)std::signal(SIGPIPE, SIG_IGN);
+  // A reader that has gone and a file that may not grow further are errors of writing, and no end.
+  for (const int s : {SIGPIPE, SIGXFSZ}) (void)std::signal(s, SIG_IGN);
   const sigset_t cuales = las_que_cuentan();
   descriptor fd(::signalfd(-1, &cuales, SFD_CLOEXEC | SFD_NONBLOCK));
   // Where they cannot be taken they keep their effect.
