@@ -72,7 +72,7 @@ class banco_console : public morvane::console::exterior {
   nlohmann::json resultado(const std::string& texto) {
     const int codigo = correr(texto + " --json");
     std::istringstream renglones(sale.todo);
-    std::vector<nlohmann::json> todos;
+    todos.clear();
     for (std::string r; std::getline(renglones, r);) todos.push_back(nlohmann::json::parse(r));
     EXPECT_EQ(sale.todo.back(), '\n');
     EXPECT_EQ(yerra.todo, "") << texto;
@@ -89,6 +89,8 @@ class banco_console : public morvane::console::exterior {
     dir.escribir(nombre, std::string(bytes.begin(), bytes.end()));
   }
 
+  /// The lines that `resultado` has read last.
+  std::vector<nlohmann::json> todos;
   morvane::gemelo plat;
   placa_lejos lejos;
   salida_texto sale, yerra;

@@ -1,5 +1,6 @@
 #include "bridge/traza.h"
 #include "console/banco_console.h"
+#include "files/texto.h"
 
 namespace {
 
@@ -181,6 +182,63 @@ TEST(ordenes, differences_have_ranges_shapes_and_the_name_of_what_is_there) {
   std::ranges::fill(b.lejos.chip.flash(), std::uint8_t{0xFF});
   EXPECT_EQ(b.resultado("verificar @a.bin")["en_blanco"], true);
   EXPECT_EQ(b.resultado("identificar @a.bin")["texto"], "El chip está en blanco.");
+}
+
+TEST(ordenes, a_passing_fault_is_told_and_ends_no_run) {
+  const struct {
+    void (*poner)(puente::faltas&);
+    std::vector<const char*> quiero;
+  } casos[] = {
+      {[](auto& f) { f.calla_en = 3; }, {"sin_respuesta", "reabierta"}},
+      {[](auto& f) { f.error_en = 40; }, {"rechazo", "reabierta", "palabra_otra_vez"}},
+      {[](auto& f) { f.suma_mala_en = 41; }, {"reabierta"}},
+      {[](auto& f) { f.duplicada_en = 42; }, {"reabierta"}},
+      {[](auto& f) { f.reset_en = 43; }, {"reset", "reabierta"}},
+  };
+  for (const auto& c : casos) {
+    banco_grabado b;
+    c.poner(b.lejos.placa.fallos);
+    EXPECT_EQ(b.resultado("grabar @a.bin")["codigo"], 0);
+    std::vector<std::string> oidos;
+    for (const json& j : b.todos) {
+      if (j["tipo"] != "suceso") continue;
+      oidos.push_back(j["suceso"]);
+      EXPECT_TRUE(oidos.back() == "linea_abierta" || !j["texto"].get<std::string>().empty());
+    }
+    for (const char* uno : c.quiero) EXPECT_EQ(std::ranges::count(oidos, uno), 1) << uno;
+  }
+}
+
+TEST(ordenes, progress_never_goes_back_and_says_what_it_is_of) {
+  banco_grabado b(115200);
+  EXPECT_EQ(b.resultado("leer @x.bin")["codigo"], 0);
+  std::int64_t antes = 0, leidos = 0;
+  double segundos = 0;
+  for (const json& j : b.todos) {
+    if (j["tipo"] != "avance" || j["fase"] != "leer") continue;
+    EXPECT_EQ(j["total"], 0x40000);
+    EXPECT_GE(j["hechos"], antes);
+    EXPECT_GE(j["segundos"], segundos);
+    antes = j["hechos"];
+    segundos = j["segundos"];
+    ++leidos;
+  }
+  EXPECT_EQ(antes, 0x40000);
+  EXPECT_GT(leidos, 10);
+}
+
+TEST(ordenes, the_bar_keeps_within_a_narrow_terminal) {
+  for (const int ancho : {20, 40, 60, 200}) {
+    banco_grabado b(115200);
+    b.sale.terminal = true;
+    b.sale.ancho = ancho;
+    EXPECT_EQ(b.correr("leer @x.bin"), 0);
+    std::istringstream partes(b.sale.todo.substr(0, b.sale.todo.rfind('\r')));
+    std::size_t mas_largo = 0;
+    for (std::string p; std::getline(partes, p, '\r');) mas_largo = std::max(mas_largo, longitud(p));
+    EXPECT_LT(mas_largo, static_cast<std::size_t>(ancho));
+    EXPECT_GT(mas_largo, 15U);
+  }
 }
 
 TEST(ordenes, no_failed_reading_leaves_half_a_file_or_spoils_a_whole_one) {
