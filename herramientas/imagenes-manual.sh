@@ -19,5 +19,7 @@ herramientas/recorrido.sh "$programa" "$fotos"
 mkdir -p "$destino"
 for foto in docs/imagenes/*.png; do
   nombre=$(basename "$foto")
+  [ "$nombre" != terminal.png ] || continue
   convert "$fotos"/[0-9][0-9]-"$nombre" -strip +dither -colors 64 "PNG8:$destino/$nombre"
 done
+herramientas/imagen-terminal.sh "$destino/terminal.png"

@@ -115,8 +115,16 @@ class Cli(unittest.TestCase):
         busy = self.result("estado")
         self.assertEqual((busy["codigo"], busy["desenlace"]), (4, "puerto"))
         self.assertIn(f"ocupado por morvane-cli (pid {silent.pid})", busy["texto"])
-        self.assertIn("morvane-cli", self.start("puertos").communicate(timeout=PATIENCE)[0].decode())
+        first = self.result("puertos")["puertos"][0]
+        self.assertEqual((first["puerto"], first["placa_simulada"], first["se_puede_abrir"]), ("COM1", True, False))
+        self.assertEqual(first["quien"], f"morvane-cli (pid {silent.pid})")
         self.assertEqual(self.end_of(silent)["codigo"], 5)
+
+    def test_a_line_that_is_hung_up_in_mid_run(self):
+        self.board("--sin-ritmo", "--cuelga-en=400")
+        end = self.result("grabar", self.firmware)
+        self.assertEqual((end["codigo"], end["desenlace"], end["chip_cerrado"]), (6, "linea", False))
+        self.assertIn("El dispositivo ha desaparecido", end["texto"])
 
     def test_a_device_is_found_by_its_path_too_and_nothing_is_written_in_the_folder(self):
         self.board("--sin-ritmo")

@@ -60,6 +60,9 @@ class lector {
     } catch (const CLI::ParseError&) {
       throw error_de_uso{"no se entiende la llamada"};
     }
+    for (const auto& [nombre, v] : valores_) {
+      if (dada(nombre) && (v.empty() || v.starts_with("--"))) throw error_de_uso{"falta el valor de " + nombre};
+    }
   }
 
   /// The first option that there is not; empty if there is none such.
@@ -72,12 +75,7 @@ class lector {
   }
   bool dada(const std::string& nombre) const { return app_.count(nombre) > 0; }
   /// Its value; empty if it was not given.
-  std::string valor(const std::string& nombre) const {
-    if (!dada(nombre)) return {};
-    const std::string& v = valores_.at(nombre);
-    if (v.empty() || v.starts_with("--")) throw error_de_uso{"falta el valor de " + nombre};
-    return v;
-  }
+  std::string valor(const std::string& nombre) const { return valores_.at(nombre); }
 
   std::vector<std::string> palabras;
 

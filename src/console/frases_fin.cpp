@@ -105,7 +105,7 @@ std::string frase(const job::fin& f) {
       }
       return "La placa no responde: no llega nada.";
     case desenlace::linea:
-      return en_frase(frase_de_linea(f) + sitio(f));
+      return en_frase(frase_de_linea(f) + (f.direccion ? "; iba por " + direccion(*f.direccion) : ""));
     case desenlace::rechazada:
       if (f.por == motivo::chip_mudo) return "El chip no contesta a la placa: su estado se lee FF.";
       return en_frase("la placa rechaza " + comando(f) + sitio(f) + " con el código " + std::string(1, f.codigo) +

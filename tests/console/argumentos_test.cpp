@@ -30,6 +30,7 @@ TEST(argumentos, a_wrong_call_says_why_and_how_and_touches_nothing) {
       {"proteger", "proteger", "«proteger» pide --si: el chip ya no se podrá leer."},
       {"estado --velocidad", "estado", "Falta el valor de --velocidad."},
       {"estado --puerto --traza", "estado", "Falta el valor de --puerto."},
+      {"estado --ayuda --puerto --json", "estado", "Falta el valor de --puerto."},
       {"estado --puerto=", "estado", "Falta el valor de --puerto."},
       {"estado --puerto COM1 --puerto COM2", "estado", "--puerto se da una sola vez."},
       {"estado --puerto com12", "estado", "No hay puerto «com12»: van de COM0 a COM9."},
@@ -104,6 +105,37 @@ TEST(argumentos, help_is_there_for_all_and_for_each_order) {
   EXPECT_TRUE(b.sale.todo.starts_with("morvane-cli "));
   EXPECT_EQ(b.resultado("leer --ayuda")["desenlace"], "hecho");
   EXPECT_EQ(b.aperturas, 0);
+}
+
+TEST(argumentos, whatever_is_said_there_is_one_result_and_no_wrong_call_opens_a_port) {
+  const std::vector<std::string> palabras = {
+      "puertos", "estado",    "plan",         "borrar",  "grabar",   "verificar",     "leer",   "identificar",
+      "reset",   "convertir", "proteger",     "medir",   "@a.bin",   "@b.hex",        "@c.txt", "comprobar",
+      "--json",  "-q",        "--todo",       "--si",    "--puerto", "COM3",          "--en",   "--velocidad",
+      "9600",    "--desde",   "3F000",        "--hasta", "-1",       "--prueba",      "sumas",  "--",
+      "-",       "--traza=",  "--directorio", "[a,b]",   "--ayuda",  "--certificado", "ñ",      "--velocidad=9600",
+      "\xFF",    "--version"};
+  // What a trace or a certificate is named by chance is written here.
+  const apoyo::carpeta aqui;
+  const std::filesystem::path antes = std::filesystem::current_path();
+  std::filesystem::current_path(aqui.ruta());
+  std::minstd_rand azar(1);
+  int bien = 0, mal = 0;
+  for (int i = 0; i < 1500; ++i) {
+    banco_console b;
+    b.guardar("a.bin", {1, 2, 3, 4});
+    std::string llamada = palabras[azar() % 16];
+    for (auto n = azar() % 5; n > 0; --n) llamada += " " + palabras[azar() % palabras.size()];
+    // What ends the options would end those that the test adds.
+    if (llamada.find(" -- ") != std::string::npos || llamada.ends_with(" --")) continue;
+    SCOPED_TRACE(llamada);
+    const int codigo = b.resultado(llamada)["codigo"];
+    ++(codigo == 2 ? mal : bien);
+    EXPECT_TRUE(codigo != 2 || b.aperturas == 0) << llamada;
+    EXPECT_NE(codigo, 1) << llamada;
+  }
+  EXPECT_TRUE(bien > 100 && mal > 100) << bien << " " << mal;
+  std::filesystem::current_path(antes);
 }
 
 }  // namespace

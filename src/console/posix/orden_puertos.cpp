@@ -73,7 +73,7 @@ cierre hacer_puertos(const llamada& ll) {
     c.detalle.push_back(nombre + (a.nombre.empty() ? "" : "; " + a.nombre) + "; ningún COM lleva a él");
   }
   const std::size_t n = c.detalle.size();
-  c.texto = n == 0 ? "No hay ningún puerto." : n == 1 ? "Hay 1 puerto:" : "Hay " + std::to_string(n) + " puertos:";
+  c.texto = n == 0 ? "No hay ningún puerto." : n == 1 ? "Hay 1 puerto." : "Hay " + std::to_string(n) + " puertos.";
   return c;
 }
 
