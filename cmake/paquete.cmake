@@ -49,8 +49,8 @@ set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "programmer for the flash of a microcontro
 set(CPACK_PACKAGE_DESCRIPTION
     "Morvane erases, programs, verifies and reads back the 256 KiB flash of a
 microcontroller over a serial port and a bridge board. Its windows speak
-Spanish. morvane-cli does the same for scripts, with an exit code that is 0 only
-where it has proved what it says. A simulated board comes with it.")
+Spanish. morvane-cli does the same for scripts, with an exit code that is
+0 only where it has proved what it says. A simulated board comes with it.")
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION electronics)

@@ -34,13 +34,32 @@ void poner_prueba(json& j, const job::resultado& r) {
   if (!r.leido.empty()) j["sha256_leido"] = sha256(r.leido);
 }
 
+/// Nothing but an earlier certificate is ever replaced, not the firmware that was named twice.
+void exigir_certificado_o_nada(const std::filesystem::path& ruta) {
+  const auto hay = comprobar_certificado(ruta);
+  const auto* fallo = std::get_if<fallo_certificado>(&hay);
+  if (fallo == nullptr || fallo->cual == fallo_certificado::clase::cambiado) return;
+  if (fallo->cual == fallo_certificado::clase::firma_mala) return;
+  const bool no_esta = fallo->archivo.cual == causa_archivo::clase::no_existe;
+  if (fallo->cual == fallo_certificado::clase::leer && no_esta) return;
+  fracasar(job::desenlace::archivo,
+           "No se escribe el certificado: " + texto_de(ruta) + " existe y no es un certificado.");
+}
+
 }  // namespace
 
 acta::acta(const llamada& ll) : ll_(ll) {
   if (ll.a.certificado.empty()) return;
   exigir_sitio(ll.a.certificado);
+  exigir_certificado_o_nada(ll.a.certificado);
   clave_ = clave_propia(ll);
   principio_ = ll.fuera.hora();
+}
+
+void acta::empezar() const {
+  if (!clave_) return;
+  std::error_code error;
+  std::filesystem::remove(ll_.a.certificado, error);
 }
 
 void acta::escribir(const imagen_leida& i, const trabajo_hecho& t, cierre& fin) const {

@@ -50,8 +50,10 @@ cierre hacer_grabar(const llamada& ll) {
     if (importa_al_grabar(d)) ll.cara.duda(nombre_de(d), frase(d, previsto), json::object());
   }
   const acta certificado(ll);
-  const trabajo_hecho t = con_placa(
-      ll, [&](const job::puesto& p) { return job::grabar(p, i.que, {.prueba = ll.a.prueba, .todo = ll.a.todo}); });
+  const trabajo_hecho t = con_placa(ll, [&](const job::puesto& p) {
+    certificado.empezar();
+    return job::grabar(p, i.que, {.prueba = ll.a.prueba, .todo = ll.a.todo});
+  });
   cierre c = cierre_de(ll, t, t.r.fin.bien() ? texto_grabado(t.r, ll.a.prueba) : "");
   poner_imagen(c.datos, i);
   c.datos["palabras"] = t.r.palabras;
@@ -63,7 +65,10 @@ cierre hacer_grabar(const llamada& ll) {
 cierre hacer_verificar(const llamada& ll) {
   const imagen_leida i = leer_imagen(ll, ll.a.archivos.front());
   const acta certificado(ll);
-  const trabajo_hecho t = con_placa(ll, [&](const job::puesto& p) { return job::verificar(p, i.que, ll.a.prueba); });
+  const trabajo_hecho t = con_placa(ll, [&](const job::puesto& p) {
+    certificado.empezar();
+    return job::verificar(p, i.que, ll.a.prueba);
+  });
   const bool distinto = t.r.fin.que == job::desenlace::distinta;
   std::string texto;
   if (t.r.fin.bien()) {

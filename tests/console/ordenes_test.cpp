@@ -227,6 +227,13 @@ TEST(ordenes, a_certificate_tells_what_was_done_and_of_which_file) {
   const json r = b.resultado("comprobar @c.json @a.hex");
   EXPECT_EQ(r["desenlace"], "certificado");
   EXPECT_TRUE(r["texto"].get<std::string>().ends_with("que deja el chip igual.")) << r["texto"];
+  EXPECT_TRUE(b.resultado("comprobar @c.json")["clave_propia"]);
+  EXPECT_EQ(b.resultado("verificar @otro.bin --certificado @c.json")["codigo"], 9);
+  EXPECT_FALSE(std::filesystem::exists(b.dir.ruta() / "c.json")) << "what an earlier one says holds no longer";
+  const std::string firmware = b.dir.leer("a.bin");
+  EXPECT_EQ(b.resultado("grabar @a.bin --certificado @a.bin")["codigo"], 3);
+  EXPECT_EQ(b.dir.leer("a.bin"), firmware) << "only certificates are replaced";
+  EXPECT_EQ(b.resultado("grabar @a.bin --certificado @c.json")["codigo"], 0);
   b.dir.escribir("c.json", b.dir.leer("c.json") + " ");
   EXPECT_EQ(b.resultado("comprobar @c.json")["codigo"], 11);
   EXPECT_EQ(b.resultado("comprobar @no.json")["codigo"], 3);

@@ -1,11 +1,9 @@
 #include <fcntl.h>
-#include <pwd.h>
 #include <sodium.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <optional>
 
 #include "console/clave.h"
@@ -23,6 +21,7 @@ using semilla = std::array<std::uint8_t, 32>;
 
 constexpr std::string_view comienzo = "morvane, clave de firma 1\n";
 constexpr std::size_t cifras = 64;
+constexpr const char* nombre = "firma.clave";
 constexpr mode_t de_otros = S_IRWXG | S_IRWXO;
 
 std::string contenido_de(const semilla& s) {
@@ -88,7 +87,7 @@ int crear(const fs::path& ruta) {
 
 std::variant<clave, fallo_clave> clave_guardada(const fs::path& carpeta) {
   if (carpeta.empty() || sodium_init() < 0) return fallo_clave{};
-  const fs::path ruta = carpeta / "firma.clave";
+  const fs::path ruta = carpeta / nombre;
   struct stat que {};
   if (::lstat(ruta.c_str(), &que) != 0 && errno == ENOENT) {
     if (const int error = crear(ruta)) return fallo_clave{clase::escribir, ruta, causa_de_escritura(error)};
@@ -96,14 +95,11 @@ std::variant<clave, fallo_clave> clave_guardada(const fs::path& carpeta) {
   return leer(ruta);
 }
 
-fs::path carpeta_de_claves() {
-  const char* xdg = std::getenv("XDG_CONFIG_HOME");
-  if (xdg != nullptr && *xdg == '/') return fs::path(xdg) / "morvane";
-  const char* casa = std::getenv("HOME");
-  if (casa != nullptr && *casa == '/') return fs::path(casa) / ".config/morvane";
-  const passwd* yo = ::getpwuid(::geteuid());
-  return yo != nullptr && yo->pw_dir != nullptr && *yo->pw_dir == '/' ? fs::path(yo->pw_dir) / ".config/morvane"
-                                                                      : fs::path();
+std::optional<clave> clave_que_hay(const fs::path& carpeta) {
+  if (carpeta.empty()) return std::nullopt;
+  const auto hallada = leer(carpeta / nombre);
+  const auto* buena = std::get_if<clave>(&hallada);
+  return buena == nullptr ? std::nullopt : std::optional(*buena);
 }
 
 }  // namespace morvane::console

@@ -6,6 +6,7 @@
 #include <array>
 #include <ctime>
 
+#include "console/carpetas.h"
 #include "console/clave.h"
 #include "mundo_real.h"
 #include "platform/proceso.h"
@@ -42,7 +43,7 @@ class real final : public exterior {
   int senal() const override { return senales_.primera(); }
   std::string hora() const override { return hora_universal(); }
   std::filesystem::path carpeta_de_claves() const override { return console::carpeta_de_claves(); }
-  std::filesystem::path carpeta() const override { return carpeta_del_programa(); }
+  std::filesystem::path carpeta() const override { return carpeta_del_usuario(); }
 
   std::optional<causa_puerto> abrir(const destino_puerto& adonde, const parametros_linea& como) override {
     linea_ = std::make_unique<transporte_tty>(adonde.directorio);

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <variant>
 
@@ -56,9 +57,8 @@ struct fallo_clave {
 /// make it at once, both get the same. A file that is no whole key is never replaced.
 std::variant<clave, fallo_clave> clave_guardada(const std::filesystem::path& carpeta);
 
-/// The folder in which this user's programs keep what is theirs: `morvane` in $XDG_CONFIG_HOME or ~/.config; empty if
-/// there is no telling.
-std::filesystem::path carpeta_de_claves();
+/// The key that is there already, if it is whole and nobody else can read it. Makes none.
+std::optional<clave> clave_que_hay(const std::filesystem::path& carpeta);
 
 /// In Spanish, without capital and full stop, with the path of the file.
 std::string frase(const fallo_clave& fallo);
