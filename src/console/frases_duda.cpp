@@ -12,6 +12,8 @@ std::string_view nombre_de(duda d) {
       return "solo_ff";
     case duda::fuera_de_flash:
       return "fuera_de_flash";
+    case duda::sin_arranque:
+      return "sin_arranque";
     case duda::datos_en_configuracion:
       return "datos_en_configuracion";
     case duda::escribe_configuracion:
@@ -36,6 +38,9 @@ std::string frase(duda d, const job::plan& p) {
       return "Todos los datos del archivo son FF, como en un chip borrado.";
     case duda::fuera_de_flash:
       return "El archivo tiene datos detrás de 03FFFF, que ningún chip tiene.";
+    case duda::sin_arranque:
+      return "El archivo no da ni pila ni arranque, de " + rango(chip.arranque) +
+             ": el chip no ejecutará nada tras un RESET.";
     case duda::datos_en_configuracion:
       return "El archivo da datos para la configuración, de 000400 a 00041F.";
     case duda::escribe_configuracion:

@@ -38,7 +38,7 @@ std::string texto_distinto(const std::string& nombre, const job::resultado& r) {
 /// What a person should hear of a file that goes to a chip now. What the window would say of it belongs to the plan.
 bool importa_al_grabar(job::duda d) {
   return d == job::duda::solo_ff || d == job::duda::fuera_de_flash || d == job::duda::escribe_configuracion ||
-         d == job::duda::protegera;
+         d == job::duda::protegera || d == job::duda::sin_arranque;
 }
 
 }  // namespace

@@ -34,6 +34,7 @@ class planificador {
     repartir();
     contar_palabras();
     contar_caracteres();
+    mirar_arranque();
     mirar_configuracion();
     mirar_ventana();
     if (v_.dir_max >= chip.flash && marcado_entre({chip.flash, v_.dir_max + 1})) dudar(duda::fuera_de_flash);
@@ -74,6 +75,12 @@ class planificador {
     const std::int64_t listo = 2 * a + configurar().coste() + 3 * c;
     p_.caracteres_ventana = abrir_chip().coste() + listo + borrar_todo().coste() + c + (listo - a - c) +
                             (p_.palabras + p_.palabras_ff) * (a + g) + cerrar_chip().coste();
+  }
+
+  void mirar_arranque() {
+    const auto en_blanco = [&](std::int32_t dir) { return que_.palabra(dir) == palabra_en_blanco; };
+    const tramo t = chip.arranque;
+    if (p_.palabras > 0 && en_blanco(t.desde) && en_blanco(t.hasta - bytes_por_palabra)) dudar(duda::sin_arranque);
   }
 
   void mirar_configuracion() {

@@ -31,10 +31,13 @@ TEST(plan, an_image_is_told_and_doubted_before_anything_happens) {
   EXPECT_EQ(p.huecos, (std::vector<tramo>{{0x100, 0x102}, {0x105, 0x10C}, {0x111, 0x114}}));
   EXPECT_TRUE(duda_de(p, duda::ventana_dira_distinta));
   EXPECT_FALSE(duda_de(p, duda::escribe_configuracion));
+  EXPECT_TRUE(duda_de(p, duda::sin_arranque));
   EXPECT_EQ(p.sin_mirar, (tramo{0x8000, chip.flash}));
+  apoyo::poner(v, 4, {0});
   apoyo::poner(v, 0x414, {0xFF, 0xFF, 0x4A, 0xC8, 0});
   const plan q = planear(v);
   EXPECT_TRUE(duda_de(q, duda::protegera));
+  EXPECT_FALSE(duda_de(q, duda::sin_arranque));
   EXPECT_TRUE(duda_de(q, duda::datos_en_configuracion));
   EXPECT_TRUE(duda_de(q, duda::escribe_configuracion));
   apoyo::poner(v, 0x40001, {7});

@@ -13,6 +13,8 @@ struct descripcion_chip {
   std::int32_t flash;
   /// Size of the blocks that the bridge examines; a divisor of `flash`.
   std::int32_t bloque;
+  /// Where the processor finds stack and start after a RESET.
+  tramo arranque;
   /// The configuration field, which no firmware file may set.
   tramo configuracion;
   /// The word in it that protects the flash, and the digits that do.
@@ -24,6 +26,7 @@ struct descripcion_chip {
 
 constexpr descripcion_chip chip{.flash = 0x40000,
                                 .bloque = 0x8000,
+                                .arranque = {0, 8},
                                 .configuracion = {0x400, 0x420},
                                 .palabra_proteccion = {0x414, 0x418},
                                 .valor_proteccion = "FFFF4AC8",

@@ -17,6 +17,8 @@ enum class duda {
   solo_ff,
   /// Data beyond the flash, which no chip has.
   fuera_de_flash,
+  /// It has no stack and no start: with it alone the chip runs nothing after a RESET.
+  sin_arranque,
   /// The file set bytes of the configuration field.
   datos_en_configuracion,
   /// What goes to the configuration field differs from erased cells.
