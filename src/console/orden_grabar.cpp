@@ -57,7 +57,7 @@ cierre hacer_grabar(const llamada& ll) {
   cierre c = cierre_de(ll, t, t.r.fin.bien() ? texto_grabado(t.r, ll.a.prueba) : "");
   poner_imagen(c.datos, i);
   c.datos["palabras"] = t.r.palabras;
-  c.datos["dudas"] = dudas_en_json(previsto);
+  c.datos["dudas"] = dudas_en_json(i, previsto);
   certificado.escribir(i, t, c);
   return c;
 }

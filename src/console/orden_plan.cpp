@@ -61,8 +61,11 @@ void poner_plan(cierre& c, const job::plan& p) {
 
 }  // namespace
 
-json dudas_en_json(const job::plan& p) {
+json dudas_en_json(const imagen_leida& i, const job::plan& p) {
   json lista = json::array();
+  for (const aviso& a : i.archivo.avisos) {
+    lista.push_back({{"clase", nombre_de(a.cual)}, {"texto", con_punto(frase(a))}});
+  }
   for (const job::duda d : p.dudas) lista.push_back({{"clase", nombre_de(d)}, {"texto", frase(d, p)}});
   return lista;
 }
@@ -75,8 +78,12 @@ cierre hacer_plan(const llamada& ll) {
   poner_imagen(c.datos, i);
   poner_plan(c, p);
   poner_coste(c, p, velocidad);
-  c.datos["dudas"] = dudas_en_json(p);
-  for (const job::duda d : p.dudas) c.detalle.push_back("Duda: " + frase(d, p));
+  c.datos["dudas"] = dudas_en_json(i, p);
+  for (const job::duda d : p.dudas) {
+    // Of data for the configuration field that are not loaded the reader has told more.
+    const bool dicha = d == job::duda::datos_en_configuracion && i.archivo.de == formato::s19;
+    if (!dicha) ll.cara.duda(nombre_de(d), frase(d, p), json::object());
+  }
   c.texto = i.nombre() + ": " + entero(p.palabras) + " palabras por grabar, de " + rango(p.escrito);
   if (p.palabras_ff > 0) c.texto += "; otras " + entero(p.palabras_ff) + " son FFFFFFFF y no se graban";
   c.texto += ".";
