@@ -69,8 +69,8 @@ std::string en_frase(std::string texto) {
 }
 
 std::string con_punto(std::string texto) {
-  const bool termina = texto.ends_with('.') || texto.ends_with('?');
-  return termina ? texto : texto + ".";
+  if (!texto.ends_with('.') && !texto.ends_with('?')) texto += '.';
+  return texto;
 }
 
 std::string direccion(std::int32_t dir) {
