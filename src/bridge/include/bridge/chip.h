@@ -53,6 +53,8 @@ class chip {
   void abrir();
   void cerrar();
   bool abierto() const { return abierto_; }
+  /// An erase that goes by the clock was in progress when the time was last told.
+  bool sigue_borrando() const { return borra_desde_.has_value(); }
 
   /// Each of these does nothing but report why when the chip does not take it. The three that write use up the write
   /// enable.
@@ -81,7 +83,7 @@ class chip {
  private:
   bool palabra_de_proteccion() const;
   resultado impedimento() const;
-  bool borrando() const { return sondeos_ > 0 || borra_desde_; }
+  bool borrando() const { return sondeos_ > 0 || sigue_borrando(); }
   void avanzar_borrado();
   /// So much of `total` is done.
   void seguir_borrado(std::int64_t hecho, std::int64_t total);
