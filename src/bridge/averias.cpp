@@ -47,6 +47,18 @@ void rechaza(faltas& f, conducta& /*c*/, azar& a, std::uint64_t n) {
   f.error_en = n;
   f.codigo_error = static_cast<char>('1' + a.hasta(9));
 }
+void ruido_una_vez(faltas& f, conducta& /*c*/, azar& a, std::uint64_t n) {
+  f.ruido_en = n;
+  (a.una_de(2) ? f.ruido : f.ruido_detras) = 1 + static_cast<unsigned>(a.hasta(90));
+}
+void borrado_lento(faltas& /*f*/, conducta& c, azar& a, std::uint64_t /*n*/) {
+  c.borrado_dura = std::chrono::milliseconds{a.uno<unsigned>(retrasos)};
+}
+void otras_formas(faltas& f, conducta& /*c*/, azar& a, std::uint64_t /*n*/) {
+  f.bloques_enteros = a.una_de(2);
+  f.cortos_desde_cero = a.una_de(2);
+  f.lecturas_cortas = !(f.bloques_enteros || f.cortos_desde_cero) || a.una_de(2);
+}
 void muchos_reset(faltas& f, conducta& /*c*/, azar& a, std::uint64_t n) {
   f.reset_en = n;
   f.reset_repetido = static_cast<unsigned>(2 + a.hasta(40));
@@ -90,6 +102,7 @@ constexpr std::array todas{
            [](f& x, conducta&, azar& a, auto) { x.ruido = 1 + static_cast<unsigned>(a.hasta(90)); }},
     averia{"ruido detrás", ensucia,
            [](f& x, conducta&, azar& a, auto) { x.ruido_detras = 1 + static_cast<unsigned>(a.hasta(8)); }},
+    averia{"ruido una vez", ensucia, ruido_una_vez},
     averia{"balbuceo", ensucia, balbuceo},
     averia{"duplicada", desplaza, en_trama<&f::duplicada_en>},
     averia{"suelta", desplaza, en_trama<&f::suelta_en>},
@@ -106,6 +119,9 @@ constexpr std::array todas{
     averia{"bit pegado a 1", no_graba, en_celda<&conducta::celda_a_1>},
     averia{"borrado fallido", nada, borrado_fallido},
     averia{"chip inerte", nada, chip_inerte},
+    averia{"borrado lento", tarda, borrado_lento},
+    averia{"formas fijas", nada, [](f& x, conducta&, azar&, auto) { x.formas_fijas = true; }},
+    averia{"otras formas", nada, otras_formas},
 };
 
 }  // namespace

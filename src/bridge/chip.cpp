@@ -10,8 +10,19 @@ bool chip::palabra_de_proteccion() const {
   return std::equal(palabra.begin(), palabra.end(), flash_.begin() + dir_proteccion);
 }
 
+void chip::pasa(std::chrono::microseconds ahora) {
+  ahora_ = ahora;
+  if (!borra_desde_) return;
+  const auto hecho = std::clamp(ahora - *borra_desde_, std::chrono::microseconds{0}, dura_);
+  if (hecho == dura_) borra_desde_.reset();
+  seguir_borrado(hecho.count(), dura_.count());
+}
+
 void chip::abrir() {
+  const auto sigue = borra_desde_;
   reiniciar();
+  borra_desde_ = sigue;
+  protegido_ = protegido_ && (!sigue || borrado_fallido_);
   pegar_celdas();
   abierto_ = true;
 }
@@ -23,13 +34,14 @@ void chip::cerrar() {
 void chip::reiniciar() {
   abierto_ = permiso_ = configurado_ = error_ = false;
   sondeos_ = 0;
+  borra_desde_.reset();
   protegido_ = palabra_de_proteccion();
 }
 
 /// What stands against any command but a status reading.
 chip::resultado chip::impedimento() const {
   if (!abierto_) return resultado::inactivo;
-  return sondeos_ > 0 ? resultado::ocupado : resultado::hecho;
+  return borrando() ? resultado::ocupado : resultado::hecho;
 }
 
 chip::resultado chip::permitir_escritura() {
@@ -54,6 +66,11 @@ chip::resultado chip::borrar() {
   permiso_ = error_ = false;
   borrado_fallido_ = modo.falla_borrado;
   protegido_ = protegido_ && borrado_fallido_;
+  dura_ = modo.borrado_dura;
+  if (dura_.count() > 0) {
+    borra_desde_ = ahora_;
+    return resultado::hecho;
+  }
   sondeos_ = sondeos_totales_ = std::max(modo.sondeos_de_borrado, 0);
   if (sondeos_ == 0) avanzar_borrado();
   return resultado::hecho;
@@ -61,10 +78,13 @@ chip::resultado chip::borrar() {
 
 void chip::avanzar_borrado() {
   if (sondeos_ > 0) --sondeos_;
-  if (sondeos_ == 0) error_ = borrado_fallido_;
+  seguir_borrado(sondeos_totales_ - sondeos_, sondeos_totales_);
+}
+
+void chip::seguir_borrado(std::int64_t hecho, std::int64_t total) {
+  if (hecho == total) error_ = borrado_fallido_;
   if (borrado_fallido_) return;
-  const std::int64_t hechos = sondeos_totales_ - sondeos_;
-  const std::int64_t fin = sondeos_ == 0 ? tamano : tamano * hechos / sondeos_totales_;
+  const std::int64_t fin = hecho == total ? tamano : tamano * hecho / total;
   std::fill(flash_.begin(), flash_.begin() + fin, 0xFF);
   pegar_celdas();
   ++cambios_;
@@ -100,8 +120,8 @@ chip::resultado chip::leer(std::uint32_t dir, std::span<std::uint8_t> destino) c
 }
 
 std::uint8_t chip::estado() {
-  const bool ocupado = sondeos_ > 0;
-  if (ocupado) avanzar_borrado();
+  const bool ocupado = borrando();
+  if (sondeos_ > 0) avanzar_borrado();
   if (modo.mudo) return 0xFF;
   // The reading that ends an erase still shows it running, so its verdict comes with the next one.
   return static_cast<std::uint8_t>((ocupado ? 0x01 : 0) | (permiso_ ? 0x02 : 0) | (configurado_ ? 0x20 : 0) |

@@ -99,6 +99,13 @@ constexpr std::array tabla{
     opcion{"--protegida", "", "el chip empieza con la flash protegida", marca<&opciones::protegida>},
     opcion{"--sondeos-borrado", "N", "lecturas de estado que dura un borrado (3)",
            cantidad<&conducta::sondeos_de_borrado, 1'000'000>},
+    opcion{"--borrado-ms", "N", "milisegundos que dura, en su lugar; D y A no lo cortan (0)",
+           [](opciones& o, std::string_view t) {
+             std::uint32_t ms = 0;
+             if (!numero(ms, t, 0, un_dia_ms)) return false;
+             o.modo.borrado_dura = std::chrono::milliseconds{ms};
+             return true;
+           }},
     opcion{"--falla-borrado", "", "el borrado termina con error", marca<&conducta::falla_borrado>},
     opcion{"--falla-config", "", "el registro de configuración no se escribe", marca<&conducta::falla_config>},
     opcion{"--falla-permiso", "", "la escritura no se habilita", marca<&conducta::falla_permiso>},
@@ -133,6 +140,8 @@ constexpr std::array tabla{
            marca<&faltas::formas_fijas>},
     opcion{"--bloques-enteros", "", "examina siempre el bloque entero en que cae la dirección",
            marca<&faltas::bloques_enteros>},
+    opcion{"--cortos-desde-cero", "", "examina siempre desde 0 hasta 4096 bytes", marca<&faltas::cortos_desde_cero>},
+    opcion{"--lecturas-cortas", "", "lee 32 bytes cuando se le piden más", marca<&faltas::lecturas_cortas>},
     opcion{"--balbuceo-desde", "T", "desde la trama T envía caracteres sin fin", trama<&faltas::balbuceo_desde>},
     opcion{"--balbuceo-etx", "", "con ETX entre ellos", marca<&faltas::balbuceo_etx>},
     opcion{"--goteo-ms", "N", "pausa entre los caracteres de una respuesta (0)",

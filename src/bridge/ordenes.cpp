@@ -11,6 +11,8 @@ namespace {
 
 /// "e" answers with at most this many bytes, so that code and data stay within 255 characters.
 constexpr std::uint32_t maximo_lectura = 127;
+/// What a board gives that has no room for so many.
+constexpr std::uint32_t lectura_corta = 32;
 
 /// A check of a range answers in one of three forms, after the number of bytes it covers.
 constexpr std::uint32_t rango_corto = 0x1000;
@@ -119,7 +121,7 @@ std::string placa::leer(std::string_view campos) const {
   const std::uint32_t cuantos = valor_hex(campos.substr(6));
   const bool la_toma = cuantos <= maximo_lectura && (!fallos.formas_fijas || lectura_usual(cuantos));
   if (cuantos == 0 || !la_toma) return codigo(chip::resultado::fuera);
-  std::vector<std::uint8_t> datos(cuantos);
+  std::vector<std::uint8_t> datos(fallos.lecturas_cortas ? std::min(cuantos, lectura_corta) : cuantos);
   const chip::resultado r = chip_.leer(valor_hex(campos.substr(0, 6)), datos);
   return codigo(r) + (r == chip::resultado::hecho ? pares(datos) : "");
 }
@@ -131,6 +133,7 @@ std::string placa::examinar(std::string_view campos) const {
   const std::uint32_t cuantos = valor_hex(campos.substr(6)) + 1;
   if (fallos.formas_fijas && !examen_usual(desde, cuantos)) return codigo(chip::resultado::fuera);
   if (fallos.bloques_enteros && cuantos == bloque) desde -= desde % bloque;
+  if (fallos.cortos_desde_cero && cuantos <= rango_corto) desde = 0;
   std::array<std::uint8_t, 16> principio;
   const chip::resultado r = chip_.leer(desde, principio);
   if (r != chip::resultado::hecho) return codigo(r);

@@ -144,6 +144,7 @@ void placa::atender(instante cuando) {
   const std::uint64_t n = ++tramas_;
   const auto desde = [n](std::uint64_t primera) { return primera != 0 && n >= primera; };
   if (traza) traza('>', stx + trama_ + etx, cuando);
+  chip_.pasa(cuando);
   if (n == fallos.cuelga_en) return colgar();
   if (n == fallos.suelta_en) soltar(en_trama("0"), cuando);
   if (n == fallos.rearranca_en || n == fallos.reset_suelto_en) chip_.reiniciar();

@@ -91,7 +91,8 @@ std::optional<std::size_t> conversacion::leer_trozo(std::int32_t dir, std::span<
       if (no_la_toma) lectura_larga_ = false;
       break;
     }
-    if (no_la_toma && veces == 2 && std::exchange(lectura_larga_, false)) {
+    // In all, not in a row: the next one is shorter, and may be taken just for that.
+    if (no_la_toma && ++lecturas_rehusadas_ >= 2 && std::exchange(lectura_larga_, false)) {
       contar(suceso::forma_abandonada, "e");
       veces = 0;
     }

@@ -84,6 +84,24 @@ TEST(placa, the_chip_keeps_its_order_of_steps_its_cells_and_its_sums) {
   }
 }
 
+// An erase by the clock, of a second: commands with their milliseconds.
+TEST(placa, an_erase_by_the_clock_goes_on_while_the_chip_is_closed_and_a_reset_cuts_it_off) {
+  banco b;
+  b.c.modo.borrado_dura = std::chrono::seconds{1};
+  std::ranges::fill(b.c.flash(), std::uint8_t{0});
+  std::ranges::copy(chip::palabra, b.c.flash().begin() + chip::dir_proteccion);
+  const std::string guion =
+      "0:A 0:c=080 0:a 0:d2E 0:a 0:i 0:c=021 1:D 1:A 500:c=001 500:a=6 500:e00000001=6 999:c=001 1000:c=000 "
+      "1000:e03FFFE02=0FFFF 2000:a 2000:d2E 2000:a 2000:g03FFFC00000000 2000:a 2000:i 2250:j 2250:A 2250:c=000 "
+      "5000:e03FFFE02=00000 5000:e01000001=0FF";
+  for (const std::string& paso : partes(guion)) {
+    const std::size_t dos = paso.find(':'), igual = paso.find('=');
+    const instante cuando = std::chrono::milliseconds{std::stoi(paso)};
+    b.p.entra(en_trama(paso.substr(dos + 1, igual == paso.npos ? igual : igual - dos - 1)), cuando);
+    EXPECT_EQ(b.p.sale(cuando), en_trama(igual == paso.npos ? "0" : paso.substr(igual + 1))) << paso;
+  }
+}
+
 // Replies to a word to program, the fifth frame, and to its first byte read back.
 TEST(faltas, each_one_strikes_in_its_frame) {
   const std::pair<faltas, std::array<std::string, 2>> casos[] = {
@@ -139,7 +157,8 @@ TEST(faltas, a_cell_with_a_stuck_bit_holds_no_other_and_repairing_brings_back_a_
 
 TEST(faltas, what_is_open_in_the_protocol_comes_in_more_than_one_way_and_noise_in_one_reply_alone) {
   const std::string ff(32, 'F');
-  banco fija({.formas_fijas = true}), entera({.bloques_enteros = true}), ruidosa({.ruido = 3, .ruido_en = 2});
+  banco fija({.formas_fijas = true}), entera({.bloques_enteros = true}), ruidosa({.ruido = 3, .ruido_en = 2}),
+      corta({.cortos_desde_cero = true, .lecturas_cortas = true});
   for (const std::string& paso : partes("A C000000000000=0FF000000FF C000000000400=0FF00003FCFF e0000017F=9 "
                                         "C000001000400=9 C000001007FFF=9 e00000110=9 e00000116=0")) {
     const std::size_t igual = paso.find('=');
@@ -149,6 +168,12 @@ TEST(faltas, what_is_open_in_the_protocol_comes_in_more_than_one_way_and_noise_i
   entera.c.flash()[1] = 0;
   entera.manda("A");
   EXPECT_EQ(entera.manda("C000002007FFF"), en_trama("0FF00" + ff.substr(4) + "00007F7F01"));
+  corta.c.flash()[0] = 0;
+  corta.manda("A");
+  EXPECT_EQ(corta.manda("C000100000400"), en_trama("00000003FC00"));
+  EXPECT_EQ(corta.manda("C000100007FFF"), en_trama("0" + ff + "FF007F8000"));
+  EXPECT_EQ(corta.manda("e00000021"), corta.manda("e00000020"));
+  EXPECT_EQ(corta.manda("e00000002"), en_trama("000FF"));
   EXPECT_EQ(ruidosa.manda("A").size(), 5U);
   EXPECT_EQ(ruidosa.manda("A").size(), 8U);
   EXPECT_EQ(ruidosa.manda("A").size(), 5U);
@@ -221,7 +246,8 @@ TEST(opciones, none_lands_in_the_place_of_another_and_what_is_wrong_is_named) {
   const auto [o, error] =
       lee("--enlace p/COM1 --baudios=9600 --flash f --traza=t=1 --falla-config --sondeos-borrado 17 --muda-desde 1 "
           "--calla-en 2 --cortada-en 3 --cortada-tras 4 --retrasada-en 5 --retraso-ms 6 --suma-mala-en 7 "
-          "--suma-minuscula-en 8 --error-en 9 --codigo-error X --reset-en 10 --reset-repetido 11 --ruido 12 "
+          "--suma-minuscula-en 8 --error-en 9 --codigo-error X --borrado-ms 29 --reset-en 10 --reset-repetido 11 "
+          "--ruido 12 "
           "--balbuceo-desde 13 "
           "--reset-suelto-en 17 --reset-suelto-ms 18 --duplicada-en 19 --suelta-en 20 --ruido-detras 21 --altera 22 "
           "--pierde 23 --altera-ida 24 --pierde-ida 25 --rearranca-en 26 --bit-a-0 27 --bit-a-1 28 --goteo-ms 14 "
@@ -261,6 +287,7 @@ TEST(opciones, none_lands_in_the_place_of_another_and_what_is_wrong_is_named) {
   EXPECT_EQ(f.semilla, UINT64_MAX);
   EXPECT_EQ(o.baudios, 9600);
   EXPECT_EQ(o.modo.sondeos_de_borrado, 17);
+  EXPECT_EQ(o.modo.borrado_dura, std::chrono::milliseconds{29});
   EXPECT_TRUE(o.modo.falla_config);
   EXPECT_FALSE((o.modo.falla_borrado || o.modo.falla_permiso || o.modo.mudo || o.protegida));
   EXPECT_EQ(lee("--baudios 9600 --sin-ritmo").valores.baudios, 0);

@@ -101,6 +101,8 @@ circunstancias mundo::sortear() {
   plat_.pasar(std::chrono::milliseconds(50 + azar_.hasta(3'000)));
   // The board takes what has come to it before it goes wrong in another way.
   lejos_.entregar(0, plat_.ahora());
+  // That may have opened a chip whose cell is stuck from then on.
+  if (lejos_.chip.modo.celda_a_0 || lejos_.chip.modo.celda_a_1) p_->juez.chip_cambiado();
   if (azar_.una_de(3)) {
     // What the operation before has left under way may still come.
     const bool pendiente = lejos_.proximo().has_value();
@@ -111,6 +113,9 @@ circunstancias mundo::sortear() {
   } else {
     lejos_.placa.reparar();
   }
+  // An erase by the clock outlives the program that began it.
+  lejos_.chip.pasa(plat_.ahora());
+  c.limpia = c.limpia && !lejos_.chip.sigue_borrando();
   puente::faltas fallos;
   puente::conducta modo{.sondeos_de_borrado = static_cast<int>(azar_.hasta(6))};
   if (azar_.una_de(30)) {

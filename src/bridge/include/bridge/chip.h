@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <chrono>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -12,6 +13,8 @@ namespace puente {
 struct conducta {
   /// How many status readings an erase keeps the chip busy.
   int sondeos_de_borrado = 3;
+  /// If this is not 0, how long it does so instead, by the clock. Closing and opening do not cut such an erase off.
+  std::chrono::microseconds borrado_dura{0};
   /// The erase ends with its error bit set and leaves the flash as it was.
   bool falla_borrado = false;
   /// The configuration register does not take its value.
@@ -43,18 +46,24 @@ class chip {
 
   chip();
 
-  /// Opens and closes the EzPort. Opening starts the chip anew, as `reiniciar` does; a protection word takes effect
-  /// then.
+  /// It is `ahora` on a clock that never goes back, by which an erase gets on that goes by the clock. To be told before
+  /// each command.
+  void pasa(std::chrono::microseconds ahora);
+
+  /// Opens and closes the EzPort. Opening starts the chip anew, as `reiniciar` does, but for an erase that goes by the
+  /// clock; a protection word takes effect then.
   void abrir();
   void cerrar();
   bool abierto() const { return abierto_; }
+  /// An erase that goes by the clock was in progress when the time was last told.
+  bool sigue_borrando() const { return borra_desde_.has_value(); }
 
   /// Each of these does nothing but report why when the chip does not take it. The three that write use up the write
   /// enable.
   resultado permitir_escritura();
   resultado escribir_config(std::uint8_t valor);
-  /// Starts the erase of the whole flash, which goes on from low to high addresses with each status reading. Protection
-  /// ends at once, unless the erase is one that fails.
+  /// Starts the erase of the whole flash, which goes on from low to high addresses with each status reading, or by the
+  /// clock. Protection ends at once, unless the erase is one that fails.
   resultado borrar();
   /// Four bytes from `dir`, which must be a multiple of 4. Bits only go from 1 to 0.
   resultado grabar(std::uint32_t dir, std::span<const std::uint8_t, 4> datos);
@@ -76,7 +85,10 @@ class chip {
  private:
   bool palabra_de_proteccion() const;
   resultado impedimento() const;
+  bool borrando() const { return sondeos_ > 0 || sigue_borrando(); }
   void avanzar_borrado();
+  /// So much of `total` is done.
+  void seguir_borrado(std::int64_t hecho, std::int64_t total);
   /// To be called after each change of the flash.
   void pegar_celdas();
 
@@ -84,6 +96,9 @@ class chip {
   std::uint64_t cambios_ = 0;
   /// Status readings that the erase in progress takes in all, and how many are still to come.
   int sondeos_totales_ = 0, sondeos_ = 0;
+  /// When the erase began that goes by the clock, if one is in progress, and how long it takes.
+  std::optional<std::chrono::microseconds> borra_desde_;
+  std::chrono::microseconds dura_{0}, ahora_{0};
   bool borrado_fallido_ = false;
   bool abierto_ = false, permiso_ = false, configurado_ = false, error_ = false, protegido_ = false;
 };

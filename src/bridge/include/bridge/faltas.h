@@ -58,8 +58,9 @@ struct faltas {
   /// Shapes that no flow of the program's windows uses are refused as out of range: "e" with another count than 20 and
   /// 16, "C" over another range than a whole block, the first byte or the first 1,025.
   bool formas_fijas = false;
-  /// "C" over as much as a block goes over the whole block that its address lies in.
-  bool bloques_enteros = false;
+  /// "C" over as much as a block goes over the whole block that its address lies in; "C" over a short range begins at 0
+  /// whatever its address; "e" gives 32 bytes where it is asked for more.
+  bool bloques_enteros = false, cortos_desde_cero = false, lecturas_cortas = false;
   /// This character towards the program, or towards the board, arrives changed, or not at all.
   std::uint64_t altera = 0, pierde = 0, altera_ida = 0, pierde_ida = 0;
   /// The board loses its power for a moment just before it takes this frame.

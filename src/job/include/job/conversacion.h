@@ -112,6 +112,8 @@ class conversacion {
   /// What the chip is known to have of what a flash command needs.
   bool permiso_ = false, configurado_ = false;
   bool forma_libre_ = true, lectura_larga_ = true;
+  /// How often a reading was not taken whose length is not fixed.
+  int lecturas_rehusadas_ = 0;
   /// A word in hand is looked at to the end, stop or no stop.
   bool termina_palabra_ = false;
   std::int32_t ultima_lectura_ = 0;
