@@ -2,10 +2,9 @@
 import contextlib
 import json
 import os
-import pathlib
 import subprocess
 
-from aparatos import BIN, Row, at_most, board, median, output_of, program_directory
+from aparatos import BIN, at_most, board, median, output_of, program_directory
 from hilo import STARVED, judged
 
 FLASH = 0x40000
