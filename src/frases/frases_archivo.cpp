@@ -79,9 +79,15 @@ std::string frase_de_escritura(const causa_archivo& causa) {
       return "el disco es de solo lectura";
     case clase::sistema:
       return "no se puede escribir: error " + std::to_string(causa.error) + " del sistema";
-    default:
-      return frase(causa);
+    case clase::ninguna:
+    case clase::no_es_normal:
+    case clase::nombre_largo:
+    case clase::enlaces_en_circulo:
+    case clase::ha_cambiado:
+    case clase::demasiado_grande:
+      break;
   }
+  return frase(causa);
 }
 
 std::string frase(const fallo_carga& fallo) {

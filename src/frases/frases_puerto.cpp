@@ -23,60 +23,59 @@ std::string parametros_rechazados(const parametros_linea& linea) {
          std::to_string(linea.medios_bits_parada / 2) + (linea.medios_bits_parada % 2 != 0 ? ",5" : "") + " de parada";
 }
 
-/// Where there is no device, or its link cannot be changed.
-std::string frase_de_enlace(const causa_puerto& c) {
+/// What is said of a cause, and whether the device stands in front of it.
+struct dicho {
+  std::string texto;
+  bool de_un_dispositivo = true;
+};
+
+dicho decir(const causa_puerto& c) {
   const std::string ruta = texto_de(c.ruta), enlace = texto_de(c.enlace);
   switch (c.cual) {
     case clase::carpeta_movida:
-      return "la carpeta del programa ya no está en " + ruta + "; cierre el programa y vuelva a arrancarlo";
+      return {"la carpeta del programa ya no está en " + ruta + "; cierre el programa y vuelva a arrancarlo", false};
     case clase::sin_enlace:
-      return "no existe el enlace " + enlace;
+      return {"no existe el enlace " + enlace, false};
     case clase::sin_nada:
-      return enlace.empty() ? "no existe " + ruta : "no existen ni " + ruta + " ni el enlace " + enlace;
+      return {enlace.empty() ? "no existe " + ruta : "no existen ni " + ruta + " ni el enlace " + enlace, false};
     case clase::enlace_roto:
-      return "el enlace " + enlace + " lleva a " + ruta + ", que no existe";
+      return {"el enlace " + enlace + " lleva a " + ruta + ", que no existe", false};
     case clase::enlace_pasado:
-      return "el enlace " + enlace + " es de una placa que ya no está: " + ruta + " se ha abierto después y es de " +
-             alguien(c.quien) + "; arranque la placa otra vez, o cambie o quite el enlace";
+      return {"el enlace " + enlace + " es de una placa que ya no está: " + ruta + " se ha abierto después y es de " +
+                  alguien(c.quien) + "; arranque la placa otra vez, o cambie o quite el enlace",
+              false};
     case clase::camino_cerrado:
-      return "sin permiso para llegar a lo que hay tras " + ruta;
+      return {"sin permiso para llegar a lo que hay tras " + ruta, false};
+    case clase::no_existe:
+      return {"no existe en este equipo", false};
     case clase::no_es_dispositivo:
-      return ruta + " no es un dispositivo serie";
+      return {ruta + " no es un dispositivo serie", false};
     case clase::enlace_fijo:
-      return "no se puede cambiar el enlace " + enlace + ": " + mensaje_de(c.error);
+      return {"no se puede cambiar el enlace " + enlace + ": " + mensaje_de(c.error), false};
     case clase::no_es_enlace:
-      return enlace + " existe y no es un enlace";
+      return {enlace + " existe y no es un enlace", false};
     case clase::numero_fijo:
-      return "el número de un puerto se cambia en el Administrador de dispositivos de Windows";
-    default:
-      return "no existe en este equipo";
-  }
-}
-
-/// Where there is a device, which stands in front; empty for the other classes.
-std::string frase_de_apertura(const causa_puerto& c) {
-  switch (c.cual) {
+      return {"el número de un puerto se cambia en el Administrador de dispositivos de Windows", false};
     case clase::no_es_serie:
-      return "no es un dispositivo serie";
+      return {"no es un dispositivo serie"};
     case clase::sin_aparato:
-      return "no hay ningún aparato detrás de este dispositivo";
+      return {"no hay ningún aparato detrás de este dispositivo"};
     case clase::ocupado:
-      return "ocupado por " + alguien(c.quien);
+      return {"ocupado por " + alguien(c.quien)};
     case clase::falta_grupo:
-      return "sin permiso: ejecute «sudo usermod -aG " + c.quien + " $USER» y vuelva a iniciar la sesión";
+      return {"sin permiso: ejecute «sudo usermod -aG " + c.quien + " $USER» y vuelva a iniciar la sesión"};
     case clase::solo_de_usuario:
-      return "sin permiso: es solo del usuario " + c.quien;
+      return {"sin permiso: es solo del usuario " + c.quien};
     case clase::sin_permiso:
-      return "sin permiso";
+      return {"sin permiso"};
     case clase::parametros:
-      return parametros_rechazados(c.linea);
+      return {parametros_rechazados(c.linea)};
     case clase::sistema:
-      return mensaje_de(c.error);
+      return {mensaje_de(c.error)};
     case clase::windows:
-      return "no se puede abrir: error " + std::to_string(c.error) + " de Windows";
-    default:
-      return {};
+      return {"no se puede abrir: error " + std::to_string(c.error) + " de Windows"};
   }
+  return {};
 }
 
 /// Names of files and programs may hold anything, and this is one line.
@@ -88,9 +87,8 @@ std::string en_un_renglon(std::string texto) {
 }  // namespace
 
 std::string frase_sin_puerto(const causa_puerto& causa) {
-  const std::string apertura = frase_de_apertura(causa);
-  if (apertura.empty()) return en_un_renglon(frase_de_enlace(causa));
-  return en_un_renglon((causa.ruta.empty() ? "" : texto_de(causa.ruta) + ": ") + apertura);
+  const auto [texto, de_un_dispositivo] = decir(causa);
+  return en_un_renglon((de_un_dispositivo && !causa.ruta.empty() ? texto_de(causa.ruta) + ": " : "") + texto);
 }
 
 std::string frase(const causa_puerto& causa) {
@@ -103,7 +101,7 @@ std::string frase(const descripcion_puerto& puerto) {
   std::string texto = "COM" + std::to_string(puerto.numero) + ": " + en_un_renglon(texto_de(puerto.dispositivo));
   if (puerto.placa_simulada) texto += "\nPlaca simulada";
   if (!puerto.placa_simulada && !puerto.nombre.empty()) texto += "\n" + en_un_renglon(puerto.nombre);
-  if (puerto.cerrado) return texto + "\nNo se puede abrir: " + en_un_renglon(frase_de_apertura(*puerto.cerrado));
+  if (puerto.cerrado) return texto + "\nNo se puede abrir: " + en_un_renglon(decir(*puerto.cerrado).texto);
   if (puerto.quien) texto += puerto.quien->empty() ? "\nLibre" : "\nLo tiene abierto " + en_un_renglon(*puerto.quien);
   return texto;
 }

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 
+#include "image/chip.h"
 #include "image/tramo.h"
 
 namespace morvane::job {
@@ -36,7 +37,7 @@ mandato leer(std::int32_t dir, std::int32_t cuantos);
 
 /// How much a "C" looks at. Its reply has one of two shapes.
 constexpr std::int32_t ventana_corta = 0x401;
-constexpr std::int32_t ventana_larga = 0x8000;
+constexpr std::int32_t ventana_larga = chip.bloque;
 /// `cuantos` is one of these two.
 mandato examinar(std::int32_t dir, std::int32_t cuantos);
 

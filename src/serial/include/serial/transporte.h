@@ -10,7 +10,8 @@
 
 namespace morvane {
 
-/// The road to the far end of a serial line. One line is open at a time. No call waits, but for `cerrar`.
+/// The road to the far end of a serial line. One line is open at a time. No call waits, but for `cerrar`,
+/// and `abrir` as long as the host takes over it.
 class transporte {
  public:
   virtual ~transporte() = default;
