@@ -33,14 +33,19 @@ class Board(unittest.TestCase):
         self.assertIn(text, board.communicate(timeout=PATIENCE)[1])
         self.assertEqual(board.returncode, code)
 
+    @staticmethod
+    def hear(line, count):
+        """What comes within its time, up to `count` characters, which may come one by one."""
+        said = b""
+        while len(said) < count and select.select([line], [], [], PATIENCE)[0]:
+            said += line.read(count - len(said))
+        return said
+
     def play(self, *commands, reply=b"\x02030\x03"):
         with open(self.link, "r+b", 0) as line:
             for command in commands:
                 line.write(b"\x02%s%02X\x03" % (command, sum(command) % 256))
-                said = b""
-                while len(said) < len(reply) and select.select([line], [], [], PATIENCE)[0]:
-                    said += line.read(len(reply))
-                self.assertEqual(said, reply)
+                self.assertEqual(self.hear(line, len(reply)), reply)
 
     def end_at_a_command(self, board, how):
         with open(self.link, "r+b", 0) as line:
@@ -78,14 +83,14 @@ class Board(unittest.TestCase):
         self.play(b"A")
         with open(self.link, "r+b", 0) as line:
             line.write(b"\x02c63\x03")
-            changed = line.read(7)
+            changed = self.hear(line, 7)
             line.write(b"\x02a61\x03\x02D44\x03")
             self.assertEqual(board.wait(PATIENCE), 0)
         board = self.start("--reproducir", "t.txt")
         self.play(b"A")
         with open(self.link, "r+b", 0) as line:
             line.write(b"\x02c63\x03")
-            self.assertEqual(line.read(7), changed)
+            self.assertEqual(self.hear(line, 7), changed)
             line.write(b"\x02a61\x03\x02D44\x03")
             self.assertEqual(board.wait(PATIENCE), 0)
         self.assertIn("se ha reproducido entera", board.stdout.read())
