@@ -36,7 +36,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* datos, std::size_t lar
   apoyo::mesa m;
   MSComm serial(m.plat, m.linea);
   enlace e(m.plat, m.ficheros, serial);
-  e.valores = {"57600", "n", "8", "1", "COM1", ""};
+  e.valores = {{"57600", "n", "8", "1", "COM1"}, ""};
   corchete c(e);
   apoyo::exigir(c.abierto(), "the port opens");
   // The first three bytes choose mode, wait, pace and answers; the rest comes off the line.
