@@ -1,6 +1,7 @@
 #include "job/intercambio.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "serial/tramas.h"
 
@@ -44,6 +45,12 @@ std::size_t intercambio::tomar() {
   return n;
 }
 
+bool intercambio::perdida() {
+  if (!p_.linea.perdido()) return false;
+  if (p_.testigo != nullptr && !std::exchange(contada_, true)) p_.testigo->traza('!', "cuelga", ahora());
+  return true;
+}
+
 void intercambio::anotar_entrada() {
   if (p_.testigo == nullptr) return;
   for (std::size_t i = 0; i < entrada_.size();) {
@@ -59,7 +66,7 @@ contestacion intercambio::pedir(const mandato& m) {
     anotar_entrada();
     return {clase::ruido};
   }
-  if (p_.linea.perdido()) return {clase::perdida};
+  if (perdida()) return {clase::perdida};
   const std::string trama = en_trama(m.texto);
   p_.linea.escribir(trama);
   gastos.enviados += static_cast<std::int64_t>(trama.size());
@@ -83,7 +90,7 @@ contestacion intercambio::esperar(const mandato& m, tiempo limite) {
       if (entrada_.size() > demasiado) return {clase::ruido};
       continue;
     }
-    if (p_.linea.perdido()) return {clase::perdida};
+    if (perdida()) return {clase::perdida};
     if (p_.mundo.parada() >= 2) return {clase::detenida};
     const tiempo ya = ahora();
     const tiempo hasta = entrada_.empty() ? limite : std::min(limite, ultimo_ + hueco);
@@ -116,7 +123,7 @@ bool intercambio::aquietar() {
   const tiempo reposo = p_.espera.reposo + en_la_linea(caracteres_de_reposo);
   const tiempo limite = ahora() + p_.espera.inquieta + reposo;
   for (tiempo callada = ahora();;) {
-    if (p_.linea.perdido() || p_.mundo.parada() >= 2) return false;
+    if (perdida() || p_.mundo.parada() >= 2) return false;
     entrada_.clear();
     const bool vino = tomar() > 0;
     anotar_entrada();

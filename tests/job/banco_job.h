@@ -43,11 +43,11 @@ class mundo_de_guion final : public morvane::job::entorno {
 struct cuenta_sucesos final : morvane::job::observador {
   void ocurre(morvane::job::suceso que, std::string_view, std::int32_t, char) override { ++de[static_cast<int>(que)]; }
   void traza(char direccion, std::string_view crudo, morvane::job::tiempo) override {
-    (direccion == '>' ? enviado : recibido) += crudo;
+    (direccion == '>' ? enviado : direccion == '<' ? recibido : sucedido) += crudo;
   }
   int cuantos(morvane::job::suceso que) const { return de[static_cast<int>(que)]; }
   int de[16]{};
-  std::string enviado, recibido;
+  std::string enviado, recibido, sucedido;
 };
 
 /// A board in memory with an open line to it.

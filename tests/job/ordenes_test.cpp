@@ -137,6 +137,7 @@ TEST(job, a_fault_that_lasts_ends_with_its_reason) {
     const auto r = grabar(b.p, que);
     EXPECT_TRUE(r.fin.que == c.que && r.fin.por == c.por)
         << static_cast<int>(c.por) << " " << static_cast<int>(r.fin.que) << " " << static_cast<int>(r.fin.por);
+    EXPECT_EQ(b.oye.sucedido, c.f.cuelga_en != 0 ? "cuelga" : "");
   }
 }
 TEST(job, a_stop_leaves_whole_words_and_a_closed_chip_and_the_next_run_mends_it) {

@@ -59,7 +59,7 @@ class observador {
   /// `direccion` is -1 where there is none, `codigo` 0.
   virtual void ocurre(suceso /*que*/, std::string_view /*comando*/, std::int32_t /*direccion*/, char /*codigo*/) {}
   /// `crudo` went out ('>') or came in ('<'), a frame with the noise around it; `cuando` is when it was written or its
-  /// last character was read.
+  /// last character was read. Or the device has gone ('!', "cuelga").
   virtual void traza(char /*direccion*/, std::string_view /*crudo*/, tiempo /*cuando*/) {}
 };
 

@@ -64,6 +64,8 @@ class intercambio {
 
  private:
   std::size_t tomar();
+  /// The device is gone, which is told once.
+  bool perdida();
   contestacion esperar(const mandato& m, tiempo limite);
   contestacion juzgar(const mandato& m) const;
   contestacion sin_final() const;
@@ -74,6 +76,7 @@ class intercambio {
   tiempo ultimo_;
   std::string entrada_;
   std::array<char, 1024> trozo_{};
+  bool contada_ = false;
 };
 
 }  // namespace morvane::job
