@@ -86,7 +86,7 @@ std::uint8_t muestra(std::size_t dir) {
 struct puesto {
   puesto() {
     dir.escribir("unidades/c/Datos/TORVAX-m68k/memoria.txt", "");
-    e.valores = {"57600", "n", "8", "1", "COM1", ficheros.ruta_aplicacion()};
+    e.valores = {{"57600", "n", "8", "1", "COM1"}, ficheros.ruta_aplicacion()};
     listo = abrir_puerto(e) && paso(e, "A") && habilitar_flash_reset(e);
   }
   /// An image of `bytes` bytes.

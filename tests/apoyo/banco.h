@@ -37,7 +37,7 @@ struct banco : testing::Test {
 /// The same, and a link on it.
 template <class Lejos>
 struct banco_enlace : banco<Lejos> {
-  banco_enlace() { e.valores = {"57600", "n", "8", "1", "COM1", this->ficheros.ruta_aplicacion()}; }
+  banco_enlace() { e.valores = {{"57600", "n", "8", "1", "COM1"}, this->ficheros.ruta_aplicacion()}; }
   /// Opens the port, closing it first if need be; what was shown before is forgotten.
   void reabrir() {
     cerrar_puerto(e);

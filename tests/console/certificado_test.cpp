@@ -89,6 +89,7 @@ TEST_F(claves, programs_that_make_it_at_the_same_moment_have_the_same) {
     std::array<std::string, 4> dichas;
     {
       std::vector<std::jthread> todos;
+      todos.reserve(dichas.size());
       for (std::string& una_de : dichas) {
         todos.emplace_back([&] {
           // The name beside the key's is a process's own, as in programs of their own.

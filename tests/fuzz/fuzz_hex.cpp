@@ -35,7 +35,7 @@ struct llano {
       const int lejos = o[1] * 256 + o[2] + i;
       const std::int64_t dir = base + (segmentado ? lejos % 65'536 : lejos);
       if (dir >= total_flash) return false;
-      poner_byte(v, static_cast<std::int32_t>(dir), static_cast<std::uint8_t>(o[static_cast<std::size_t>(4 + i)]));
+      poner_byte(v, static_cast<std::int32_t>(dir), static_cast<std::uint8_t>(o[static_cast<std::size_t>(i) + 4]));
       hay = true;
     }
     return true;
