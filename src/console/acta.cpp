@@ -23,11 +23,6 @@ json sumas_de(const job::firma& f) {
   return lista;
 }
 
-json adaptador_de(const exterior& fuera) {
-  const adaptador a = fuera.aparato();
-  return {{"fabricante", a.fabricante}, {"producto", a.producto}, {"serie", a.serie}};
-}
-
 void poner_prueba(json& j, const job::resultado& r) {
   j["prueba"] = *r.prueba == job::prueba::sumas ? "sumas" : "lectura";
   if (r.sumas) j["sumas"] = sumas_de(*r.sumas);
@@ -79,7 +74,7 @@ void acta::escribir(const imagen_leida& i, const trabajo_hecho& t, cierre& fin) 
   j["puerto"] = t.puerto.nombre;
   j["dispositivo"] = texto_de(t.dispositivo);
   j["velocidad"] = t.puerto.como.velocidad;
-  j["adaptador"] = adaptador_de(ll_.fuera);
+  j["adaptador"] = adaptador_en_json(ll_.fuera.aparato());
   guardar(ll_.a.certificado, certificado_firmado(j, *clave_), fin);
   if (fin.bien()) fin.datos["certificado"] = texto_de(ll_.a.certificado);
 }

@@ -84,7 +84,7 @@ class lector {
   std::map<std::string, std::string> valores_;
 };
 
-std::optional<std::int32_t> direccion(const lector& l, const std::string& nombre) {
+std::optional<std::int32_t> direccion_dada(const lector& l, const std::string& nombre) {
   if (!l.dada(nombre)) return std::nullopt;
   const std::string v = l.valor(nombre);
   const auto dir = leer_direccion(v);
@@ -179,9 +179,9 @@ argumentos componer(const lector& l, const fila_orden& f) {
   a.callada = l.dada("-q");
   a.todo = l.dada("--todo");
   a.prueba = prueba(l);
-  a.desde = direccion(l, "--desde");
-  a.hasta = direccion(l, "--hasta");
-  a.en = direccion(l, "--en");
+  a.desde = direccion_dada(l, "--desde");
+  a.hasta = direccion_dada(l, "--hasta");
+  a.en = direccion_dada(l, "--en");
   comprobar_formatos(a);
   if (a.desde.value_or(0) > a.hasta.value_or(chip.flash - 1)) {
     throw error_de_uso{"el rango está al revés: --desde " + hex(static_cast<std::uint32_t>(*a.desde)) +

@@ -6,6 +6,10 @@ namespace morvane::console {
 
 using job::desenlace;
 
+json adaptador_en_json(const adaptador& a) {
+  return {{"fabricante", a.fabricante}, {"producto", a.producto}, {"serie", a.serie}};
+}
+
 std::string_view nombre_de(desenlace que) {
   switch (que) {
     case desenlace::hecho:

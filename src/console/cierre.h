@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "job/desenlace.h"
+#include "serial/adaptador.h"
 
 namespace morvane::console {
 
@@ -23,6 +24,9 @@ struct cierre {
 
   bool bien() const { return que == job::desenlace::hecho; }
 };
+
+/// What an adapter says of itself, as results and certificates tell it.
+json adaptador_en_json(const adaptador& a);
 
 /// The name of an end, as programs read it.
 std::string_view nombre_de(job::desenlace que);

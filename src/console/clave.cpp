@@ -26,7 +26,7 @@ bool de_hexadecimal(std::string_view texto, std::array<unsigned char, n>& bytes)
   return leido && largo == n && en_hexadecimal(bytes) == texto;
 }
 
-const unsigned char* bytes_de(std::string_view texto) {
+const unsigned char* sin_signo(std::string_view texto) {
   return reinterpret_cast<const unsigned char*>(texto.data());
 }
 
@@ -46,7 +46,7 @@ std::string clave::publica() const {
 
 std::string clave::firma(std::string_view texto) const {
   std::array<unsigned char, crypto_sign_BYTES> firma{};
-  crypto_sign_detached(firma.data(), nullptr, bytes_de(texto), texto.size(), secreta_.data());
+  crypto_sign_detached(firma.data(), nullptr, sin_signo(texto), texto.size(), secreta_.data());
   return en_hexadecimal(firma);
 }
 
@@ -54,7 +54,7 @@ bool clave::comprobar(std::string_view texto, std::string_view firma, std::strin
   std::array<unsigned char, crypto_sign_BYTES> f{};
   std::array<unsigned char, crypto_sign_PUBLICKEYBYTES> p{};
   return de_hexadecimal(firma, f) && de_hexadecimal(publica, p) &&
-         crypto_sign_verify_detached(f.data(), bytes_de(texto), texto.size(), p.data()) == 0;
+         crypto_sign_verify_detached(f.data(), sin_signo(texto), texto.size(), p.data()) == 0;
 }
 
 std::string frase(const fallo_clave& fallo) {

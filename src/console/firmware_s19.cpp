@@ -14,7 +14,6 @@ using clase = fallo_firmware::clase;
 
 /// Bytes of the address of a record S0 to S9; 0 for S4, which is none.
 constexpr std::array<std::size_t, 10> bytes_dir = {2, 2, 3, 4, 0, 2, 3, 4, 3, 2};
-constexpr std::uint8_t complemento = 0xFF;
 
 constexpr bool con_datos(char tipo) {
   return tipo >= '1' && tipo <= '3';
@@ -51,7 +50,7 @@ fin_de_lectura desmontar(std::string_view linea, registro& r) {
   const std::size_t siguen = r.octetos.size() - 1;
   if (r.octetos[0] != siguen) return fallo_firmware{.cual = clase::cuenta, .hay = siguen, .debe = r.octetos[0]};
   const int total = std::accumulate(r.octetos.begin(), r.octetos.end() - 1, 0);
-  const auto suma = static_cast<std::uint8_t>(complemento - (total & complemento));
+  const auto suma = static_cast<std::uint8_t>(~total);
   if (r.octetos.back() != suma) return fallo_firmware{.cual = clase::suma, .hay = r.octetos.back(), .debe = suma};
   return std::nullopt;
 }

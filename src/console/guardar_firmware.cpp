@@ -12,8 +12,6 @@ namespace {
 constexpr std::int32_t bytes_por_registro = 32;
 constexpr std::uint32_t ultima_de_s1 = 0xFFFF, registros_de_s5 = 0xFFFF;
 constexpr std::int32_t pagina_hex = 0x10000;
-constexpr std::uint8_t complemento = 0xFF;
-constexpr std::int32_t bytes_por_palabra = 4;
 constexpr tramo ultima_palabra{chip.flash - bytes_por_palabra, chip.flash};
 
 std::uint8_t suma_de(std::span<const std::uint8_t> octetos) {
@@ -34,7 +32,7 @@ void anadir_s(std::string& texto, char tipo, std::uint32_t dir, std::size_t anch
   std::vector<std::uint8_t> octetos{static_cast<std::uint8_t>(ancho + datos.size() + 1)};
   anadir_valor(octetos, dir, ancho);
   octetos.insert(octetos.end(), datos.begin(), datos.end());
-  octetos.push_back(static_cast<std::uint8_t>(complemento - suma_de(octetos)));
+  octetos.push_back(static_cast<std::uint8_t>(~suma_de(octetos)));
   texto.append("S").push_back(tipo);
   anadir_octetos(texto, octetos);
   texto += "\r\n";

@@ -1,11 +1,10 @@
 #include "barra.h"
 #include "ordenes.h"
+#include "serial/parametros_linea.h"
 
 namespace morvane::console {
 
 namespace {
-
-constexpr int bits_por_caracter = 10;
 
 /// In microseconds where that says more.
 std::string milisegundos(job::tiempo t) {

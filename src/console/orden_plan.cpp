@@ -4,6 +4,7 @@
 #include "identidad.h"
 #include "imagenes.h"
 #include "ordenes.h"
+#include "serial/parametros_linea.h"
 
 namespace morvane::console {
 
@@ -32,7 +33,7 @@ std::string bytes_en_hex(const std::vector<std::uint8_t>& bytes) {
 }
 
 void poner_coste(cierre& c, const job::plan& p, int velocidad) {
-  const auto dura = [&](std::int64_t n) { return job::plan::en_la_linea(n, velocidad); };
+  const auto dura = [&](std::int64_t n) { return tiempo_en_la_linea(n, velocidad); };
   const auto segundos = [&](std::int64_t n) { return std::chrono::duration<double>(dura(n)).count(); };
   c.datos["velocidad"] = velocidad;
   c.datos["previsto"] = {{"caracteres", p.caracteres},

@@ -79,7 +79,7 @@ void avisar_diario(enlace& e) {
              botones::Aceptar, icono::critico});
 }
 
-void avisar_final(enlace& e, const avance& a) {
+void avisar_fin_grabacion(enlace& e, const avance& a) {
   if (!puede_seguir(e)) return;
   preguntar(e,
             {"", a.cancelar ? "El proceso de grabación ha sido detenido por el usuario" : "¡Ha terminado de grabar!"});
@@ -116,7 +116,7 @@ void grabar_flash(enlace& e, Variables_grab& v, avance& a) {
   }
   a.time_fin.Text = e.plat.hora();
   if (abierto && !abierto->abierto()) avisar_diario(e);
-  avisar_final(e, a);
+  avisar_fin_grabacion(e, a);
   a.Progress.Value = 0;
   a.cancelar = false;
   v.dir_max_grabada = v.dir_max;

@@ -61,7 +61,7 @@ void leer_bloques(enlace& e, Variables_grab& v, avance& a, std::int64_t desde, s
   avanzar_progreso(a, hasta, bytes_por_bloque, acumulado);
 }
 
-void avisar_final(enlace& e, const avance& a) {
+void avisar_fin_lectura(enlace& e, const avance& a) {
   if (!puede_seguir(e) || e.operacion.sin_respuesta) return;
   if (a.cancelar) {
     preguntar(e, {"Atención", "El proceso de Upload ha sido detenido por el usuario"});
@@ -79,7 +79,7 @@ void leer_flash(enlace& e, Variables_grab& v, avance& a, std::int32_t desde, std
   a.time_ini.Text = e.plat.hora();
   if (desde >= 0) leer_bloques(e, v, a, desde, hasta);
   a.time_fin.Text = e.plat.hora();
-  avisar_final(e, a);
+  avisar_fin_lectura(e, a);
   a.Progress.Value = 0;
   a.cancelar = false;
 }

@@ -17,8 +17,6 @@ constexpr int repeticiones = 3;
 constexpr int rondas_con_respuesta = 6;
 constexpr int esperas_de_silencio = 4;
 
-constexpr std::uint32_t palabra_en_blanco = 0xFFFFFFFF;
-
 }  // namespace
 
 bool conversacion::fallar(desenlace que, motivo por, std::optional<std::int32_t> dir) {

@@ -7,7 +7,6 @@ namespace morvane::job {
 
 namespace {
 
-constexpr std::int32_t bytes_por_palabra = 4;
 /// Differences of one kind that are no further apart are told as one.
 constexpr std::int32_t hueco_unido = 16;
 /// How far things are looked for that have moved, and how many bytes have to agree, not all of them alike.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "serial/parametros_linea.h"
 #include "serial/tramas.h"
 
 namespace morvane::job {
@@ -14,7 +15,6 @@ constexpr std::size_t demasiado = 600;
 /// The quiet after which a slow line counts as quiet, in characters, and how often it is looked at meanwhile.
 constexpr std::int64_t caracteres_de_reposo = 5;
 constexpr int miradas = 3;
-constexpr std::int64_t bits_por_caracter = 10;
 
 tiempo plazo(const plazos& p, paciencia cual) {
   switch (cual) {
@@ -31,8 +31,7 @@ tiempo plazo(const plazos& p, paciencia cual) {
 }  // namespace
 
 tiempo intercambio::en_la_linea(std::int64_t caracteres) const {
-  if (p_.velocidad <= 0) return tiempo{0};
-  return tiempo{caracteres * bits_por_caracter * 1'000'000 / p_.velocidad};
+  return tiempo_en_la_linea(caracteres, p_.velocidad);
 }
 
 /// Appends what has come to `entrada_`.

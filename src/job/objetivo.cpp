@@ -9,8 +9,6 @@ namespace morvane::job {
 
 namespace {
 
-constexpr std::int32_t bytes_por_palabra = 4;
-
 constexpr std::int32_t hacia_abajo(std::int32_t dir) {
   return dir - dir % bytes_por_palabra;
 }

@@ -5,8 +5,6 @@ namespace morvane::job {
 
 namespace {
 
-constexpr std::int32_t bytes_por_palabra = 4;
-constexpr std::uint32_t palabra_en_blanco = 0xFFFFFFFF;
 /// How often words that a doubtful line has cost are written again behind the proof; how often a chip that protects
 /// itself by the very image is begun anew, since a doubt locks it.
 constexpr int remiendos = 3, comienzos = 4;

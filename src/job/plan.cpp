@@ -8,10 +8,6 @@ namespace morvane::job {
 
 namespace {
 
-constexpr std::int32_t bytes_por_palabra = 4;
-constexpr std::uint32_t palabra_en_blanco = 0xFFFFFFFF;
-constexpr std::int64_t bits_por_caracter = 10;
-
 /// What stands around the words in a run: opening, readiness, the nine sums of the proof, and the closing.
 std::int64_t coste_fijo() {
   const std::int64_t a = permitir_escritura().coste(), c = ver_estado().coste();
@@ -123,11 +119,6 @@ class planificador {
 };
 
 }  // namespace
-
-tiempo plan::en_la_linea(std::int64_t cuantos, int velocidad) {
-  if (velocidad <= 0) return tiempo{0};
-  return tiempo{cuantos * bits_por_caracter * 1'000'000 / velocidad};
-}
 
 plan planear(const Variables_grab& v) {
   return planificador(v).correr();

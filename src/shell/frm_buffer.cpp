@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 
+#include "colores.h"
 #include "files/texto.h"
 
 namespace morvane {
@@ -9,7 +10,6 @@ namespace morvane {
 namespace {
 
 const letra consola{"Lucida Console", 9.75};
-constexpr color cian = 0x00FFFF, naranja = 0xFFC080, crema = 0xFFE0C0;
 
 std::string cuenta_de(std::size_t diferencias, std::int32_t tope) {
   return std::to_string(diferencias) + (diferencias == 1 ? " diferencia" : " diferencias") + " hasta " +

@@ -1,13 +1,13 @@
 #include "shell/frm_cfg_pto_serial.h"
 
+#include "colores.h"
 #include "link/puerto.h"
 
 namespace morvane {
 
 namespace {
 
-constexpr int ancho_ventana = 4800, alto_ventana = 2310;
-constexpr color gris_claro = 0xE0E0E0;
+constexpr int ancho_opciones = 4800, alto_opciones = 2310;
 
 void guardar_si_abre(enlace& e) {
   if (!abrir_puerto(e)) return;
@@ -18,7 +18,7 @@ void guardar_si_abre(enlace& e) {
 }  // namespace
 
 frm_cfg_pto_serial::frm_cfg_pto_serial(enlace& e)
-    : ventana("frm_cfg_pto_serial", "Opciones del puerto serial", ancho_ventana, alto_ventana),
+    : ventana("frm_cfg_pto_serial", "Opciones del puerto serial", ancho_opciones, alto_opciones),
       Label1(ventana.cambios, "Label1", "Velocidad de transmisión", {240, 285, 2580, 285}),
       Label2(ventana.cambios, "Label2", "Puerto serie", {240, 885, 2580, 285}),
       cmb_s_velocity(ventana.cambios, "cmb_s_velocity",

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "colores.h"
 #include "link/puerto.h"
 #include "shell/historial.h"
 #include "shell/ordenes.h"
@@ -12,7 +13,6 @@ namespace morvane {
 namespace {
 
 constexpr int ancho_ventana = 9465, alto_ventana = 4110;
-constexpr color gris_claro = 0xE0E0E0;
 constexpr int ancho_panel_ruta = 5550, ancho_panel_avance = 2565, ancho_panel_hora = 1350;
 
 void conectar_menu(frm_principal& f) {

@@ -13,7 +13,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char* programa = "morvane";
+constexpr const char* carpeta_propia = "morvane";
 
 /// Only a whole path counts.
 fs::path ruta_en(const char* variable) {
@@ -29,9 +29,9 @@ fs::path casa() {
 
 /// What `variable` names, else `bajo_casa` in the user's folder.
 fs::path carpeta_en(const char* variable, const char* bajo_casa) {
-  if (const fs::path ruta = ruta_en(variable); !ruta.empty()) return ruta / programa;
+  if (const fs::path ruta = ruta_en(variable); !ruta.empty()) return ruta / carpeta_propia;
   const fs::path suya = casa();
-  return suya.empty() ? fs::path() : suya / bajo_casa / programa;
+  return suya.empty() ? fs::path() : suya / bajo_casa / carpeta_propia;
 }
 
 }  // namespace

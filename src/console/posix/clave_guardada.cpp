@@ -16,10 +16,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
-using clase = fallo_clave::clase;
 using semilla = std::array<std::uint8_t, 32>;
 
-constexpr std::string_view comienzo = "morvane, clave de firma 1\n";
+constexpr std::string_view primera_linea = "morvane, clave de firma 1\n";
 constexpr std::size_t cifras = 64;
 constexpr const char* nombre = "firma.clave";
 constexpr mode_t de_otros = S_IRWXG | S_IRWXO;
@@ -27,14 +26,14 @@ constexpr mode_t de_otros = S_IRWXG | S_IRWXO;
 std::string contenido_de(const semilla& s) {
   std::array<char, cifras + 1> texto{};
   sodium_bin2hex(texto.data(), texto.size(), s.data(), s.size());
-  return std::string(comienzo) + texto.data() + "\n" + clave(s).publica() + "\n";
+  return std::string(primera_linea) + texto.data() + "\n" + clave(s).publica() + "\n";
 }
 
 /// Only what comes out the same when it is written again is a whole key.
 std::optional<clave> clave_en(std::string_view contenido) {
   semilla s{};
-  if (contenido.size() < comienzo.size() + cifras) return std::nullopt;
-  const std::string_view texto = contenido.substr(comienzo.size(), cifras);
+  if (contenido.size() < primera_linea.size() + cifras) return std::nullopt;
+  const std::string_view texto = contenido.substr(primera_linea.size(), cifras);
   std::size_t largo = 0;
   if (sodium_hex2bin(s.data(), s.size(), texto.data(), texto.size(), nullptr, &largo, nullptr) != 0)
     return std::nullopt;
@@ -44,17 +43,17 @@ std::optional<clave> clave_en(std::string_view contenido) {
 
 std::variant<clave, fallo_clave> leer(const fs::path& ruta) {
   const apertura a = abrir_normal(ruta, O_RDONLY);
-  if (a.error != 0) return fallo_clave{clase::leer, ruta, causa_de_lectura(a.error)};
+  if (a.error != 0) return fallo_clave{fallo_clave::clase::leer, ruta, causa_de_lectura(a.error)};
   struct stat que {};
-  if (::fstat(a.fd.numero(), &que) != 0) return fallo_clave{clase::leer, ruta, causa_de_lectura(errno)};
-  if (que.st_uid != ::geteuid()) return fallo_clave{clase::ajena, ruta};
-  if ((que.st_mode & de_otros) != 0) return fallo_clave{clase::abierta, ruta};
+  if (::fstat(a.fd.numero(), &que) != 0) return fallo_clave{fallo_clave::clase::leer, ruta, causa_de_lectura(errno)};
+  if (que.st_uid != ::geteuid()) return fallo_clave{fallo_clave::clase::ajena, ruta};
+  if ((que.st_mode & de_otros) != 0) return fallo_clave{fallo_clave::clase::abierta, ruta};
   std::array<char, 512> texto{};
   const long largo = leer_bytes(a.fd.numero(), texto.data(), texto.size());
-  if (largo < 0) return fallo_clave{clase::leer, ruta, causa_de_lectura(errno)};
+  if (largo < 0) return fallo_clave{fallo_clave::clase::leer, ruta, causa_de_lectura(errno)};
   const auto hallada = clave_en({texto.data(), static_cast<std::size_t>(largo)});
   sodium_memzero(texto.data(), texto.size());
-  if (!hallada) return fallo_clave{clase::danada, ruta};
+  if (!hallada) return fallo_clave{fallo_clave::clase::danada, ruta};
   return *hallada;
 }
 
@@ -63,7 +62,7 @@ int escribir_aparte(const fs::path& provisional, std::string_view contenido) {
   descriptor fd(::open(provisional.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR));
   if (!fd.abierto()) return errno;
   if (const int error = escribir_todo(fd.numero(), contenido)) return error;
-  if (::fsync(fd.numero()) != 0) return errno;
+  if (const int error = sincronizar(fd.numero())) return error;
   return fd.cerrar();
 }
 
@@ -90,7 +89,8 @@ std::variant<clave, fallo_clave> clave_guardada(const fs::path& carpeta) {
   const fs::path ruta = carpeta / nombre;
   struct stat que {};
   if (::lstat(ruta.c_str(), &que) != 0 && errno == ENOENT) {
-    if (const int error = crear(ruta)) return fallo_clave{clase::escribir, ruta, causa_de_escritura(error)};
+    if (const int error = crear(ruta))
+      return fallo_clave{fallo_clave::clase::escribir, ruta, causa_de_escritura(error)};
   }
   return leer(ruta);
 }

@@ -14,14 +14,9 @@ namespace {
 
 constexpr int ultimo_puerto = 9;
 
-json adaptador_en_json(const std::filesystem::path& dispositivo) {
-  const adaptador a = adaptador_de(dispositivo);
-  return {{"fabricante", a.fabricante}, {"producto", a.producto}, {"serie", a.serie}};
-}
-
 json en_json(const descripcion_puerto& p) {
   json j = {{"puerto", "COM" + std::to_string(p.numero)}, {"dispositivo", texto_de(p.dispositivo)}};
-  if (!p.falta) j["adaptador"] = adaptador_en_json(p.dispositivo);
+  if (!p.falta) j["adaptador"] = adaptador_en_json(adaptador_de(p.dispositivo));
   j["placa_simulada"] = p.placa_simulada;
   j["quien"] = p.quien.value_or("");
   const auto& causa = p.falta ? p.falta : p.cerrado;
@@ -69,7 +64,7 @@ cierre hacer_puertos(const llamada& ll) {
   for (const aparato& a : sueltos(puertos)) {
     const std::string nombre = texto_de(a.dispositivo);
     lista.push_back({{"puerto", nombre}, {"dispositivo", nombre}, {"estable", texto_de(a.estable)}});
-    lista.back()["adaptador"] = adaptador_en_json(a.dispositivo);
+    lista.back()["adaptador"] = adaptador_en_json(adaptador_de(a.dispositivo));
     c.detalle.push_back(nombre + (a.nombre.empty() ? "" : "; " + a.nombre) + "; ningún COM lleva a él");
   }
   const std::size_t n = c.detalle.size();

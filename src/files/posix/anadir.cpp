@@ -18,10 +18,6 @@ bool falta_final_de_linea(int fd, off_t largo) {
   return largo > 0 && ::pread(fd, &ultimo, 1, largo - 1) == 1 && ultimo != '\n' && ultimo != '\r';
 }
 
-int sincronizar(int fd) {
-  return ::fsync(fd) == 0 || errno == EINVAL ? 0 : errno;
-}
-
 }  // namespace
 
 error_archivo archivos::anadir_linea(std::string_view nombre, std::string_view texto) const {
@@ -35,7 +31,7 @@ error_archivo archivos::anadir_linea(std::string_view nombre, std::string_view t
   const ssize_t hechos = ::write(fd, entero.data(), entero.size());
   if (hechos == static_cast<ssize_t>(entero.size())) {
     const int error = sincronizar(fd);
-    if (error == 0) return abierto.fd.cerrar();
+    if (error == 0 || error == EINVAL) return abierto.fd.cerrar();
     // Not kept for certain, so not kept at all.
     (void)::ftruncate(fd, antes.st_size);
     return error;

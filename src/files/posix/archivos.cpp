@@ -19,7 +19,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::size_t bloque = std::size_t{16} * 1024;
+constexpr std::size_t por_lectura = std::size_t{16} * 1024;
 
 bool tiene_mas_nombres(int fd) {
   struct stat que {};
@@ -122,7 +122,7 @@ std::optional<std::string> archivos::leer(std::string_view nombre, std::size_t l
   const apertura abierto = abrir_normal(encontrar(nombre), O_RDONLY);
   if (abierto.error != 0) return std::nullopt;
   std::string contenido;
-  std::vector<char> trozo_leido(bloque);
+  std::vector<char> trozo_leido(por_lectura);
   while (contenido.size() <= limite) {
     const long hechos = leer_bytes(abierto.fd.numero(), trozo_leido.data(), trozo_leido.size());
     if (hechos < 0) return std::nullopt;

@@ -102,13 +102,6 @@ int provisional::heredar(const anterior& viejo) const {
   return ::fchmod(fd_.numero(), viejo.que.st_mode & permisos) == 0 ? 0 : errno;
 }
 
-int sincronizar(int fd) {
-  while (::fsync(fd) != 0) {
-    if (errno != EINTR) return errno;
-  }
-  return 0;
-}
-
 int provisional::llenar(std::string_view contenido) {
   if (const int error = escribir_todo(fd_.numero(), contenido)) return error;
   if (const int error = sincronizar(fd_.numero())) return error;

@@ -13,7 +13,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::size_t bloque = std::size_t{16} * 1024;
+constexpr std::size_t por_lectura = std::size_t{16} * 1024;
 
 /// What the host's search takes as a pattern, or what no name can hold.
 constexpr std::string_view vedados("*?\"<>|\0", 7);
@@ -54,10 +54,11 @@ std::optional<std::string> archivos::leer(std::string_view nombre, std::size_t l
   const apertura abierto = abrir_normal(encontrar(nombre), GENERIC_READ, OPEN_EXISTING, true);
   if (abierto.error != 0) return std::nullopt;
   std::string contenido;
-  std::vector<char> trozo_leido(bloque);
+  std::vector<char> trozo_leido(por_lectura);
   while (contenido.size() <= limite) {
     DWORD hechos = 0;
-    if (::ReadFile(abierto.archivo.numero(), trozo_leido.data(), bloque, &hechos, nullptr) == 0) return std::nullopt;
+    if (::ReadFile(abierto.archivo.numero(), trozo_leido.data(), por_lectura, &hechos, nullptr) == 0)
+      return std::nullopt;
     if (hechos == 0) return contenido;
     contenido.append(trozo_leido.data(), hechos);
   }

@@ -66,6 +66,13 @@ int escribir_todo(int fd, std::string_view datos) {
   return 0;
 }
 
+int sincronizar(int fd) {
+  while (::fsync(fd) != 0) {
+    if (errno != EINTR) return errno;
+  }
+  return 0;
+}
+
 long leer_bytes(int fd, char* destino, std::size_t cuantos) {
   while (true) {
     const ssize_t hechos = ::read(fd, destino, cuantos);

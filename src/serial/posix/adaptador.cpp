@@ -1,6 +1,6 @@
 #include "serial/adaptador.h"
 
-#include <fstream>
+#include "renglon.h"
 
 namespace morvane {
 
@@ -10,13 +10,6 @@ namespace {
 
 /// How far above a line's own directory its adapter may tell its name.
 constexpr int niveles = 5;
-
-std::string renglon(const fs::path& fichero) {
-  std::ifstream entrada(fichero);
-  std::string texto;
-  std::getline(entrada, texto);
-  return texto;
-}
 
 }  // namespace
 

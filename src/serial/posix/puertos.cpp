@@ -4,10 +4,10 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <fstream>
 
 #include "ocupantes_tty.h"
 #include "puertos_tty.h"
+#include "renglon.h"
 #include "serial/adaptador.h"
 
 namespace morvane {
@@ -15,13 +15,6 @@ namespace morvane {
 namespace fs = std::filesystem;
 
 namespace {
-
-std::string renglon(const fs::path& fichero) {
-  std::ifstream entrada(fichero);
-  std::string texto;
-  std::getline(entrada, texto);
-  return texto;
-}
 
 /// The kernel keeps lines ready behind which there is no circuit.
 bool hay_circuito(const fs::path& linea) {

@@ -8,6 +8,10 @@
 /// The microcontroller that is programmed: all that another one would change. Its commands have six address digits.
 namespace morvane {
 
+/// What its write command takes at a time, and how that reads where nothing has been written.
+constexpr std::int32_t bytes_por_palabra = 4;
+constexpr std::uint32_t palabra_en_blanco = 0xFFFFFFFF;
+
 struct descripcion_chip {
   /// Size of the flash in bytes.
   std::int32_t flash;

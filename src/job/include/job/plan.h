@@ -49,9 +49,6 @@ struct plan {
   /// What the window's check by sums does not look at; empty if it looks at all.
   tramo sin_mirar{};
   std::vector<duda> dudas;
-
-  /// Time of `cuantos` characters on a line of `velocidad` bits a second, ten bits a character.
-  static tiempo en_la_linea(std::int64_t cuantos, int velocidad);
 };
 
 plan planear(const Variables_grab& v);

@@ -42,6 +42,10 @@ bool bloquear(int fd);
 /// Writes all of `datos`. 0, or the number of the error, after which a part may have been written.
 int escribir_todo(int fd, std::string_view datos);
 
+/// Waits until all that was written to a file or folder is on the disk. 0, or the number of the error: EINVAL or
+/// ENOTSUP where the file system keeps it so by itself.
+int sincronizar(int fd);
+
 /// As read(2), taking up again when a signal comes between.
 long leer_bytes(int fd, char* destino, std::size_t cuantos);
 
