@@ -18,7 +18,7 @@ PATIENCE = 30
 DATA = bytes((i * 7 + 1) % 251 for i in range(8192))
 
 
-class Cli(unittest.TestCase):
+class Case(unittest.TestCase):
     def setUp(self):
         holder = tempfile.TemporaryDirectory()
         self.addCleanup(holder.cleanup)
@@ -69,6 +69,26 @@ class Cli(unittest.TestCase):
     def commands(self):
         return [line.split("<STX>")[1][0] for line in self.trace.read_text().splitlines() if " > " in line]
 
+
+class Silent(Case):
+    def test_a_silent_board_and_ports_that_are_missing_or_busy(self):
+        self.assertEqual(self.result("estado", "--puerto", "COM0")["codigo"], 4)
+        self.assertIn("no existe", self.result("estado", "--puerto", self.dir / "no")["texto"])
+        self.assertIn("no es un dispositivo", self.result("estado", "--puerto", self.firmware)["texto"])
+        self.board("--muda-desde=1")
+        silent = self.start("estado", "--json")
+        silent.stdout.readline()
+        silent.stdout.readline()
+        busy = self.result("estado")
+        self.assertEqual((busy["codigo"], busy["desenlace"]), (4, "puerto"))
+        self.assertIn(f"ocupado por morvane-cli (pid {silent.pid})", busy["texto"])
+        first = self.result("puertos")["puertos"][0]
+        self.assertEqual((first["puerto"], first["placa_simulada"], first["se_puede_abrir"]), ("COM1", True, False))
+        self.assertEqual(first["quien"], f"morvane-cli (pid {silent.pid})")
+        self.assertEqual(self.end_of(silent)["codigo"], 5)
+
+
+class Runs(Case):
     def test_a_signal_ends_a_run_behind_a_closed_chip_and_the_next_run_mends(self):
         board = self.board("--baudios=115200")
         for how, code in ((signal.SIGINT, 130), (signal.SIGTERM, 143), (signal.SIGHUP, 143)):
@@ -103,22 +123,6 @@ class Cli(unittest.TestCase):
         run.stdout.readline()
         run.send_signal(signal.SIGINT)
         self.assertEqual(self.end_of(run)["codigo"], 0)
-
-    def test_a_silent_board_and_ports_that_are_missing_or_busy(self):
-        self.assertEqual(self.result("estado", "--puerto", "COM0")["codigo"], 4)
-        self.assertIn("no existe", self.result("estado", "--puerto", self.dir / "no")["texto"])
-        self.assertIn("no es un dispositivo", self.result("estado", "--puerto", self.firmware)["texto"])
-        self.board("--muda-desde=1")
-        silent = self.start("estado", "--json")
-        silent.stdout.readline()
-        silent.stdout.readline()
-        busy = self.result("estado")
-        self.assertEqual((busy["codigo"], busy["desenlace"]), (4, "puerto"))
-        self.assertIn(f"ocupado por morvane-cli (pid {silent.pid})", busy["texto"])
-        first = self.result("puertos")["puertos"][0]
-        self.assertEqual((first["puerto"], first["placa_simulada"], first["se_puede_abrir"]), ("COM1", True, False))
-        self.assertEqual(first["quien"], f"morvane-cli (pid {silent.pid})")
-        self.assertEqual(self.end_of(silent)["codigo"], 5)
 
     def test_a_line_that_is_hung_up_in_mid_run(self):
         self.board("--sin-ritmo", "--cuelga-en=400")
