@@ -49,8 +49,8 @@ TEST(certificado, each_changed_added_and_missing_byte_is_found) {
 }
 
 struct claves : testing::Test {
-  std::string dice(const fs::path& carpeta) {
-    const auto c = clave_guardada(carpeta);
+  std::string dice(const fs::path& en) {
+    const auto c = clave_guardada(en);
     if (const auto* buena = std::get_if<clave>(&c)) return buena->publica();
     return frase(std::get<fallo_clave>(c));
   }
