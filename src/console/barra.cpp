@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "files/texto.h"
+#include "frases/numeros.h"
 
 namespace morvane::console {
 
@@ -18,22 +19,6 @@ double segundos(job::tiempo t) {
 }
 
 }  // namespace
-
-std::string decimal(double x) {
-  std::string t(32, '\0');
-  const int n = std::snprintf(t.data(), t.size(), "%.1f", x);
-  t.resize(static_cast<std::size_t>(std::max(n, 0)));
-  std::ranges::replace(t, '.', ',');
-  return t;
-}
-
-std::string entero(std::int64_t n) {
-  std::string t = std::to_string(n);
-  constexpr std::size_t grupo = 3, minimo = 5;
-  if (t.size() < minimo) return t;
-  for (std::size_t i = t.size() - grupo; i > 0 && i<t.size(); i = i> grupo ? i - grupo : 0) t.insert(i, ".");
-  return t;
-}
 
 std::string duracion(job::tiempo t) {
   constexpr double en_enteros = 10;

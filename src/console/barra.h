@@ -15,9 +15,5 @@ std::string texto_de_barra(std::string_view nombre, std::int64_t hechos, std::in
 
 /// A time for a person: "0,4 s", "12 s", "3 min 20 s".
 std::string duracion(job::tiempo t);
-/// A number with one decimal and a comma.
-std::string decimal(double x);
-/// A whole number with a point after every three digits from 10.000 on.
-std::string entero(std::int64_t n);
 
 }  // namespace morvane::console

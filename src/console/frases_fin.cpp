@@ -1,4 +1,3 @@
-#include "barra.h"
 #include "files/texto.h"
 #include "frases.h"
 

@@ -1,4 +1,4 @@
-#include "barra.h"
+#include "frases/numeros.h"
 #include "imagenes.h"
 #include "ordenes.h"
 #include "platform/rutas.h"

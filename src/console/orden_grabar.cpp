@@ -1,6 +1,7 @@
 #include "acta.h"
 #include "barra.h"
 #include "frases.h"
+#include "frases/numeros.h"
 #include "identidad.h"
 #include "imagenes.h"
 #include "ordenes.h"

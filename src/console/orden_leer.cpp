@@ -1,6 +1,7 @@
 #include "barra.h"
 #include "console/huella.h"
 #include "frases.h"
+#include "frases/numeros.h"
 #include "imagenes.h"
 #include "ordenes.h"
 #include "platform/rutas.h"

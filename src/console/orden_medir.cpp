@@ -1,4 +1,5 @@
 #include "barra.h"
+#include "frases/numeros.h"
 #include "ordenes.h"
 #include "serial/parametros_linea.h"
 

@@ -1,6 +1,7 @@
 #include "barra.h"
 #include "files/texto.h"
 #include "frases.h"
+#include "frases/numeros.h"
 #include "identidad.h"
 #include "imagenes.h"
 #include "ordenes.h"

@@ -2,9 +2,9 @@
 
 #include <utility>
 
-#include "barra.h"
 #include "frases.h"
 #include "frases/frases.h"
+#include "frases/numeros.h"
 #include "oyente.h"
 #include "platform/rutas.h"
 
