@@ -96,6 +96,14 @@ std::string frase(const causa_puerto& causa) {
   return "COM" + std::to_string(causa.puerto) + ": " + frase_sin_puerto(causa);
 }
 
+std::string frase_breve(const descripcion_puerto& puerto) {
+  if (puerto.falta) return frase(*puerto.falta);
+  std::string texto = "COM" + std::to_string(puerto.numero) + ": " + texto_de(puerto.dispositivo);
+  if (puerto.placa_simulada) texto += ", placa simulada";
+  if (!puerto.placa_simulada && !puerto.nombre.empty()) texto += ", " + puerto.nombre;
+  return en_un_renglon(texto);
+}
+
 std::string frase(const descripcion_puerto& puerto) {
   if (puerto.falta) return frase(*puerto.falta);
   std::string texto = "COM" + std::to_string(puerto.numero) + ": " + en_un_renglon(texto_de(puerto.dispositivo));

@@ -54,8 +54,15 @@ std::optional<fallo_carga> leer_lineas(plataforma& plat, Variables_grab& v) {
 
 std::optional<fallo_carga> cargar_bin(plataforma& plat, Variables_grab& v) {
   v.dir_max = 0;
+  v.carga = {};
   auto fallo = leer_lineas(plat, v);
-  if (fallo) desechar_carga(v);
+  if (fallo) {
+    desechar_carga(v);
+  } else {
+    v.carga.como = informe_carga::estado::entero;
+    v.carga.bytes = static_cast<std::uint64_t>(v.dir_max) + 1;
+    v.carga.anotar_tramo({0, v.dir_max + 1});
+  }
   return fallo;
 }
 

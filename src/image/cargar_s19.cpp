@@ -21,10 +21,14 @@ std::optional<fallo_carga> leer_registros(Variables_grab& v, avance& a) {
   for (std::uint64_t numero = 1; !a.cancelar && lector.siguiente(linea); ++numero) {
     avanzar_progreso(a, total, static_cast<std::int64_t>(linea.largo), acumulado);
     const std::uint8_t ancho_dir = ancho_de_tipo(linea.texto);
-    if (ancho_dir == 0) continue;
+    if (ancho_dir == 0) {
+      v.carga.anotar_ajena(linea.texto, numero);
+      continue;
+    }
     if (const auto fallo = cargar_registro_s(v, linea.texto, linea.largo, ancho_dir)) {
       return fallo_en_linea(numero, *fallo);
     }
+    v.carga.anotar_registro(linea.texto, ancho_dir, numero);
   }
   if (lector.fallo()) return fallo_de_archivo(lector.causa());
   return std::nullopt;
@@ -37,8 +41,13 @@ std::optional<fallo_carga> cargar_s19(plataforma& plat, Variables_grab& v, avanc
   a.Progress.Value = 0;
   plat.DoEvents();
   v.dir_max = 0;
+  v.carga = {};
   auto fallo = leer_registros(v, a);
-  if (fallo) desechar_carga(v);
+  if (fallo) {
+    desechar_carga(v);
+  } else {
+    v.carga.como = a.cancelar ? informe_carga::estado::detenido : informe_carga::estado::entero;
+  }
   a.time_fin.Text = plat.hora();
   return fallo;
 }

@@ -14,6 +14,7 @@ fallo_carga fallo_de_archivo(const causa_archivo& causa) {
 void desechar_carga(Variables_grab& v) {
   limpiar_buffer_salida(v);
   v.dir_max = 0;
+  v.carga = {.como = informe_carga::estado::fallido};
 }
 
 }  // namespace morvane

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "image/chip.h"
+#include "image/informe_carga.h"
 
 namespace morvane {
 
@@ -33,6 +34,8 @@ struct Variables_grab {
   std::int32_t dir_fin_lectura = 0;
   /// Path of the current firmware file in the host's own form; empty when none.
   std::string ruta_archivo;
+  /// Of the last load.
+  informe_carga carga;
 };
 
 /// True if a cell with this address exists.
