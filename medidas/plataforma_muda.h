@@ -22,7 +22,7 @@ class plataforma_muda final : public morvane::plataforma {
 
  protected:
   void eventos() override { ahora_ += morvane::instante{10}; }
-  morvane::respuesta_caja mostrar(const morvane::caja& mensaje) override {
+  morvane::respuesta_caja mostrar(const morvane::caja& mensaje, const std::string& /*explicacion*/) override {
     ultima = mensaje;
     return morvane::vbOK;
   }

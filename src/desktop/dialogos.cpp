@@ -3,6 +3,7 @@
 #include <QClipboard>
 #include <QCloseEvent>
 #include <QDialogButtonBox>
+#include <QGridLayout>
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -10,7 +11,6 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QStringList>
-#include <QTextEdit>
 #include <span>
 
 #include "conversiones.h"
@@ -32,6 +32,20 @@ constexpr tecla_caja teclas[] = {
     {"Sí", vbYes, QMessageBox::YesRole},
     {"No", vbNo, QMessageBox::NoRole},
 };
+
+/// Only the question after a missing reply has three buttons, and its text tells of one alone what it does.
+const char* ayuda_de(respuesta_caja valor) {
+  switch (valor) {
+    case vbYes:
+      return "Envía otra vez «A», que abre el chip, y espera la respuesta";
+    case vbNo:
+      return "Cierra el programa en el acto";
+    case vbCancel:
+      return "Deja esta orden y vuelve al programa";
+    default:
+      return "";
+  }
+}
 
 const tecla_caja& tecla_de(respuesta_caja valor) {
   for (const tecla_caja& una : teclas) {
@@ -99,12 +113,23 @@ const char* nombre_de(QMessageBox::Icon dibujo) {
 void nombrar_partes(QMessageBox& caja) {
   for (auto* rotulo : caja.findChildren<QLabel*>()) {
     if (!rotulo->pixmap().isNull()) rotulo->setAccessibleName(QString::fromUtf8(nombre_de(caja.icon())));
-    if (rotulo->text() == caja.text()) rotulo->setFocusPolicy(Qt::StrongFocus);
+    const bool texto = rotulo->text() == caja.text(), causa = rotulo->text() == caja.informativeText();
+    if (!rotulo->text().isEmpty() && (texto || causa)) rotulo->setFocusPolicy(Qt::StrongFocus);
+    if (causa) rotulo->setTextFormat(Qt::PlainText);
   }
   for (auto* respuestas : caja.findChildren<QDialogButtonBox*>()) {
     respuestas->setAccessibleName(QStringLiteral("Respuestas"));
   }
-  for (auto* explicacion : caja.findChildren<QTextEdit*>()) explicacion->setAccessibleName(QStringLiteral("Causa"));
+}
+
+/// Boxes are as wide as their text; the title, which stands above it, may be longer. The room is for what else a window
+/// manager puts there.
+void dar_ancho_al_titulo(QMessageBox& caja) {
+  const int botones_de_la_ventana = 6 * caja.fontMetrics().height();
+  const int ancho = caja.fontMetrics().horizontalAdvance(caja.windowTitle()) + botones_de_la_ventana;
+  auto* rejilla = qobject_cast<QGridLayout*>(caja.layout());
+  if (rejilla == nullptr) return;
+  rejilla->addItem(new QSpacerItem(ancho, 0), rejilla->rowCount(), 0, 1, rejilla->columnCount());
 }
 
 }  // namespace
@@ -116,18 +141,23 @@ ventana_caja::ventana_caja(const caja& mensaje, const std::string& explicacion, 
   setText(QString::fromStdString(mensaje.texto).replace(QLatin1String("\r\n"), QLatin1String("\n")));
   setIcon(dibujo_de(mensaje.dibujo));
   const auto juego = juego_de(mensaje.teclas);
-  for (const respuesta_caja una : juego) anadir(una);
+  for (const respuesta_caja una : juego) {
+    QPushButton* boton = anadir(una);
+    if (mensaje.teclas == botones::SiNoCancelar) boton->setToolTip(QString::fromUtf8(ayuda_de(una)));
+  }
   if (juego.size() == 1) escape_ = buttons().first();
-  if (!explicacion.empty()) setDetailedText(QString::fromStdString(explicacion));
+  if (!explicacion.empty()) setInformativeText(QString::fromStdString(explicacion));
   nombrar_partes(*this);
+  dar_ancho_al_titulo(*this);
 }
 
-void ventana_caja::anadir(respuesta_caja valor) {
+QPushButton* ventana_caja::anadir(respuesta_caja valor) {
   const tecla_caja& tecla = tecla_de(valor);
   QPushButton* boton = addButton(QString::fromUtf8(tecla.rotulo), tecla.papel);
   if (buttons().size() == 1) setDefaultButton(boton);
   if (valor == vbCancel) escape_ = boton;
   connect(boton, &QPushButton::clicked, this, [this, valor] { respuesta_ = valor; });
+  return boton;
 }
 
 void ventana_caja::keyPressEvent(QKeyEvent* tecla) {
@@ -140,7 +170,7 @@ void ventana_caja::keyPressEvent(QKeyEvent* tecla) {
 }
 
 QString ventana_caja::todo() const {
-  const QString explicacion = detailedText().isEmpty() ? QString() : QLatin1String("\n\n") + detailedText();
+  const QString explicacion = informativeText().isEmpty() ? QString() : QLatin1String("\n\n") + informativeText();
   return windowTitle() + QLatin1String("\n\n") + text() + explicacion;
 }
 

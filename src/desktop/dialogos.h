@@ -7,12 +7,13 @@
 #include "platform/caja.h"
 #include "platform/controles.h"
 
+class QPushButton;
+
 namespace morvane {
 
 /// One message box. The initial of a caption presses its button, with Alt or without; Escape presses Cancel, or the
 /// button of a box that has only one, and nothing else; closing the window in another way answers nothing. Its text can
-/// be marked, and is copied whole where no part is. What explains it further appears when it is asked for by another
-/// button.
+/// be marked, and is copied whole where no part is. What explains it further stands under it. No title is cut off.
 class ventana_caja final : public QMessageBox {
  public:
   /// Without an explanation `explicacion` is empty.
@@ -25,7 +26,7 @@ class ventana_caja final : public QMessageBox {
   void closeEvent(QCloseEvent* suceso) override;
 
  private:
-  void anadir(respuesta_caja valor);
+  QPushButton* anadir(respuesta_caja valor);
   /// Title, text and explanation.
   QString todo() const;
   QAbstractButton* con_inicial(const QString& letra) const;

@@ -34,6 +34,10 @@ void marcar(QPainter& pintor, const QRect& sitio, int trazo, aspecto cual, const
     const QPointF codo(m.left() + m.width() * 0.38, m.bottom() - m.height() * 0.12);
     pintor.drawLine(QPointF(m.left() + m.width() * 0.08, m.center().y() + m.height() * 0.08), codo);
     pintor.drawLine(codo, QPointF(m.right() - m.width() * 0.08, m.top() + m.height() * 0.12));
+  } else if (cual == aspecto::sin_confirmar) {
+    const double x = m.center().x();
+    pintor.drawLine(QPointF(x, m.top() + m.height() * 0.12), QPointF(x, m.top() + m.height() * 0.55));
+    pintor.drawPoint(QPointF(x, m.bottom() - m.height() * 0.12));
   } else {
     const QRectF aspa = m.adjusted(m.width() * 0.12, m.height() * 0.12, -m.width() * 0.12, -m.height() * 0.12);
     pintor.drawLine(aspa.topLeft(), aspa.bottomRight());
@@ -61,6 +65,8 @@ tinte tinte_de(aspecto cual) {
       return {QColor(0x2A62B8), QColor(0x2A62B8)};
     case aspecto::escrita_antes:
       return {QColor(0xCFE3FF), QColor(0x2A62B8)};
+    case aspecto::sin_confirmar:
+      return {QColor(0xF2A33A), QColor(0x402000)};
     case aspecto::igual:
       return {QColor(0x86D88A), QColor(0x0B3D20)};
     case aspecto::distinta:
@@ -77,7 +83,8 @@ void pintar_celda(QPainter& pintor, const QRect& sitio, int trazo, aspecto cual,
   pintor.fillRect(dentro, fondo);
   if (cual == aspecto::desconocida) rayar(pintor, dentro, 4 * trazo, QPen(color, trazo));
   if (cual == aspecto::escrita_antes) rayar(pintor, dentro, 4 * trazo, QPen(color, trazo * 1.5));
-  if (cual == aspecto::igual || cual == aspecto::distinta) marcar(pintor, dentro, trazo, cual, color);
+  const bool con_marca = cual == aspecto::igual || cual == aspecto::distinta || cual == aspecto::sin_confirmar;
+  if (con_marca) marcar(pintor, dentro, trazo, cual, color);
   const int barra = std::max(2 * trazo, sitio.height() / 6);
   const QColor tinta(tinta_mapa);
   const QRect abajo(dentro.left(), dentro.bottom() + 1 - barra, dentro.width(), barra);

@@ -6,7 +6,6 @@
 #include <QTime>
 #include <chrono>
 #include <cstdlib>
-#include <utility>
 
 #include "dialogos.h"
 #include "platform/proceso.h"
@@ -52,8 +51,7 @@ QWidget* plataforma_qt::de_quien() const {
   return activa != nullptr ? activa : duena;
 }
 
-respuesta_caja plataforma_qt::mostrar(const caja& mensaje) {
-  const std::string explicacion = std::exchange(explicacion_, {});
+respuesta_caja plataforma_qt::mostrar(const caja& mensaje, const std::string& explicacion) {
   if (sincronizar) sincronizar();
   if (desatendida_) {
     decir_por_errores(mensaje.titulo + ": " + mensaje.texto);

@@ -30,6 +30,13 @@ void poner_textos() {
   if (hay) QCoreApplication::installTranslator(de_qt);
 }
 
+/// Of the port as the settings name it.
+std::string puerto_en_palabras(const std::filesystem::path& directorio, const std::string& puerto) {
+  constexpr std::size_t largo = 4;
+  if (puerto.size() != largo || puerto.back() < '0' || puerto.back() > '9') return puerto;
+  return frase_breve(describir_puerto(directorio, puerto.back() - '0'));
+}
+
 }  // namespace
 
 void preparar_aplicacion() {
@@ -59,8 +66,9 @@ programa::programa(const std::filesystem::path& directorio)
   plat_.sincronizar = [this] { sincronizar(); };
   linea_.al_fallar = [this](const causa_puerto& causa) {
     decir_por_errores("morvane: " + frase(causa));
-    plat_.explicar(frase(causa));
+    principal_->link.fallo_de_puerto = causa;
   };
+  principal_->describir_puerto = [this] { return puerto_en_palabras(directorio_, principal_->link.valores.puerto); };
   ventana_->al_empezar = [this] { seguimiento_->al_empezar(); };
   seguimiento_->mapa().al_abrir = [this](std::int32_t dir) { abrir_volcado(dir); };
   ventana_->puede_cerrarse = [this] { return puede_cerrarse(); };

@@ -10,6 +10,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto entre_miradas = 100ms;
+constexpr QRgb color_de_aviso = 0xFFA02000;
 
 }  // namespace
 
@@ -19,6 +20,7 @@ seguimiento::seguimiento(frm_principal& f, const plataforma& plat, ventana_qt& v
       ventana_(ventana),
       barra_(ventana.findChild<QProgressBar*>(qt(f.avance.Progress.Name))),
       letra_(barra_->font()),
+      paleta_(barra_->palette()),
       mapa_(new mapa_qt(ventana.centralWidget(), f.avance.mapa)) {
   mapa_->setGeometry(superficie_libre());
   barra_->setAccessibleName(QStringLiteral("Progreso"));
@@ -50,7 +52,10 @@ void seguimiento::mirar() {
   // The box that tells how the work has ended comes up while the command still runs.
   const bool hubo = ultima.cuantas != contadas_;
   const bool hecho = en_orden ? hubo && !ultima.en_curso && plat_.caja_abierta() : hubo || en_orden_;
-  if (hecho) estimador_.acabar(ultima);
+  const bool trabajo = ultima.cuantas != f_.labores_antes;
+  if (hecho && trabajo) estimador_.acabar(ultima);
+  if (cargas_ != f_.cargas || (hecho && !trabajo && cargas_ > 0)) estimador_.cargada(f_.v.carga);
+  cargas_ = f_.cargas;
   if (!en_orden) contadas_ = ultima.cuantas;
   en_orden_ = en_orden;
   escribir();
@@ -61,8 +66,14 @@ void seguimiento::escribir() {
   if (escrito_ == estimador_.dicho()) return;
   escrito_ = estimador_.dicho();
   barra_->setTextVisible(!escrito_.breve.empty());
-  barra_->setFont(cabida(letra_, qt(escrito_.breve), barra_->width() - barra_->fontMetrics().height() / 2));
-  barra_->setFormat(qt(escrito_.breve));
+  const QString breve = (escrito_.aviso ? QStringLiteral("⚠ ") : QString()) + qt(escrito_.breve);
+  barra_->setFont(cabida(letra_, breve, barra_->width() - barra_->fontMetrics().height() / 2));
+  barra_->setFormat(breve);
+  QPalette colores = paleta_;
+  if (escrito_.aviso) {
+    for (const auto papel : {QPalette::Text, QPalette::WindowText}) colores.setColor(papel, QColor(color_de_aviso));
+  }
+  barra_->setPalette(colores);
   barra_->setToolTip(qt(escrito_.extenso));
   barra_->setAccessibleDescription(qt(escrito_.extenso));
 }

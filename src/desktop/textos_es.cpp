@@ -51,8 +51,6 @@ constexpr par pares[] = {
     {"%1\nDirectory not found.\nPlease verify the correct directory name was given.",
      "%1\nNo existe esta carpeta.\nCompruebe su nombre."},
     {"OK", "Aceptar"},
-    {"Show Details...", "Mostrar los detalles..."},
-    {"Hide Details...", "Ocultar los detalles..."},
     {"Cancel", "Cancelar"},
     {"&Yes", "Sí"},
     {"&No", "No"},

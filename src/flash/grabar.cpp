@@ -14,6 +14,8 @@ namespace morvane {
 namespace {
 
 constexpr std::int32_t bytes_por_grupo = 4;
+/// Code and sum of a reply without data.
+constexpr std::string_view confirmacion = "030";
 constexpr const char* carpeta_diario = "C:\\Datos\\TORVAX-m68k\\";
 constexpr const char* nombre_diario = "memoria.txt";
 
@@ -42,7 +44,8 @@ class bucle_de_grabado {
   bucle_de_grabado(enlace& e, const Variables_grab& v, avance& a) : e_(e), v_(v), a_(a), total_(v.dir_max) {}
 
   void correr(fichero& diario) {
-    std::int32_t dir = primera_direccion(v_);
+    const std::int32_t primera = primera_direccion(v_);
+    std::int32_t dir = primera;
     const labor_en_curso en_curso(a_, e_.plat, labor::clase::grabar, v_.dir_max + 1 - dir);
     a_.mapa.empezar_escritura(dir);
     while (dir <= v_.dir_max && !a_.cancelar && puede_seguir(e_)) {
@@ -52,6 +55,9 @@ class bucle_de_grabado {
       a_.labor.hechos += bytes_por_grupo;
     }
     a_.mapa.fin_de_escritura(dir, e_.operacion.interrumpida);
+    // The last group of a run that was broken off may or may not have been written.
+    a_.labor.donde = {primera, e_.operacion.interrumpida && dir > primera ? dir - bytes_por_grupo : dir};
+    if (puede_seguir(e_)) a_.labor.como = a_.cancelar ? labor::final::detenida : labor::final::hecha;
   }
 
  private:
@@ -59,10 +65,17 @@ class bucle_de_grabado {
     enviar_comando(e_, "a");
     poner_comando(comando_, v_, dir);
     esperar_datos_rapido(e_);
+    const bool permitida = confirmada();
     enviar_comando_log(e_, comando_, diario);
     avanzar_progreso(a_, total_, bytes_por_grupo, escritos_);
     esperar_datos_rapido(e_);
+    if (permitida && confirmada()) return;
+    ++a_.labor.sin_confirmar;
+    a_.mapa.sin_confirmacion();
   }
+
+  /// What came last says that the command was carried out. One that was given up is no matter of the chip's.
+  bool confirmada() const { return e_.respuesta == confirmacion || !puede_seguir(e_) || e_.operacion.sin_respuesta; }
 
   enlace& e_;
   const Variables_grab& v_;
@@ -76,13 +89,19 @@ void avisar_diario(enlace& e) {
   if (!puede_seguir(e)) return;
   preguntar(e,
             {"Atención", std::string("No se ha podido escribir completo el fichero: ") + carpeta_diario + nombre_diario,
-             botones::Aceptar, icono::critico});
+             botones::Aceptar, icono::critico},
+            {.que = asunto::sin_diario});
 }
 
 void avisar_fin_grabacion(enlace& e, const avance& a) {
   if (!puede_seguir(e)) return;
+  const tramo donde = a.labor.donde;
   preguntar(e,
-            {"", a.cancelar ? "El proceso de grabación ha sido detenido por el usuario" : "¡Ha terminado de grabar!"});
+            {"", a.cancelar ? "El proceso de grabación ha sido detenido por el usuario" : "¡Ha terminado de grabar!"},
+            {.que = a.cancelar ? asunto::grabado_detenido : asunto::grabada,
+             .desde = donde.desde,
+             .hasta = donde.hasta,
+             .hay = static_cast<std::uint32_t>(a.labor.sin_confirmar)});
 }
 
 bool acepta_borrar_protegida(enlace& e) {
@@ -101,7 +120,10 @@ void borrar_y_programar(enlace& e, Variables_grab& v, avance& a) {
 void programar_flash(enlace& e, Variables_grab& v, avance& a) {
   if (!paso(e, "c")) return;
   const bool lista = e.bit_fs != 0 ? acepta_borrar_protegida(e) && borrar_flash(e, a) : habilitar_flash_reset(e);
-  if (lista) grabar_flash(e, v, a);
+  if (lista) return grabar_flash(e, v, a);
+  // Erased, it may be, but not programmed.
+  a.labor.cual = labor::clase::grabar;
+  a.labor.como = labor::final::fallida;
 }
 
 void grabar_flash(enlace& e, Variables_grab& v, avance& a) {

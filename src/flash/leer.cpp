@@ -56,17 +56,23 @@ void leer_bloques(enlace& e, Variables_grab& v, avance& a, std::int64_t desde, s
     esperar_respuesta(e);
     interrumpir_tras_reset(e, resets);
   }
+  a.labor.donde = {static_cast<std::int32_t>(desde), static_cast<std::int32_t>(dir)};
   if (e.operacion.interrumpida) return;
+  a.labor.donde.hasta = static_cast<std::int32_t>(dir + bytes_por_bloque);
+  if (puede_seguir(e) && !e.operacion.sin_respuesta) {
+    a.labor.como = a.cancelar ? labor::final::detenida : labor::final::hecha;
+  }
   guardar(e, v, a, e.respuesta, dir);
   avanzar_progreso(a, hasta, bytes_por_bloque, acumulado);
 }
 
-void avisar_fin_lectura(enlace& e, const avance& a) {
+void avisar_fin_lectura(enlace& e, const avance& a, tramo donde) {
   if (!puede_seguir(e) || e.operacion.sin_respuesta) return;
   if (a.cancelar) {
-    preguntar(e, {"Atención", "El proceso de Upload ha sido detenido por el usuario"});
+    preguntar(e, {"Atención", "El proceso de Upload ha sido detenido por el usuario"},
+              {.que = asunto::lectura_detenida, .desde = donde.desde, .hasta = donde.hasta});
   } else {
-    preguntar(e, {"", "¡Ha terminado de Leer!"});
+    preguntar(e, {"", "¡Ha terminado de Leer!"}, {.que = asunto::leida, .desde = donde.desde, .hasta = donde.hasta});
   }
 }
 
@@ -79,7 +85,7 @@ void leer_flash(enlace& e, Variables_grab& v, avance& a, std::int32_t desde, std
   a.time_ini.Text = e.plat.hora();
   if (desde >= 0) leer_bloques(e, v, a, desde, hasta);
   a.time_fin.Text = e.plat.hora();
-  avisar_fin_lectura(e, a);
+  avisar_fin_lectura(e, a, desde >= 0 ? a.labor.donde : tramo{});
   a.Progress.Value = 0;
   a.cancelar = false;
 }

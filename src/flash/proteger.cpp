@@ -23,9 +23,11 @@ void proteger_flash(enlace& e) {
   if (!paso(e, "D") || !paso(e, "A") || !paso(e, "c") || e.operacion.sin_respuesta) return;
   if (interrumpir_tras_reset(e, resets)) return;
   const bool protegida = e.bit_fs != 0;
-  preguntar(e, {"Atención ocurrió un problema",
-                protegida ? "Se ha protegido la memoria flash!" : "No es posible proteger la memoria flash!",
-                botones::Aceptar, protegida ? icono::informacion : icono::critico});
+  preguntar(e,
+            {"Atención ocurrió un problema",
+             protegida ? "Se ha protegido la memoria flash!" : "No es posible proteger la memoria flash!",
+             botones::Aceptar, protegida ? icono::informacion : icono::critico},
+            {.que = protegida ? asunto::ninguno : asunto::sin_proteger});
 }
 
 }  // namespace morvane

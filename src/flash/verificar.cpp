@@ -17,8 +17,22 @@ namespace {
 /// Nothing: no verdict. Passed before the last block that the loop knows of is `si_hasta_el_tope`.
 enum class veredicto { ninguno, no, si, si_hasta_el_tope };
 
-void decir(enlace& e, const char* texto) {
-  preguntar(e, {"Atención", texto, botones::Aceptar, icono::informacion});
+void decir(enlace& e, const char* texto, const hechos& de_que) {
+  preguntar(e, {"Atención", texto, botones::Aceptar, icono::informacion}, de_que);
+}
+
+hechos hechos_en(asunto que, tramo donde) {
+  return {.que = que, .desde = donde.desde, .hasta = donde.hasta};
+}
+
+void dar_por_hecha(avance& a, tramo donde) {
+  a.labor.como = labor::final::hecha;
+  a.labor.donde = donde;
+}
+
+void dar_por_distinta(avance& a, tramo donde) {
+  a.labor.como = labor::final::distinta;
+  a.labor.donde = donde;
 }
 
 /// What to do where more characters come than a reply has. They may be noise, with the reply still on its way, so that
@@ -44,7 +58,7 @@ std::optional<std::string_view> examinar(enlace& e, std::string_view comando, so
   if (!puede_seguir(e) || e.operacion.sin_respuesta) return std::nullopt;
   const bool sobra = e.control_serie.recibidos() - antes != static_cast<std::uint64_t>(e.control_serie.RThreshold());
   if (sobra) e.linea_inquieta = true;
-  if ((sobra && si_sobra == sobrante::interrumpe) || ajena(e)) interrumpir(e);
+  if ((sobra && si_sobra == sobrante::interrumpe) || ajena(e)) interrumpir(e, rotura::ajena);
   return e.operacion.interrumpida ? std::nullopt : std::optional<std::string_view>(e.respuesta);
 }
 
@@ -66,22 +80,28 @@ veredicto bloques_borrados(enlace& e, avance& a) {
     const tramo donde = tramo_de_bloque(i);
     avanzar_progreso(a, total_flash, chip.bloque, acumulado);
     a.mapa.examinar(donde);
+    a.labor.donde = {0, donde.desde};
     const auto respuesta = examinar(e, comando_de_bloque(donde), sobrante::interrumpe);
     if (!respuesta) return veredicto::ninguno;
     const bool borrado = campo(*respuesta, 35, 2) == "FF";
     borrado ? a.mapa.borrado(donde) : a.mapa.no_borrado(donde);
-    if (!borrado) return veredicto::no;
+    if (!borrado) {
+      dar_por_distinta(a, donde);
+      return veredicto::no;
+    }
     a.labor.hechos += chip.bloque;
   }
+  dar_por_hecha(a, {0, total_flash});
   return veredicto::si;
 }
 
 veredicto examinar_borrado(enlace& e, avance& a) {
-  const labor_en_curso en_curso(a, e.plat, labor::clase::verificar, std::int64_t{bloques_examinados} * chip.bloque);
+  const labor_en_curso en_curso(a, e.plat, labor::clase::examinar, std::int64_t{bloques_examinados} * chip.bloque);
   const auto primera = examinar(e, comando_de_bloque({0, 1}), sobrante::interrumpe);
   if (!primera) return veredicto::ninguno;
   if (campo(*primera, 3, 2) == "FF") return bloques_borrados(e, a);
   a.mapa.no_borrado({0, 1});
+  dar_por_distinta(a, {0, 1});
   return veredicto::no;
 }
 
@@ -90,15 +110,31 @@ veredicto examinar_borrado(enlace& e, avance& a) {
 std::optional<std::uint32_t> suma_de(enlace& e, std::string_view digitos) {
   const bool numero = digitos.size() == 8 && std::ranges::all_of(digitos, [](char c) { return digito_hex(c) >= 0; });
   if (numero) return valor_hex(digitos);
-  interrumpir(e);
+  interrumpir(e, rotura::ajena);
   return std::nullopt;
 }
 
-veredicto comparar_suma(enlace& e, const Variables_grab& v, std::string_view digitos, tramo donde) {
+/// The verdict on the sums, and the facts that are told with it: the two sums that differ, or what was looked at.
+struct juicio {
+  veredicto cual = veredicto::ninguno;
+  hechos razones{};
+};
+
+juicio comparar_suma(enlace& e, const Variables_grab& v, std::string_view digitos, tramo donde) {
   const auto suya = suma_de(e, digitos);
-  if (!suya) return veredicto::ninguno;
-  const std::string nuestra = suma_rango(v, donde.desde, donde.hasta - donde.desde - 1);
-  return *suya == valor_hex(nuestra) ? veredicto::si : veredicto::no;
+  if (!suya) return {};
+  const std::uint32_t nuestra = valor_hex(suma_rango(v, donde.desde, donde.hasta - donde.desde - 1));
+  hechos razones = hechos_en(*suya == nuestra ? asunto::sumas_iguales : asunto::suma_distinta, donde);
+  razones.debe = nuestra;
+  razones.hay = *suya;
+  return {*suya == nuestra ? veredicto::si : veredicto::no, razones};
+}
+
+/// As the map and the progress are told.
+void anotar(avance& a, const juicio& este, tramo donde) {
+  if (este.cual == veredicto::ninguno) return;
+  a.mapa.comparado(donde, este.cual == veredicto::si);
+  if (este.cual == veredicto::no) dar_por_distinta(a, donde);
 }
 
 /// How many bytes the blocks up to the one that holds `dir_max` have.
@@ -106,7 +142,12 @@ std::int64_t bytes_a_sumar(const Variables_grab& v) {
   return std::min(v.dir_max / chip.bloque + 1, total_flash / chip.bloque) * std::int64_t{chip.bloque};
 }
 
-veredicto comparar_bloques(enlace& e, const Variables_grab& v, avance& a) {
+juicio hasta_aqui(avance& a, veredicto cual, tramo donde) {
+  dar_por_hecha(a, donde);
+  return {cual, hechos_en(asunto::sumas_iguales, donde)};
+}
+
+juicio comparar_bloques(enlace& e, const Variables_grab& v, avance& a) {
   e.control_serie.descartar_entrada();
   e.control_serie.RThreshold(47);
   std::int64_t acumulado = 0;
@@ -115,39 +156,49 @@ veredicto comparar_bloques(enlace& e, const Variables_grab& v, avance& a) {
     if (donde.desde >= total_flash) break;
     avanzar_progreso(a, bloques_examinados, i, acumulado);
     a.mapa.examinar(donde);
+    a.labor.donde = {0, donde.desde};
     const auto respuesta = examinar(e, comando_de_bloque(donde), sobrante::se_tolera);
-    if (!respuesta) return veredicto::ninguno;
-    const veredicto este = comparar_suma(e, v, campo(*respuesta, 37, 8), donde);
-    if (este != veredicto::ninguno) a.mapa.comparado(donde, este == veredicto::si);
-    if (este != veredicto::si) return este;
+    if (!respuesta) return {};
+    const juicio este = comparar_suma(e, v, campo(*respuesta, 37, 8), donde);
+    anotar(a, este, donde);
+    if (este.cual != veredicto::si) return este;
     a.labor.hechos += chip.bloque;
-    if (donde.hasta > v.dir_max) return veredicto::si_hasta_el_tope;
+    if (donde.hasta > v.dir_max) return hasta_aqui(a, veredicto::si_hasta_el_tope, {0, donde.hasta});
   }
-  return veredicto::si;
+  return hasta_aqui(a, veredicto::si, {0, total_flash});
 }
 
-veredicto examinar_sumas(enlace& e, const Variables_grab& v, avance& a) {
+juicio examinar_sumas(enlace& e, const Variables_grab& v, avance& a) {
   // What no file sets begins there.
   constexpr tramo principio{0, chip.configuracion.desde + 1};
   const labor_en_curso en_curso(a, e.plat, labor::clase::verificar, bytes_a_sumar(v));
   a.mapa.empezar_verificacion();
   const auto primera = examinar(e, comando_de_bloque(principio), sobrante::se_tolera);
-  if (!primera) return veredicto::ninguno;
-  const veredicto este = comparar_suma(e, v, *primera, principio);
-  if (este == veredicto::no) a.mapa.comparado(principio, false);
-  return este == veredicto::si ? comparar_bloques(e, v, a) : este;
+  if (!primera) return {};
+  const juicio este = comparar_suma(e, v, *primera, principio);
+  if (este.cual == veredicto::si) return comparar_bloques(e, v, a);
+  anotar(a, este, principio);
+  return este;
 }
 
-bool iguales(const Variables_grab& v, std::string_view respuesta, std::int32_t base) {
+/// The first of 16 bytes that is not what `v` has there; `bytes_iguales` if all are.
+hechos diferencia(const Variables_grab& v, std::string_view respuesta, std::int32_t base) {
   for (std::int32_t k = 0; k < 16; ++k) {
     const std::int32_t dir = base + k;
-    if (hay_celda(dir) && v.buffer_salida[static_cast<std::size_t>(dir)] != byte_leido(respuesta, k)) return false;
+    if (!hay_celda(dir)) continue;
+    const std::uint8_t debe = v.buffer_salida[static_cast<std::size_t>(dir)], hay = byte_leido(respuesta, k);
+    if (debe == hay) continue;
+    hechos razones = hechos_en(asunto::byte_distinto, {dir, dir + 1});
+    razones.debe = debe;
+    razones.hay = hay;
+    return razones;
   }
-  return true;
+  return hechos_en(asunto::bytes_iguales, {base, base + 16});
 }
 
-bool difieren(enlace& e, avance& a) {
-  preguntar(e, {"Error en verificación", "Los datos no coinciden"});
+bool difieren(enlace& e, avance& a, const hechos& razones) {
+  dar_por_distinta(a, {razones.desde, razones.hasta});
+  preguntar(e, {"Error en verificación", "Los datos no coinciden"}, razones);
   if (!e.respuesta_lista) e.linea_inquieta = true;
   a.Progress.Value = 0;
   return false;
@@ -178,15 +229,19 @@ bool comparar_grupos(enlace& e, const Variables_grab& v, avance& a, std::int32_t
     dir += 16;
     anterior = e.respuesta;
     enviar_comando(e, comando_de_lectura(dir, "16"));
-    const bool igual = iguales(v, anterior, dir - 16);
+    const hechos razones = diferencia(v, anterior, dir - 16);
+    const bool igual = razones.que == asunto::bytes_iguales;
     if (anterior.starts_with('0')) anotar_grupo(a, dir, igual);
-    if (!igual) return difieren(e, a);
+    if (!igual) return difieren(e, a, razones);
     avanzar_progreso(a, hasta, 16, acumulado);
     esperar_datos(e);
     interrumpir_tras_reset(e, resets);
   }
-  if (dir >= hasta && puede_seguir(e) && !e.operacion.sin_respuesta) {
-    preguntar(e, {"Atención", "La verificación ha sido exitosa"});
+  a.labor.donde = {0, dir};
+  if (!puede_seguir(e) || e.operacion.sin_respuesta) return true;
+  a.labor.como = dir >= hasta ? labor::final::hecha : labor::final::detenida;
+  if (dir >= hasta) {
+    preguntar(e, {"Atención", "La verificación ha sido exitosa"}, hechos_en(asunto::bytes_iguales, {0, dir}));
   }
   return true;
 }
@@ -198,28 +253,34 @@ void verificar_borrado(enlace& e, avance& a) {
   {
     const modo_fijo modo(e.control_serie, 15, 15);
     v = examinar_borrado(e, a);
-    if (v == veredicto::no) decir(e, "La Flash contiene datos, no está borrada");
-  }
-  cerrar_chip(e, esperar_datos);
-  cerrar_puerto(e);
-  if (v == veredicto::si) decir(e, "La Flash ha sido verificada, está borrada");
-}
-
-void verificar_sumas(enlace& e, const Variables_grab& v, avance& a) {
-  constexpr const char* correcto = "El programa de la Flash ha sido verificado, está correcto";
-  veredicto este = veredicto::ninguno;
-  {
-    const modo_fijo modo(e.control_serie, 0, 16);
-    este = examinar_sumas(e, v, a);
-    if (este == veredicto::no) decir(e, "El programa contenido en la Flash difiere del cargado en el buffer");
-    if (este == veredicto::si_hasta_el_tope) {
-      a.Progress.Value = a.Progress.Max;
-      decir(e, correcto);
+    if (v == veredicto::no) {
+      decir(e, "La Flash contiene datos, no está borrada", hechos_en(asunto::con_datos, a.labor.donde));
     }
   }
   cerrar_chip(e, esperar_datos);
   cerrar_puerto(e);
-  if (este == veredicto::si) decir(e, correcto);
+  if (v == veredicto::si) {
+    decir(e, "La Flash ha sido verificada, está borrada", hechos_en(asunto::en_blanco, a.labor.donde));
+  }
+}
+
+void verificar_sumas(enlace& e, const Variables_grab& v, avance& a) {
+  constexpr const char* correcto = "El programa de la Flash ha sido verificado, está correcto";
+  juicio este;
+  {
+    const modo_fijo modo(e.control_serie, 0, 16);
+    este = examinar_sumas(e, v, a);
+    if (este.cual == veredicto::no) {
+      decir(e, "El programa contenido en la Flash difiere del cargado en el buffer", este.razones);
+    }
+    if (este.cual == veredicto::si_hasta_el_tope) {
+      a.Progress.Value = a.Progress.Max;
+      decir(e, correcto, este.razones);
+    }
+  }
+  cerrar_chip(e, esperar_datos);
+  cerrar_puerto(e);
+  if (este.cual == veredicto::si) decir(e, correcto, este.razones);
 }
 
 void comparar_flash(enlace& e, const Variables_grab& v, avance& a, std::int32_t hasta) {

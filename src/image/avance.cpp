@@ -37,6 +37,9 @@ labor_en_curso::labor_en_curso(avance& a, const plataforma& plat, labor::clase c
     : a_(a), plat_(plat) {
   labor& m = a_.labor;
   m.cual = cual;
+  m.como = labor::final::interrumpida;
+  m.donde = {};
+  m.sin_confirmar = 0;
   m.en_curso = true;
   m.total = total;
   m.hechos = 0;

@@ -96,7 +96,7 @@ void mapa_flash::empezar_escritura(std::int32_t dir) {
 }
 
 void mapa_flash::pasar_a(std::int32_t dir) {
-  if (!cabeza_.vacio()) poner(celda_de(cabeza_.desde), bit(saber::escrita));
+  if (!cabeza_.vacio()) dejar_escrita();
   escrito_.hasta = std::min(dir, total_flash);
   cabeza_ = {};
   borde_ = (dir / bytes_por_celda + 1) * bytes_por_celda;
@@ -107,9 +107,21 @@ void mapa_flash::pasar_a(std::int32_t dir) {
   ++cambios_;
 }
 
+/// The cell at the head.
+void mapa_flash::dejar_escrita() {
+  const int celda = celda_de(cabeza_.desde);
+  poner(celda, bit(saber::escrita) | (sabe(celda, saber::sin_confirmar) ? bit(saber::sin_confirmar) : 0));
+}
+
+void mapa_flash::sin_confirmacion() {
+  if (cabeza_.vacio()) return;
+  poner(celda_de(cabeza_.desde), bit(saber::sin_confirmar));
+  ++cambios_;
+}
+
 void mapa_flash::fin_de_escritura(std::int32_t dir, bool rota) {
   if (!cabeza_.vacio() && !rota) {
-    poner(celda_de(cabeza_.desde), bit(saber::escrita));
+    dejar_escrita();
     escrito_.hasta = std::min(dir, total_flash);
   }
   reposar();

@@ -19,8 +19,8 @@ enlace::enlace(plataforma& plataforma_, archivos& ficheros_, MSComm& serial)
   spera_resp.OnTimer = [this] { spera_resp_Timer(*this); };
 }
 
-respuesta_caja preguntar(enlace& e, const caja& mensaje) {
-  const respuesta_caja respuesta = e.plat.MsgBox(mensaje);
+respuesta_caja preguntar(enlace& e, const caja& mensaje, const hechos& de_que) {
+  const respuesta_caja respuesta = e.plat.MsgBox(mensaje, e.explicar ? e.explicar(de_que) : std::string());
   e.resultado_msgbox = std::to_string(respuesta);
   return respuesta;
 }

@@ -46,11 +46,11 @@ void pasada(enlace& e) {
   e.plat.DoEvents();
   if (e.control_serie.perdido()) {
     e.operacion.perdida = true;
-    interrumpir(e);
+    interrumpir(e, rotura::perdida);
   }
   if (e.peticiones_cierre < 2) return;
   e.tiempo_agotado = true;
-  if (!vigilada(e)) interrumpir(e);
+  if (!vigilada(e)) interrumpir(e, rotura::cierre);
 }
 
 /// Takes all that still comes until `esperadas` replies have come since the wait began, or the line has been quiet for
@@ -62,7 +62,7 @@ void recoger(enlace& e, int esperadas, milisegundos calma) {
   limite.arrancar();
   for (std::uint64_t vistos = e.control_serie.recibidos(); !quietud.vencido();) {
     if (e.espera->respuestas >= esperadas || !puede_seguir(e)) return;
-    if (limite.vencido()) return interrumpir(e);
+    if (limite.vencido()) return interrumpir(e, rotura::ajena);
     pasada(e);
     if (vistos != e.control_serie.recibidos()) quietud.arrancar();
     vistos = e.control_serie.recibidos();
@@ -91,7 +91,7 @@ void reabrir_chip(enlace& e) {
   enviar_comando(e, "A");
   esperar_con_vigilancia(e);
   e.operacion.cierre_permitido = e.respuesta_lista;
-  interrumpir(e);
+  interrumpir(e, e.tiempo_agotado ? rotura::abandonada : rotura::reanudada);
 }
 
 void preguntar_por_silencio(enlace& e, bandera b) {
@@ -99,11 +99,11 @@ void preguntar_por_silencio(enlace& e, bandera b) {
   if (serial.RThreshold() != 1 && serial.trama_entera()) {
     modo_caracter(serial);
     serial.entregar();
-    return interrumpir(e);
+    return interrumpir(e, rotura::ajena);
   }
-  const respuesta_caja respuesta = preguntar(e, pregunta_sin_respuesta());
+  const respuesta_caja respuesta = preguntar(e, pregunta_sin_respuesta(), {.que = asunto::sin_respuesta});
   if (respuesta == vbNo) terminar_programa(e);
-  if (respuesta != vbYes) return interrumpir(e);
+  if (respuesta != vbYes) return interrumpir(e, rotura::abandonada);
   pasada(e);
   if (!terminada(e, b)) reabrir_chip(e);
 }
@@ -225,7 +225,7 @@ void esperar_con_vigilancia(enlace& e) {
 void spera_resp_Timer(enlace& e) {
   const bool algo = e.datos_listos || e.control_serie.recibidos() != e.envio.recibidos_antes;
   if (algo || !e.control_serie.PortOpen()) return e.spera_resp.Enabled(false);
-  switch (preguntar(e, pregunta_sin_respuesta())) {
+  switch (preguntar(e, pregunta_sin_respuesta(), {.que = asunto::sin_respuesta})) {
     case vbYes:
       // What has come meanwhile stays: it is the answer of a slow board.
       if (e.espera != nullptr) ++e.espera->repetidas;
@@ -236,7 +236,7 @@ void spera_resp_Timer(enlace& e) {
     default:
       e.tiempo_agotado = true;
       e.spera_resp.Enabled(false);
-      if (!vigilada(e)) interrumpir(e);
+      if (!vigilada(e)) interrumpir(e, rotura::abandonada);
       break;
   }
 }
@@ -250,7 +250,7 @@ bool paso(enlace& e, std::string_view comando) {
 
 bool interrumpir_tras_reset(enlace& e, int antes) {
   if (e.operacion.resets == antes) return false;
-  interrumpir(e);
+  interrumpir(e, rotura::reset);
   e.operacion.cierre_permitido = true;
   return true;
 }

@@ -6,8 +6,8 @@ namespace morvane {
 
 namespace {
 
-bool negar(enlace& e, std::string_view titulo, std::string_view texto) {
-  preguntar(e, {std::string(titulo), std::string(texto), botones::Aceptar, icono::exclamacion});
+bool negar(enlace& e, std::string_view titulo, std::string_view texto, asunto que) {
+  preguntar(e, {std::string(titulo), std::string(texto), botones::Aceptar, icono::exclamacion}, {.que = que});
   return false;
 }
 
@@ -21,18 +21,25 @@ bool abrir_puerto(enlace& e) {
   const ajustes& a = e.valores;
   MSComm& serial = e.control_serie;
   if (!es_puerto(a.puerto)) {
-    return negar(e, "Atención", "Debe escribir un puerto válido, o seleccionar uno de la lista");
+    return negar(e, "Atención", "Debe escribir un puerto válido, o seleccionar uno de la lista",
+                 asunto::puerto_sin_numero);
   }
-  if (serial.PortOpen()) return negar(e, "Atención", "El puerto ya está siendo utilizado por otra aplicación");
+  if (serial.PortOpen()) {
+    return negar(e, "Atención", "El puerto ya está siendo utilizado por otra aplicación", asunto::puerto_propio);
+  }
   if (!serial.CommPort(a.puerto[3] - '0')) {
     return negar(e, "Atención",
-                 "Es probable que el puerto no exista, verifique en su Sistema Operativo los puertos existentes");
+                 "Es probable que el puerto no exista, verifique en su Sistema Operativo los puertos existentes",
+                 asunto::puerto_cerrado);
   }
   if (!serial.Settings(a.velocidad + a.paridad + a.bits_datos + a.bits_parada)) {
     return negar(e, "Atención ocurrió un error",
-                 "Verifique los valores de: Velocidad de transmisión, Bit de paridad, Bits de datos y bit de parada");
+                 "Verifique los valores de: Velocidad de transmisión, Bit de paridad, Bits de datos y bit de parada",
+                 asunto::parametros);
   }
-  if (!serial.PortOpen(true)) return negar(e, "Atención", "El puerto ya ha sido utilizado por otra aplicación");
+  if (!serial.PortOpen(true)) {
+    return negar(e, "Atención", "El puerto ya ha sido utilizado por otra aplicación", asunto::puerto_cerrado);
+  }
   e.operacion = {};
   return true;
 }

@@ -33,14 +33,15 @@ constexpr std::array<std::string_view, 9> errores_chip = {
     "Error parámetros fuera de rango",
 };
 
-void avisar(enlace& e, const caja& mensaje) {
-  preguntar(e, mensaje);
-  if (++e.operacion.cajas_recepcion > maximo_cajas) interrumpir(e);
+void avisar(enlace& e, const caja& mensaje, const hechos& de_que) {
+  preguntar(e, mensaje, de_que);
+  if (++e.operacion.cajas_recepcion > maximo_cajas) interrumpir(e, rotura::rechazos);
 }
 
 void recibir_reset(enlace& e) {
-  avisar(e, {"Atención", "Se ha recibido una señal de RESET", botones::Aceptar, icono::informacion});
-  if (++e.operacion.resets > maximo_resets) interrumpir(e);
+  avisar(e, {"Atención", "Se ha recibido una señal de RESET", botones::Aceptar, icono::informacion},
+         {.que = asunto::reset});
+  if (++e.operacion.resets > maximo_resets) interrumpir(e, rotura::reset);
   if (e.operacion.interrumpida) return;
   e.control_serie.descartar_entrada();
   enviar_comando(e, "A");
@@ -51,8 +52,10 @@ void recibir_estado(enlace& e, std::string_view datos) {
   const std::uint32_t estado = valor_hex(std::string_view(e.respuesta).substr(1, digitos_de_estado));
   e.registro_estado = static_cast<std::uint8_t>(estado);
   if (e.registro_estado == 0xFF) {
-    avisar(e, {"Atención", "Verifique la conexión con el dispositivo, y compruebe que el EzPort está activo",
-               botones::Aceptar, icono::critico});
+    avisar(e,
+           {"Atención", "Verifique la conexión con el dispositivo, y compruebe que el EzPort está activo",
+            botones::Aceptar, icono::critico},
+           {.que = asunto::sin_chip});
     return;
   }
   // A reply to another command has the digits of its checksum where a status stands.
@@ -80,13 +83,15 @@ bool rezagada(enlace& e, const respuesta_leida& r) {
 void recibir_trama(enlace& e) {
   const auto leida = leer_respuesta(e.respuesta);
   if (!leida) {
-    avisar(e, {"Atención Error", "Error en la comunicación, el Cheksum ha fallado, verifique la conexión y el cableado",
-               botones::Aceptar, icono::critico});
-    interrumpir(e);
+    avisar(e,
+           {"Atención Error", "Error en la comunicación, el Cheksum ha fallado, verifique la conexión y el cableado",
+            botones::Aceptar, icono::critico},
+           {.que = asunto::suma_mala});
+    interrumpir(e, rotura::suma);
     return;
   }
   // The text of an older reply once more, or run into it: whatever it is, it does not answer this command.
-  if (!e.envio.trama_empezada) interrumpir(e);
+  if (!e.envio.trama_empezada) interrumpir(e, rotura::ajena);
   if (e.espera != nullptr) ++e.espera->respuestas;
   if (rezagada(e, *leida)) {
     e.datos_listos = e.envio.trama_empezada = false;
@@ -99,7 +104,7 @@ void recibir_trama(enlace& e) {
     if (e.ultimo_comando == 'c') recibir_estado(e, leida->datos);
   } else if (!mostrar_error_chip(e, leida->codigo)) {
     // An echo, or whatever else it is: it answers nothing.
-    interrumpir(e);
+    interrumpir(e, rotura::ajena);
   }
 }
 
@@ -161,7 +166,8 @@ void serial_OnComm(enlace& e) {
 bool mostrar_error_chip(enlace& e, char codigo) {
   if (codigo < '1' || codigo > '9') return false;
   const std::string_view texto = errores_chip.at(static_cast<std::size_t>(codigo - '1'));
-  avisar(e, {std::string(titulo_chip), std::string(texto), botones::Aceptar, icono::critico});
+  avisar(e, {std::string(titulo_chip), std::string(texto), botones::Aceptar, icono::critico},
+         {.que = asunto::rechazo, .codigo = codigo});
   return true;
 }
 

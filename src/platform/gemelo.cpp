@@ -36,8 +36,9 @@ void gemelo::programar(instante cuando, std::function<void()> accion) {
   acciones_.emplace(cuando, std::move(accion));
 }
 
-respuesta_caja gemelo::mostrar(const caja& mensaje) {
+respuesta_caja gemelo::mostrar(const caja& mensaje, const std::string& explicacion) {
   cajas.push_back(mensaje);
+  explicaciones.push_back(explicacion);
   ahora_ += tiempo_de_caja;
   if (respuestas_.empty() && usuario) return usuario(mensaje);
   const bool para_otra = respuestas_.empty() || respuestas_.front().respuesta >= vbCancel;

@@ -12,7 +12,7 @@ void plataforma::DoEvents() {
   tocar_relojes();
 }
 
-respuesta_caja plataforma::MsgBox(const caja& mensaje) {
+respuesta_caja plataforma::MsgBox(const caja& mensaje, const std::string& explicacion) {
   struct cuenta {
     explicit cuenta(plataforma& p) : p_(p) {
       if (p_.cajas_abiertas_++ == 0) p_.caja_desde_ = p_.ahora();
@@ -27,7 +27,7 @@ respuesta_caja plataforma::MsgBox(const caja& mensaje) {
   respuesta_caja respuesta = vbNinguna;
   {
     const cuenta abierta(*this);
-    respuesta = mostrar(mensaje);
+    respuesta = mostrar(mensaje, explicacion);
   }
   reiniciar_relojes();
   return respuesta;

@@ -5,6 +5,10 @@
 #include <cmath>
 #include <cstdio>
 
+#include "files/texto.h"
+#include "frases/frases.h"
+#include "frases/numeros.h"
+
 namespace morvane {
 
 namespace {
@@ -21,16 +25,58 @@ double en_segundos(instante cuanto) {
 }
 
 const char* nombre_de(labor::clase cual) {
-  constexpr std::array nombres{"Borrando", "Grabando", "Leyendo", "Verificando"};
+  constexpr std::array nombres{"Borrando", "Grabando", "Leyendo", "Verificando", "Verificando", "Reset"};
   return nombres.at(static_cast<std::size_t>(cual));
 }
 
-/// With one decimal and a comma.
-std::string con_decimal(double valor) {
-  char texto[32];
-  const auto decimas = static_cast<long>(std::lround(valor * 10));
-  std::snprintf(texto, sizeof texto, "%ld,%ld", decimas / 10, decimas % 10);
-  return texto;
+/// What the chip has gone through, in the past.
+const char* hecho(labor::clase cual) {
+  switch (cual) {
+    case labor::clase::borrar:
+      return "Borrado";
+    case labor::clase::grabar:
+      return "Grabado";
+    case labor::clase::leer:
+      return "Leído";
+    case labor::clase::verificar:
+      return "Igual";
+    case labor::clase::examinar:
+      return "En blanco";
+    case labor::clase::reiniciar:
+      return "Reset enviado";
+  }
+  return "";
+}
+
+const char* sin_hacer(labor::clase cual) {
+  return cual == labor::clase::grabar ? "No grabado" : cual == labor::clase::borrar ? "No borrado" : "Falla";
+}
+
+std::string en_hex(std::int32_t dir) {
+  return hex(static_cast<std::uint32_t>(dir), 6);
+}
+
+std::string desenlace(const labor& m) {
+  const bool con_sitio = m.cual != labor::clase::borrar && m.cual != labor::clase::reiniciar;
+  switch (m.como) {
+    case labor::final::hecha:
+      return hecho(m.cual);
+    case labor::final::detenida:
+      return "Detenido en " + en_hex(m.donde.hasta);
+    case labor::final::distinta:
+      return (m.cual == labor::clase::examinar ? "Con datos en " : "Distinto en ") + direcciones(m.donde);
+    case labor::final::fallida:
+      return sin_hacer(m.cual);
+    case labor::final::interrumpida:
+      break;
+  }
+  return con_sitio ? "Interrumpido en " + en_hex(m.donde.hasta) : "Interrumpido";
+}
+
+std::string tiempo_en_palabras(instante cuanto) {
+  const double segundos = en_segundos(cuanto);
+  if (segundos < 0.05) return "< 0,1 s";
+  return segundos < 59.95 ? decimal(segundos) + " s" : reloj_de(std::llround(segundos));
 }
 
 }  // namespace
@@ -48,7 +94,7 @@ std::string reloj_de(std::int64_t segundos) {
 
 std::string velocidad_de(double bytes_por_segundo) {
   if (bytes_por_segundo < 1000) return std::to_string(std::lround(bytes_por_segundo)) + " B/s";
-  if (bytes_por_segundo < 9950) return con_decimal(bytes_por_segundo / 1000) + " kB/s";
+  if (bytes_por_segundo < 9950) return decimal(bytes_por_segundo / 1000) + " kB/s";
   return std::to_string(std::lround(bytes_por_segundo / 1000)) + " kB/s";
 }
 
@@ -103,12 +149,20 @@ std::int64_t estimador::segundos_que_faltan(const labor& m, double bytes_por_seg
 }
 
 void estimador::acabar(const labor& m) {
-  dicho_ = {};
-  if (m.gastado <= instante{0}) return;
-  const double segundos = en_segundos(m.gastado);
-  std::string cuanto = segundos < 59.95 ? con_decimal(segundos) + " s" : reloj_de(std::llround(segundos));
-  if (segundos < 0.05) cuanto = "< 0,1 s";
-  dicho_ = {"Duración: " + cuanto, "Ha durado " + cuanto};
+  const std::string tardo = tiempo_en_palabras(m.gastado);
+  const bool hecha = m.como == labor::final::hecha, dudosa = m.sin_confirmar > 0;
+  std::string como = desenlace(m);
+  if (dudosa) {
+    como += ", " + entero(m.sin_confirmar, 4) + " sin confirmar";
+  } else if (hecha && m.cual != labor::clase::reiniciar) {
+    como += " en " + tardo;
+  }
+  dicho_ = {como, desenlace(m) + "; ha durado " + tardo, dudosa || (!hecha && m.como != labor::final::detenida)};
+}
+
+void estimador::cargada(const informe_carga& i) {
+  dicho_ = {frase_breve(i), frase(i), i.dudoso() || i.tramos.empty()};
+  for (const std::string& uno : avisos_de(i)) dicho_.extenso += "\n" + uno;
 }
 
 }  // namespace morvane

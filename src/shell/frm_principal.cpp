@@ -4,6 +4,7 @@
 
 #include "colores.h"
 #include "link/puerto.h"
+#include "shell/detalles.h"
 #include "shell/historial.h"
 #include "shell/ordenes.h"
 #include "shell/proyecto.h"
@@ -134,6 +135,7 @@ frm_principal::frm_principal(plataforma& plataforma_, archivos& ficheros, transp
       about(plataforma_),
       men_comparar(ventana.cambios, "men_comparar", "Comparar los buffer"),
       men_acerca_contextual(ventana.cambios, "men_acerca_contextual", "&Acerca de...") {
+  link.explicar = [this](const hechos& de_que) { return detalles(*this, de_que); };
   ventana.BackColor = gris_claro;
   ventana.fija = true;
   ventana.menus = menu.barra();
@@ -153,6 +155,7 @@ std::vector<Form*> frm_principal::otras_ventanas() {
 orden_en_curso::orden_en_curso(frm_principal& f) : f_(f) {
   if (f_.ordenes++ > 0) return;
   f_.avance.labor.gastado = instante{0};
+  f_.labores_antes = f_.avance.labor.cuantas;
   if (std::exchange(f_.puerto_del_mapa, f_.link.valores.puerto) != f_.link.valores.puerto) {
     f_.avance.mapa.olvidar_chip();
   }

@@ -29,7 +29,7 @@ void men_borrar_t_Click(frm_principal& f) {
   abrir_chip(e, esperar_con_vigilancia);
   if (!e.tiempo_agotado) {
     if (borrar_flash(e, f.avance)) {
-      preguntar(e, {"Atención", "¡Ha terminado de borrar!"});
+      preguntar(e, {"Atención", "¡Ha terminado de borrar!"}, {.que = asunto::borrada_entera});
       f.avance.Progress.Value = 0;
     }
     cerrar_chip(e, esperar_con_vigilancia);

@@ -109,7 +109,10 @@ void men_reset_Click(frm_principal& f) {
   corchete c(e);
   if (!c.abierto()) return;
   abrir_chip(e, esperar_con_vigilancia);
-  if (habilitar_flash_reset(e)) paso(e, "j");
+  {
+    const labor_en_curso en_curso(f.avance, e.plat, labor::clase::reiniciar, 0);
+    if (habilitar_flash_reset(e) && paso(e, "j")) f.avance.labor.como = labor::final::hecha;
+  }
   cerrar_chip(e, esperar_datos);
   c.terminar();
 }

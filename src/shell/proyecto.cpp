@@ -10,6 +10,7 @@
 #include "image/cargar_s19.h"
 #include "link/puerto.h"
 #include "platform/rutas.h"
+#include "shell/detalles.h"
 #include "shell/historial.h"
 
 namespace morvane {
@@ -29,7 +30,8 @@ void avisar_fallo_carga(frm_principal& f, const fallo_carga& fallo) {
   f.plat.MsgBox({.titulo = "Atención",
                  .texto = "No se ha podido cargar el archivo:\r\n" + f.v.ruta_archivo + "\r\n" + frase(fallo),
                  .teclas = botones::Aceptar,
-                 .dibujo = icono::critico});
+                 .dibujo = icono::critico},
+                detalles_de_carga(f));
 }
 
 /// Ends with a box in any case.
@@ -37,7 +39,7 @@ void cargar_proyecto_s19(frm_principal& f) {
   if (const auto fallo = cargar_s19(f.plat, f.v, f.avance)) {
     avisar_fallo_carga(f, *fallo);
   } else {
-    f.plat.MsgBox({.titulo = "", .texto = "Ha terminado de cargar el archivo"});
+    f.plat.MsgBox({.titulo = "", .texto = "Ha terminado de cargar el archivo"}, detalles_de_carga(f));
   }
   f.avance.Progress.Value = 0;
   f.avance.cancelar = false;
@@ -83,6 +85,8 @@ respuesta_caja desea_el_mismo(frm_principal& f) {
 
 void olvidar_proyecto(frm_principal& f) {
   f.v.dir_max = 0;
+  f.v.carga = {};
+  ++f.cargas;
   f.estado.panel(1).Text = "";
   f.estado.panel(1).ToolTipText = "";
 }
@@ -157,7 +161,9 @@ void cargar_proyecto(frm_principal& f, std::string_view extension) {
   limpiar_buffer_salida(f.v);
   f.avance.mapa.nueva_imagen(f.v.buffer_salida);
   mostrar_ruta(f, f.v.ruta_archivo);
+  f.v.carga = {.como = informe_carga::estado::desconocido};
   if (const formato* const cual = formato_de(extension)) cual->cargar(f);
+  ++f.cargas;
   f.avance.mapa.nueva_imagen(f.v.buffer_salida);
   f.cargando = false;
 }

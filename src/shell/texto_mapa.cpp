@@ -3,16 +3,12 @@
 #include <algorithm>
 #include <array>
 
-#include "files/texto.h"
 #include "flash/bloque.h"
+#include "frases/numeros.h"
 
 namespace morvane {
 
 namespace {
-
-std::string direcciones(tramo t) {
-  return hex(static_cast<std::uint32_t>(t.desde), 6) + "–" + hex(static_cast<std::uint32_t>(t.hasta - 1), 6);
-}
 
 /// "Leída" for a cell that lies within `hecho_en`, else "Leída en parte (…)" with the addresses that do.
 std::string hasta_donde(const char* participio, tramo celda, tramo hecho_en) {
@@ -29,6 +25,7 @@ std::string lo_que_hay_en_el_chip(const mapa_flash& m, int celda) {
   if (m.sabe(celda, saber::escrita_antes)) texto += "\nEscrita con un archivo anterior";
   if (m.sabe(celda, saber::igual)) texto += "\nVerificada: igual que la imagen";
   if (m.sabe(celda, saber::distinta)) texto += "\nVerificada: su zona difiere de la imagen";
+  if (m.sabe(celda, saber::sin_confirmar)) texto += "\nEl chip no ha confirmado alguna palabra";
   if (m.sabe(celda, saber::leida)) texto += "\n" + hasta_donde("Leída", t, m.leido());
   return texto.empty() ? "\nNo se sabe qué contiene el chip" : texto;
 }
@@ -36,11 +33,10 @@ std::string lo_que_hay_en_el_chip(const mapa_flash& m, int celda) {
 }  // namespace
 
 aspecto aspecto_de(const mapa_flash& mapa, int celda) {
-  constexpr std::pair<saber, aspecto> orden[] = {{saber::distinta, aspecto::distinta},
-                                                 {saber::igual, aspecto::igual},
-                                                 {saber::escrita, aspecto::escrita},
-                                                 {saber::escrita_antes, aspecto::escrita_antes},
-                                                 {saber::borrada, aspecto::borrada}};
+  constexpr std::pair<saber, aspecto> orden[] = {
+      {saber::distinta, aspecto::distinta},           {saber::igual, aspecto::igual},
+      {saber::sin_confirmar, aspecto::sin_confirmar}, {saber::escrita, aspecto::escrita},
+      {saber::escrita_antes, aspecto::escrita_antes}, {saber::borrada, aspecto::borrada}};
   for (const auto& [cual, como] : orden) {
     if (mapa.sabe(celda, cual)) return como;
   }
@@ -55,6 +51,8 @@ const char* nombre_de(aspecto cual) {
       return "Escrita";
     case aspecto::escrita_antes:
       return "Escrita antes";
+    case aspecto::sin_confirmar:
+      return "Sin confirmar";
     case aspecto::igual:
       return "Igual";
     case aspecto::distinta:

@@ -75,7 +75,7 @@ TEST_F(mapa_qt_test, while_a_command_runs_cells_and_bar_follow_and_at_rest_nothi
   };
   hijo<QToolButton>("Toolbar_3").click();
   EXPECT_FALSE(s.mirando());
-  EXPECT_EQ(barra.text(), "Duración: 1:40");
+  EXPECT_EQ(barra.text(), "⚠ Interrumpido en 000000");
 }
 
 }  // namespace

@@ -58,7 +58,7 @@ TEST_F(esperas, a_long_block_in_its_fixed_mode_may_take_nine_seconds_and_a_short
 }
 
 TEST_F(esperas, in_a_broken_operation_waits_return_at_once_and_nothing_goes_out_but_an_allowed_d) {
-  interrumpir(e);
+  interrumpir(e, rotura::abandonada);
   const auto antes = plat.pasadas;
   for (const auto como : {esperar_respuesta, esperar_con_vigilancia}) enviar_y(como, "D");
   EXPECT_EQ(plat.pasadas, antes);

@@ -17,7 +17,7 @@ struct linea_inquieta : banco_enlace<guion> {
     return e.respuesta;
   }
   void dejar_inquieta() {
-    interrumpir(e);
+    interrumpir(e, rotura::abandonada);
     reabrir();
   }
   const std::string buena = "055" + suma_comprobacion("055");

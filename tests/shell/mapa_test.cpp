@@ -10,7 +10,7 @@ struct mapa_test : banco_ordenes {
   std::string tras_orden(orden cual, const puente::faltas& mal = {}) {
     correr(cual, mal);
     std::string texto;
-    for (const int i : {0, 1, 2, 128}) texto += ".beEid"[static_cast<int>(aspecto_de(f.avance.mapa, i))];
+    for (const int i : {0, 1, 2, 128}) texto += ".beErid"[static_cast<int>(aspecto_de(f.avance.mapa, i))];
     return texto;
   }
 };

@@ -130,10 +130,7 @@ void testigo::contestar(QMessageBox& caja) {
   QAbstractButton* boton = nullptr;
   if (!cajas_.empty() && caja.text().toStdString().find(cajas_.front().texto) != std::string::npos) {
     boton = boton_de(caja, cajas_.front().boton);
-    if (!cajas_.front().retrato.empty()) {
-      if (QAbstractButton* detalles = boton_de(caja, "Mostrar los detalles...")) detalles->click();
-      foto(cajas_.front().retrato);
-    }
+    if (!cajas_.front().retrato.empty()) foto(cajas_.front().retrato);
     cajas_.pop_front();
   }
   if (boton == nullptr) {

@@ -30,16 +30,13 @@ class plataforma_qt final : public plataforma {
   /// The window that boxes and dialogs belong to when none of the program's is active; null before it is shown.
   QWidget* duena = nullptr;
 
-  /// The next box offers `motivo`, one line about the cause of what it says, behind a button.
-  void explicar(std::string motivo) { explicacion_ = std::move(motivo); }
-
   /// Nobody will answer any more: the open box or dialog ends as if its window had been closed, and those that come
   /// later are not shown and end in the same way. What a box had to say then goes to standard error.
   void abandonar_cajas();
 
  protected:
   void eventos() override;
-  respuesta_caja mostrar(const caja& mensaje) override;
+  respuesta_caja mostrar(const caja& mensaje, const std::string& explicacion) override;
 
  private:
   void esperar_a(QDialog& dialogo);
@@ -49,7 +46,6 @@ class plataforma_qt final : public plataforma {
   anfitrion_del_sistema maquina_;
   teclado teclado_{[this] { return ahora(); }};
   bool desatendida_ = false;
-  std::string explicacion_;
 };
 
 }  // namespace morvane

@@ -41,6 +41,7 @@ class seguimiento {
   ventana_qt& ventana_;
   QProgressBar* barra_;
   const QFont letra_;
+  const QPalette paleta_;
   mapa_qt* mapa_;
   estimador estimador_;
   estimador::textos escrito_;
@@ -48,6 +49,8 @@ class seguimiento {
   bool en_orden_ = false;
   /// Operations up to the end of the last command.
   unsigned contadas_ = 0;
+  /// Loads that have been told of.
+  unsigned cargas_ = 0;
 };
 
 }  // namespace morvane

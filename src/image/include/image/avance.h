@@ -10,11 +10,18 @@ namespace morvane {
 
 /// How far the running operation has come, for whoever tells the user how long it will still take.
 struct labor {
-  enum class clase : std::uint8_t { borrar, grabar, leer, verificar };
+  enum class clase : std::uint8_t { borrar, grabar, leer, verificar, examinar, reiniciar };
+  /// `interrumpida` until an operation says otherwise; `fallida` if the chip has not done it.
+  enum class final : std::uint8_t { interrumpida, hecha, detenida, distinta, fallida };
   clase cual = clase::borrar;
+  final como = final::interrumpida;
   bool en_curso = false;
   /// Bytes to go over, and those done; a `total` of 0 where nobody can know it.
   std::int64_t total = 0, hechos = 0;
+  /// What it has gone over; where `como` is `distinta`, what differs.
+  tramo donde{};
+  /// Words that were sent to be written and that the chip has not confirmed.
+  int sin_confirmar = 0;
   /// When the operation began, on the clock that stands still while a box is open.
   instante inicio{0};
   /// Time that the operations of the last command have taken, the running one left out.

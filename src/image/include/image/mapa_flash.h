@@ -33,6 +33,8 @@ enum class saber : unsigned {
   /// The last verification found the part of the flash in which it lies equal to the image, or different from it.
   igual = 32,
   distinta = 64,
+  /// This run wrote there, and a word was not confirmed.
+  sin_confirmar = 128,
 };
 
 /// What this run of the program knows of the chip's flash, cell by cell. The flows report what they have done, at a
@@ -70,6 +72,8 @@ class mapa_flash {
     if (dir >= borde_) pasar_a(dir);
   }
   void fin_de_escritura(std::int32_t dir, bool rota);
+  /// What was written last was not confirmed.
+  void sin_confirmacion();
 
   /// A read begins, for which `buffer_entrada` was cleared; `lectura` is told of each part that was stored, in order.
   void empezar_lectura();
@@ -90,6 +94,7 @@ class mapa_flash {
   void quitar(unsigned hechos);
   void poner(int celda, unsigned nuevos);
   void pasar_a(std::int32_t dir);
+  void dejar_escrita();
 
   std::array<unsigned, celdas_del_mapa> celdas_{};
   tramo escrito_, leido_, cabeza_;

@@ -2,11 +2,15 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
+#include <optional>
 #include <string>
 
 #include "files/ajustes.h"
 #include "files/archivos.h"
+#include "link/hechos.h"
 #include "platform/plataforma.h"
+#include "serial/causa_puerto.h"
 #include "serial/mscomm.h"
 
 namespace morvane {
@@ -21,6 +25,8 @@ struct ajustes : campos_ajustes {
 struct operacion_en_curso {
   /// The operation is broken off: nothing is sent any more, waits return at once, nothing is judged.
   bool interrumpida = false;
+  /// Why, as long as it is.
+  rotura por = rotura::ninguna;
   /// A wait was given up without a reply of its own, so nothing may be said of the chip.
   bool sin_respuesta = false;
   /// The device has vanished; what comes back under its name may be another one.
@@ -100,18 +106,24 @@ struct enlace {
   /// While it is up, an "A" lets the line come to rest, and a reply without data does not answer a status or a reading.
   /// Down again once one of these has been answered.
   bool linea_inquieta = false;
+
+  /// Why the port could not be found or opened last.
+  std::optional<causa_puerto> fallo_de_puerto;
+  /// Puts into words what a box is about; boxes have no explanation while it is not set.
+  std::function<std::string(const hechos&)> explicar;
 };
 
-/// Shows a box and notes the answer in `resultado_msgbox`.
-respuesta_caja preguntar(enlace& e, const caja& mensaje);
+/// Shows a box and notes the answer in `resultado_msgbox`. What `de_que` says stands under its text.
+respuesta_caja preguntar(enlace& e, const caja& mensaje, const hechos& de_que = {});
 
 /// True while the flow of the running command may start something new: neither broken off nor asked to close.
 inline bool puede_seguir(const enlace& e) {
   return !e.operacion.interrumpida && e.peticiones_cierre == 0;
 }
 
-/// Breaks the running operation off. Replies to it may still be under way.
-inline void interrumpir(enlace& e) {
+/// Breaks the running operation off. Replies to it may still be under way. The first reason counts.
+inline void interrumpir(enlace& e, rotura por) {
+  if (!e.operacion.interrumpida) e.operacion.por = por;
   e.operacion.interrumpida = true;
   e.linea_inquieta = true;
 }

@@ -82,6 +82,8 @@ class gemelo : public plataforma {
 
   /// All boxes shown so far, in order.
   std::vector<caja> cajas;
+  /// What stood under the text of each.
+  std::vector<std::string> explicaciones;
   /// Passes so far, and how many of them in a row found nothing ever due before it counts as a hang.
   std::uint64_t pasadas = 0;
   int paciencia = 100;
@@ -92,7 +94,7 @@ class gemelo : public plataforma {
 
  protected:
   void eventos() override;
-  respuesta_caja mostrar(const caja& mensaje) override;
+  respuesta_caja mostrar(const caja& mensaje, const std::string& explicacion) override;
 
  private:
   struct contestacion {

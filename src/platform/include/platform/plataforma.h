@@ -32,8 +32,9 @@ class plataforma {
   void DoEvents();
 
   /// Shows a message box and returns when it is closed. No serial event and no tick is delivered meanwhile; all
-  /// running clocks start anew when it closes.
-  respuesta_caja MsgBox(const caja& mensaje);
+  /// running clocks start anew when it closes. `explicacion` stands under the text of the message: what lies behind it,
+  /// line by line, or nothing.
+  respuesta_caja MsgBox(const caja& mensaje, const std::string& explicacion = {});
   bool caja_abierta() const { return cajas_abiertas_ > 0; }
 
   /// The monotonic clock that timers and waits count on.
@@ -60,7 +61,7 @@ class plataforma {
  protected:
   /// Delivers what the desktop has pending and returns.
   virtual void eventos() = 0;
-  virtual respuesta_caja mostrar(const caja& mensaje) = 0;
+  virtual respuesta_caja mostrar(const caja& mensaje, const std::string& explicacion) = 0;
   /// When the next of the running clocks will be due, if any runs that is not due yet.
   std::optional<instante> proximo_plazo() const;
 

@@ -4,17 +4,20 @@
 #include <string>
 
 #include "image/avance.h"
+#include "image/informe_carga.h"
 
 namespace morvane {
 
-/// Tells the user how a command gets on: percentage, bytes per second and time left while it runs, how long it took
-/// when it has ended. Texts change twice a second at most, the speed is that of the last 20 seconds, and the time left
-/// counts down evenly as long as that is not far off.
+/// Tells the user how a command gets on: percentage, bytes per second and time left while it runs, how it went and how
+/// long it took when it has ended; and what a load has brought. Texts change twice a second at most, the speed is that
+/// of the last 20 seconds, and the time left counts down evenly as long as that is not far off.
 class estimador {
  public:
   /// What stands on the bar, and the same in full.
   struct textos {
     std::string breve, extenso;
+    /// Something is not as it was meant to be.
+    bool aviso = false;
     bool operator==(const textos&) const = default;
   };
 
@@ -22,8 +25,10 @@ class estimador {
   void empezar();
   /// Looks at the running operation. `ahora` is on the clock of `labor::inicio`.
   void mirar(const labor& m, instante ahora);
-  /// The command has ended. Nothing is said of one that had no operation worth it.
+  /// The command has ended, and `m` was its last operation.
   void acabar(const labor& m);
+  /// A file was loaded, or could not be.
+  void cargada(const informe_carga& i);
 
   const textos& dicho() const { return dicho_; }
 

@@ -81,8 +81,14 @@ struct frm_principal {
 
   /// The port to whose chip the map belongs.
   std::string puerto_del_mapa;
+  /// The port of the settings and what is at it, in a line; not set where nobody can tell.
+  std::function<std::string()> describir_puerto;
   /// Handlers that are running a command or a load, nested ones included.
   int ordenes = 0;
+  /// `avance.labor.cuantas` when the running command began.
+  unsigned labores_antes = 0;
+  /// Loads that have ended, and files that were given up.
+  unsigned cargas = 0;
   /// A load is running.
   bool cargando = false;
 };

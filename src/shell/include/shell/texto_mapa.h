@@ -9,8 +9,8 @@ namespace morvane {
 
 /// How a cell looks: the one of its facts about the chip that says most. What the image holds and what was read come
 /// on top of it.
-enum class aspecto { desconocida, borrada, escrita, escrita_antes, igual, distinta };
-constexpr int aspectos = 6;
+enum class aspecto { desconocida, borrada, escrita, escrita_antes, sin_confirmar, igual, distinta };
+constexpr int aspectos = 7;
 
 aspecto aspecto_de(const mapa_flash& mapa, int celda);
 
