@@ -6,7 +6,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QRadioButton>
-#include <QRegularExpressionValidator>
 #include <QShortcut>
 #include <QToolButton>
 
@@ -17,7 +16,7 @@ namespace morvane {
 namespace {
 
 constexpr QRgb rojo = 0xFFA00000;
-constexpr int cifras_direccion = 6, limite_texto = 255;
+constexpr int limite_texto = 255;
 constexpr int margen = 2, hueco = 4;
 
 QWidget* en_fila(QWidget* padre) {
@@ -36,10 +35,6 @@ QLineEdit* campo(QWidget* padre, const char* rotulo) {
   padre->layout()->addWidget(delante);
   padre->layout()->addWidget(texto);
   return texto;
-}
-
-QValidator* admitir(const QString& forma, QObject* padre) {
-  return new QRegularExpressionValidator(QRegularExpression(forma), padre);
 }
 
 QToolButton* boton(QWidget* padre, const char* ayuda) {
@@ -91,7 +86,6 @@ void barra_busqueda::atajo(const QKeySequence& tecla, QWidget* donde, std::funct
 QWidget* barra_busqueda::hacer_direccion() {
   QWidget* forma = en_fila(this);
   direccion_ = campo(forma, "&Ir a la dirección:");
-  direccion_->setValidator(admitir(QStringLiteral("(0[xX])?[0-9A-Fa-f]{0,%1}").arg(cifras_direccion), forma));
   direccion_->setObjectName(QStringLiteral("direccion"));
   connect(direccion_, &QLineEdit::returnPressed, this, [this] { ir(); });
   return forma;
@@ -100,8 +94,6 @@ QWidget* barra_busqueda::hacer_direccion() {
 QWidget* barra_busqueda::hacer_busqueda() {
   QWidget* forma = en_fila(this);
   que_ = campo(forma, "B&uscar:");
-  solo_bytes_ = admitir(QStringLiteral("[0-9A-Fa-f ]*"), forma);
-  que_->setValidator(solo_bytes_);
   forma->layout()->addWidget(bytes_ = new QRadioButton(QStringLiteral("&Bytes"), forma));
   forma->layout()->addWidget(texto_ = new QRadioButton(QStringLiteral("&Texto"), forma));
   que_->setObjectName(QStringLiteral("que"));
@@ -131,7 +123,6 @@ QWidget* barra_busqueda::hacer_busqueda() {
 void barra_busqueda::cambiar_clase(clase_busqueda nueva) {
   if (nueva == clase_) return;
   clase_ = nueva;
-  que_->setValidator(nueva == clase_busqueda::bytes ? solo_bytes_ : nullptr);
   const QString antes = que_->text();
   que_->setText(otro_);
   otro_ = antes;

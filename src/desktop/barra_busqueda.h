@@ -9,7 +9,6 @@ class QGridLayout;
 class QLabel;
 class QLineEdit;
 class QRadioButton;
-class QValidator;
 
 namespace morvane {
 
@@ -52,8 +51,6 @@ class barra_busqueda final : public QWidget {
   buscador& busca_;
   QGridLayout* rejilla_;
   QLineEdit *direccion_, *que_;
-  /// Of `que_` while bytes are looked for.
-  QValidator* solo_bytes_;
   QRadioButton *bytes_, *texto_;
   QLabel* mensaje_;
   QWidget *de_direccion_, *de_busqueda_;

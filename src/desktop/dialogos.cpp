@@ -3,6 +3,8 @@
 #include <QClipboard>
 #include <QCloseEvent>
 #include <QDialogButtonBox>
+#include <QDir>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QGuiApplication>
 #include <QHeaderView>
@@ -82,6 +84,12 @@ QMessageBox::Icon dibujo_de(icono cual) {
       break;
   }
   return QMessageBox::NoIcon;
+}
+
+/// The patterns of one of Qt's filters, "A (*.s19)".
+QStringList formas_de(const QString& filtro) {
+  const QString dentro = filtro.section(QLatin1Char('('), -1).section(QLatin1Char(')'), 0, 0);
+  return dentro.split(QLatin1Char(' '), Qt::SkipEmptyParts);
 }
 
 /// "A (*.s19)|*.s19|B (*.bin)|*.bin" as Qt's list of filters, which put the patterns into brackets.
@@ -206,6 +214,17 @@ dialogo_abrir::dialogo_abrir(const CommonDialog& descripcion, QWidget* duena)
   // Qt's own size is that of a small font.
   const int renglon = fontMetrics().height();
   resize(QSize(44 * renglon, 30 * renglon).boundedTo(screen()->availableSize() * 9 / 10));
+}
+
+void dialogo_abrir::accept() {
+  const QFileInfo elegido(selectedFiles().value(0));
+  QStringList formas;
+  for (const QString& filtro : nameFilters()) formas += formas_de(filtro);
+  if (!elegido.isFile() || QDir::match(formas, elegido.fileName())) return QFileDialog::accept();
+  const std::string texto = elegido.fileName().toStdString() +
+                            " no es de un tipo que se pueda abrir: " + formas.join(QStringLiteral(", ")).toStdString();
+  ventana_caja({.titulo = "Abrir", .texto = texto, .teclas = botones::Aceptar, .dibujo = icono::exclamacion}, {}, this)
+      .exec();
 }
 
 std::string dialogo_abrir::ruta() const {

@@ -35,13 +35,17 @@ class ventana_caja final : public QMessageBox {
   QAbstractButton* escape_ = nullptr;
 };
 
-/// The open dialog, with Qt's own look on all desktops.
+/// The open dialog, with Qt's own look on all desktops. A file of any of the kinds can be typed, whichever is chosen.
 class dialogo_abrir final : public QFileDialog {
  public:
   dialogo_abrir(const CommonDialog& descripcion, QWidget* duena);
 
   /// The chosen path as the host's bytes, or empty.
   std::string ruta() const;
+
+ protected:
+  /// A file of none of the kinds that are offered is refused with a box, and the dialog stays.
+  void accept() override;
 };
 
 }  // namespace morvane

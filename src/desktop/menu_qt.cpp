@@ -2,6 +2,7 @@
 #include <QMenu>
 #include <QMenuBar>
 
+#include "menu_letras.h"
 #include "taller.h"
 
 namespace morvane {
@@ -22,7 +23,8 @@ QString rotulo(const Menu& menu) {
 
 QAction* hacer_entrada(QMenu& destino, Menu& menu, taller& t) {
   if (!menu.lista.empty()) {
-    auto* sub = destino.addMenu(QString());
+    auto* sub = new menu_letras(&destino);
+    destino.addMenu(sub);
     sub->setObjectName(qt(menu.Name));
     hacer_lista(*sub, menu.lista, t);
     return sub->menuAction();
@@ -51,7 +53,8 @@ void hacer_lista(QMenu& destino, const std::vector<Menu*>& lista, taller& t) {
 
 void hacer_menus(QMenuBar& barra, const std::vector<Menu*>& menus, taller& t) {
   for (Menu* menu : menus) {
-    QMenu* lista = barra.addMenu(QString());
+    auto* lista = new menu_letras(&barra);
+    barra.addMenu(lista);
     lista->setObjectName(qt(menu->Name));
     hacer_lista(*lista, menu->lista, t);
     mantener(*lista->menuAction(), *menu, t);

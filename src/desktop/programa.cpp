@@ -13,6 +13,7 @@
 #include "imagenes.h"
 #include "lista_qt.h"
 #include "platform/proceso.h"
+#include "rango_qt.h"
 #include "shell/proyecto.h"
 #include "textos_es.h"
 
@@ -69,6 +70,7 @@ programa::programa(const std::filesystem::path& directorio)
     principal_->link.fallo_de_puerto = causa;
   };
   principal_->describir_puerto = [this] { return puerto_en_palabras(directorio_, principal_->link.valores.puerto); };
+  completar(*ventana_, principal_->rango);
   ventana_->al_empezar = [this] { seguimiento_->al_empezar(); };
   seguimiento_->mapa().al_abrir = [this](std::int32_t dir) { abrir_volcado(dir); };
   ventana_->puede_cerrarse = [this] { return puede_cerrarse(); };
@@ -128,6 +130,7 @@ void programa::pedir_fin() {
 }
 
 bool programa::puede_cerrarse() {
+  if (!desea_cerrar(*principal_)) return false;
   const bool libre = pedir_cierre(*principal_);
   if (libre && !ocupado()) {
     acabar();

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <exception>
 
+#include "menu_letras.h"
 #include "taller.h"
 
 namespace morvane {
@@ -61,7 +62,7 @@ void ventana_qt::poner_menus(taller& t) {
     menuBar()->setAccessibleName(QStringLiteral("Menú"));
     hacer_menus(*menuBar(), forma_.menus, t);
   }
-  contextual_ = new QMenu(this);
+  contextual_ = new menu_letras(this);
   contextual_->setWindowTitle(QStringLiteral("Menú contextual"));
   hacer_lista(*contextual_, forma_.contextual, t);
 }

@@ -1,5 +1,7 @@
 #include "flash/leer.h"
 
+#include <algorithm>
+
 #include "flash/bloque.h"
 #include "link/envio.h"
 #include "link/esperas.h"
@@ -77,6 +79,11 @@ void avisar_fin_lectura(enlace& e, const avance& a, tramo donde) {
 }
 
 }  // namespace
+
+tramo alcance_de_lectura(std::int32_t desde, std::int32_t hasta) {
+  if (desde < 0) return {};
+  return {desde, static_cast<std::int32_t>(std::min<std::int64_t>(desde + bytes_a_leer(desde, hasta), INT32_MAX))};
+}
 
 void leer_flash(enlace& e, Variables_grab& v, avance& a, std::int32_t desde, std::int32_t hasta) {
   limpiar_buffer_entrada(v);

@@ -1,13 +1,17 @@
 #include "shell/buscador.h"
 
+#include <algorithm>
+
 #include "files/texto.h"
 
 namespace morvane {
 
 namespace {
 
+constexpr std::size_t cifras_direccion = 6;
+
 std::string direccion(std::size_t dir) {
-  return hex(static_cast<std::uint32_t>(dir), 6);
+  return hex(static_cast<std::uint32_t>(dir), cifras_direccion);
 }
 
 std::optional<patron> patron_de(std::string_view que, clase_busqueda como) {
@@ -41,6 +45,8 @@ bool buscador::ir(std::string_view texto) {
   if (!donde_ || donde_->bytes().empty()) return fallar("El buffer está vacío");
   if (texto.starts_with("0x") || texto.starts_with("0X")) texto.remove_prefix(2);
   if (texto.empty()) return fallar("Escriba una dirección");
+  const bool son_cifras = std::ranges::all_of(texto, [](char c) { return digito_hex(c) >= 0; });
+  if (!son_cifras || texto.size() > cifras_direccion) return fallar("Hasta seis cifras de 0 a F");
   const std::size_t dir = valor_hex(texto);
   const std::size_t ultima = donde_->bytes().size() - 1;
   if (dir > ultima) return fallar("La última dirección es " + direccion(ultima));
@@ -52,7 +58,7 @@ bool buscador::ir(std::string_view texto) {
 
 bool buscador::buscar(std::string_view que, clase_busqueda como, sentido hacia, std::size_t fila) {
   const auto bytes = patron_de(que, como);
-  if (!bytes) return fallar("Dos cifras de 0 a F por byte");
+  if (!bytes) return fallar("Dos cifras de 0 a F por byte; si es un texto, elija Texto");
   if (bytes->bytes.empty()) return fallar("Escriba qué buscar");
   if (!donde_) return fallar("El buffer está vacío");
   pedido este{std::string(que), como};

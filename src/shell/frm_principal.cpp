@@ -177,6 +177,15 @@ void Toolbar_ButtonClick(frm_principal& f, int indice) {
   ejecutar_boton(f, indice);
 }
 
+bool desea_cerrar(frm_principal& f) {
+  const labor& m = f.avance.labor;
+  const bool a_medias = m.en_curso && (m.cual == labor::clase::borrar || m.cual == labor::clase::grabar);
+  if (!a_medias || f.link.peticiones_cierre > 0) return true;
+  const std::string que = m.cual == labor::clase::borrar ? "borrando" : "grabando";
+  return f.plat.MsgBox({"Atención", "Se está " + que + " el chip. ¿Desea cerrar el programa y dejarlo a medias?",
+                        botones::SiNo, icono::exclamacion}) == vbYes;
+}
+
 bool pedir_cierre(frm_principal& f) {
   if (f.ordenes == 0) return true;
   ++f.link.peticiones_cierre;

@@ -1,5 +1,8 @@
+#include <algorithm>
+
 #include "files/texto.h"
 #include "flash/leer.h"
+#include "frases/numeros.h"
 #include "link/corchete.h"
 #include "shell/ordenes.h"
 
@@ -11,41 +14,54 @@ constexpr std::int64_t ultima_direccion = total_flash - 1;
 constexpr std::int64_t paso_rango = 16;
 
 /// The value of a box, as a signed number of 32 bits.
-std::int64_t valor_de(const TextBox& caja) {
-  return static_cast<std::int32_t>(valor_hex(caja.Text.valor()));
+std::int64_t valor_de(std::string_view texto) {
+  return static_cast<std::int32_t>(valor_hex(texto));
 }
 
 std::int64_t bajar(std::int64_t dir) {
   return dir & ~(paso_rango - 1);
 }
 
+/// One end of a range as it will be used, and what its box then shows, if that is something else.
+struct extremo {
+  std::int64_t dir;
+  std::optional<std::string> en_la_caja{};
+};
+
 /// Start of the range: lowered to a multiple of 16; below 16 it is 0, and the box shows that.
-std::int64_t corregir_desde(TextBox& txt_desde) {
-  const std::int64_t desde = valor_de(txt_desde);
-  if (desde % paso_rango == 0) return desde;
-  if (desde > paso_rango) return bajar(desde);
-  txt_desde.Text = "000000";
-  return 0;
+extremo corregir_desde(std::string_view texto) {
+  const std::int64_t desde = valor_de(texto);
+  if (desde % paso_rango == 0) return {desde};
+  if (desde > paso_rango) return {bajar(desde)};
+  return {0, "000000"};
 }
 
 /// End of the range: one above the next multiple of 16, or as it is near the end of the flash, where the box shows
 /// that.
-std::int64_t corregir_hasta(TextBox& txt_hasta) {
-  std::int64_t hasta = valor_de(txt_hasta);
-  if (hasta % paso_rango != 0) {
-    if (hasta + paso_rango > ultima_direccion) {
-      txt_hasta.Text = hex(ultima_direccion, 6);
+extremo corregir_hasta(std::string_view texto) {
+  extremo e{valor_de(texto)};
+  const std::string ultima = hex(ultima_direccion, 6);
+  if (e.dir % paso_rango != 0) {
+    if (e.dir + paso_rango > ultima_direccion) {
+      e.en_la_caja = ultima;
     } else {
-      hasta = bajar(hasta) + paso_rango + 1;
+      e.dir = bajar(e.dir) + paso_rango + 1;
     }
   }
-  if (hasta <= ultima_direccion) return hasta;
-  txt_hasta.Text = hex(ultima_direccion, 6);
-  return ultima_direccion;
+  return e.dir <= ultima_direccion ? e : extremo{ultima_direccion, ultima};
 }
 
-bool vacia(const TextBox& caja) {
-  return sin_blancos(caja.Text.valor()).empty();
+std::int64_t poner(TextBox& caja, const extremo& e) {
+  if (e.en_la_caja) caja.Text = *e.en_la_caja;
+  return e.dir;
+}
+
+bool en_blanco(std::string_view texto) {
+  return sin_blancos(texto).empty();
+}
+
+bool es_hexadecimal(std::string_view texto) {
+  return std::ranges::all_of(texto, [](char c) { return digito_hex(c) >= 0; });
 }
 
 void leer_lo_programado(frm_principal& f) {
@@ -78,12 +94,24 @@ void men_leer_fr_Click(frm_principal& f) {
   f.rango.fra_rango.Visible = true;
 }
 
+lectura_prevista prever_lectura(std::string_view desde, std::string_view hasta) {
+  if (en_blanco(desde) || en_blanco(hasta)) return {"Escriba las dos direcciones", false};
+  const auto primera = static_cast<std::int32_t>(corregir_desde(desde).dir);
+  const auto ultima = static_cast<std::int32_t>(corregir_hasta(hasta).dir);
+  const tramo donde = alcance_de_lectura(primera, ultima);
+  const tramo dentro{donde.desde, std::min(donde.hasta, total_flash)};
+  if (dentro.vacio()) return {"No se leerá nada: no es de la flash", true};
+  const bool dudosa = !es_hexadecimal(desde) || !es_hexadecimal(hasta) || valor_de(hasta) < valor_de(desde);
+  return {"Se leerá " + direcciones(dentro), dudosa};
+}
+
 void btn_leer_Click(frm_principal& f) {
-  if (vacia(f.rango.txt_desde) || vacia(f.rango.txt_hasta) || rechazada_por_carga(f)) return;
-  const std::int64_t desde = corregir_desde(f.rango.txt_desde);
-  const std::int64_t hasta = corregir_hasta(f.rango.txt_hasta);
+  panel_rango& r = f.rango;
+  if (en_blanco(r.txt_desde.Text.valor()) || en_blanco(r.txt_hasta.Text.valor()) || rechazada_por_carga(f)) return;
+  const std::int64_t desde = poner(r.txt_desde, corregir_desde(r.txt_desde.Text.valor()));
+  const std::int64_t hasta = poner(r.txt_hasta, corregir_hasta(r.txt_hasta.Text.valor()));
   // The box may change while the chip is opened.
-  const std::int64_t fin = valor_de(f.rango.txt_hasta);
+  const std::int64_t fin = valor_de(r.txt_hasta.Text.valor());
   const orden_en_curso orden(f);
   enlace& e = f.link;
   f.avance.cancelar = false;

@@ -35,6 +35,47 @@ TEST_F(plataforma_qt_test, a_box_shows_what_it_is_given_as_plain_text_that_can_b
   });
 }
 
+TEST_F(plataforma_qt_test, what_explains_a_box_stands_under_its_text_and_each_of_three_buttons_says_what_it_does) {
+  QTimer::singleShot(0, &app, [] {
+    auto* ventana = qobject_cast<QMessageBox*>(delante());
+    EXPECT_LE(ventana->fontMetrics().horizontalAdvance(ventana->windowTitle()), ventana->width());
+    QLabel* causa = nullptr;
+    for (auto* rotulo : ventana->findChildren<QLabel*>()) causa = rotulo->text() == "✗ Falla: a < b" ? rotulo : causa;
+    ASSERT_NE(causa, nullptr);
+    EXPECT_TRUE(causa->isVisible());
+    EXPECT_EQ(causa->textFormat(), Qt::PlainText);
+    for (const auto* boton : ventana->buttons()) EXPECT_FALSE(boton->toolTip().isEmpty());
+    pulsar(ventana->focusWidget(), Qt::Key_C, {}, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "Atención respuesta del Chip\n\n\n\n✗ Falla: a < b");
+    ventana->close();
+  });
+  plat.MsgBox({"Atención respuesta del Chip", "", botones::SiNoCancelar, icono::critico}, "✗ Falla: a < b");
+}
+
+TEST_F(plataforma_qt_test, the_open_dialog_takes_a_typed_file_of_any_of_its_kinds_and_no_other) {
+  const carpeta dir;
+  dir.escribir("a.hex", "");
+  dir.escribir("b.BIN", "");
+  for (const auto& [nombre, tomado] : {std::pair("a.hex", false), {"b.BIN", true}}) {
+    QTimer::singleShot(0, &app, [&, nombre = nombre] {
+      auto* dialogo = qobject_cast<QFileDialog*>(delante());
+      dialogo->findChild<QLineEdit*>("fileNameEdit")->setText(nombre);
+      QTimer::singleShot(0, dialogo, [dialogo] {
+        const auto* caja = qobject_cast<QMessageBox*>(delante());
+        if (caja == nullptr) return;
+        EXPECT_EQ(caja->text(), "a.hex no es de un tipo que se pueda abrir: *.s19, *.bin");
+        delante()->close();
+        EXPECT_TRUE(dialogo->isVisible());
+        dialogo->reject();
+      });
+      dialogo->metaObject()->invokeMethod(dialogo, "accept");
+    });
+    const std::string ruta =
+        plat.ShowOpen({"cmd", "S-Record (*.s19)|*.s19|Binario (*.bin)|*.bin", dir.ruta().string()});
+    EXPECT_EQ(ruta, tomado ? (dir.ruta() / nombre).string() : "");
+  }
+}
+
 TEST_F(plataforma_qt_test, each_key_gives_its_answer_and_no_other_and_closing_gives_none) {
   const std::tuple<botones, const char*, respuesta_caja> casos[] = {{botones::Aceptar, "\r", vbOK},
                                                                     {botones::Aceptar, "\x1b", vbOK},

@@ -47,6 +47,27 @@ TEST_F(ventana_qt_test, events_reach_their_handlers_but_not_behind_a_box) {
   EXPECT_FALSE(v.ocupada()) << "a handler that throws is reported and goes no further";
 }
 
+TEST_F(ventana_qt_test, in_a_menu_nothing_is_chosen_and_a_letter_finds_its_entry) {
+  std::string pulsados;
+  f.menu.men_borrar_t.Click = [&] { pulsados += "b"; };
+  f.menu.men_verific_t.Click = [&] { pulsados += "v"; };
+  f.menu.mn_verifi_t_f.Click = [&] { pulsados += "f"; };
+  for (const auto& [letras, hecho] : {std::pair("\r", ""), {"v\r", "v"}, {"vv\r", "vf"}, {"b\r", "vfb"}}) {
+    pulsar(v.menuBar(), Qt::Key_M, "m", Qt::AltModifier);
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    if (menu == nullptr) {
+      v.menuBar()->setActiveAction(&hijo<QAction>("men_memoria_f"));
+      menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    }
+    ASSERT_NE(menu, nullptr);
+    menu->setActiveAction(menu->actions().first());
+    QApplication::processEvents();
+    teclear(menu, letras);
+    EXPECT_EQ(pulsados, hecho) << letras;
+    while (auto* abierto = QApplication::activePopupWidget()) abierto->close();
+  }
+}
+
 TEST_F(ventana_qt_test, typed_text_is_stored_at_once_and_chooses_no_entry_of_a_combo_box) {
   teclear(&hijo("txt_desde"), "1A");
   EXPECT_EQ(f.rango.txt_desde.Text.valor(), "1A");

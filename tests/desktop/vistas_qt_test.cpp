@@ -44,8 +44,9 @@ struct vistas_qt_test : testing::Test {
 TEST_F(vistas_qt_test, an_address_brings_its_row_to_the_top_and_a_search_says_in_the_bar_how_it_went) {
   elegir("&Ir a la dirección...");
   EXPECT_EQ(tras("1000\r"), "0 La última dirección es 000FFF");
+  EXPECT_EQ(tras("08g\r"), "0 Hasta seis cifras de 0 a F") << "no letter is swallowed";
   EXPECT_EQ(barra().y(), lista->y() + lista->viewport()->geometry().bottom() + 1) << "it covers no row";
-  EXPECT_EQ(tras("x0805\r").substr(0, 4), "128 ");
+  EXPECT_EQ(tras("0x0805\r").substr(0, 4), "128 ");
   EXPECT_FALSE(barra().isVisible());
   EXPECT_TRUE(lista->hasFocus());
   EXPECT_EQ(lista->indexAt({1, 1}).row(), 0x80);
@@ -59,7 +60,7 @@ TEST_F(vistas_qt_test, an_address_brings_its_row_to_the_top_and_a_search_says_in
   EXPECT_EQ(tras(""), "128 En 00080F");
   EXPECT_EQ(tras("s\r"), "128 No se ha encontrado");
   v.findChild<QRadioButton*>("bytes")->click();
-  EXPECT_EQ(tras("4\r"), "128 Dos cifras de 0 a F por byte");
+  EXPECT_EQ(tras("4\r"), "128 Dos cifras de 0 a F por byte; si es un texto, elija Texto");
   b.ventana.Unload();
   v.sincronizar();
   EXPECT_FALSE(barra().isVisible());

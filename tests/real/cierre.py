@@ -2,7 +2,7 @@
 later, and 2 s after a second request with one that is silent."""
 import time
 
-from textos import LOADED, QUESTION
+from textos import CLOSING, LOADED, QUESTION
 
 # Of each state what is pressed, the frames that the board has got by then, and the windows that are open.
 STATES = {
@@ -15,6 +15,7 @@ STATES = {
     "dialog": (("Abrir",), 2, 2),
 }
 SLOW = "--sondeos-borrado 50 --baudios 2400"
+HALF_DONE = {"erasing": "borrando", "writing": "grabando"}
 WINDOW, SIGNAL = "its window", "a signal"
 ANSWERING = (("other windows", WINDOW, ""), ("erasing", WINDOW, SLOW), ("writing", WINDOW, ""),
              ("looking", WINDOW, SLOW), ("settling", WINDOW, "--calla-en 3"), ("writing", SIGNAL, ""),
@@ -42,9 +43,16 @@ def ask(bench, how):
     bench.close_window() if how == WINDOW else bench.program.terminate()
 
 
-def ends(bench, how):
+def insist(bench, how, state):
+    """A chip that would be left half done is worth a question, once, and only to a person."""
+    if how == WINDOW and state in HALF_DONE:
+        bench.box(CLOSING.format(HALF_DONE[state])).answer("Sí")
+
+
+def ends(bench, how, state=None):
     begun = bench.clock()
     ask(bench, how)
+    insist(bench, how, state)
     bench.wait("the end", lambda: bench.program.poll() is not None, begun + 2 - bench.clock())
     print(f"  ended by {how} in {bench.clock() - begun:.2f} s")
     assert bench.end(bench.program) == 0, "the program did not end in good order"
@@ -54,12 +62,13 @@ def scenario(bench):
     bench.put_firmware(0x40000)
     for state, how, options in ANSWERING:
         reach(bench, state, options)
-        ends(bench, how)
+        ends(bench, how, state)
         assert bench.commands()[-1] == "D", "the chip is left open"
         assert not bench.commands("g") or bench.commands("g") == bench.journal_lines(), "the journal is not whole"
     for state, how in SILENT:
         reach(bench, state, f"--muda-desde {STATES[state][1]}")
         ask(bench, how)
+        insist(bench, how, state)
         time.sleep(0.2)
         assert bench.program.poll() is None, "the running wait goes on"
         ends(bench, how)

@@ -17,6 +17,7 @@ sys.path.append(str(pathlib.Path(__file__).resolve().parents[2] / "herramientas"
 import directorio  # noqa: E402
 
 BLANK = b"\xff" * 0x40000
+MARKS = "✓", "⚠", "✗"
 
 
 def groups_of(flash):
@@ -24,12 +25,20 @@ def groups_of(flash):
     return ["g%06X%s" % (a, flash[a:a + 4].hex().upper()) for a in range(0, len(flash.rstrip(b"\xff")), 4)]
 
 
+def record(address, data):
+    body = bytes([len(data) + 4]) + address.to_bytes(3, "big") + data
+    return f"S2{body.hex().upper()}{~sum(body) & 0xFF:02X}\n"
+
+
 class Box:
     """An open message box."""
 
     def __init__(self, bench, window):
         self.bench, self.window, self.title = bench, window, window.name()
-        self.text = "".join(label.name() for label in window.below("label"))
+        labels = [label.name() for label in window.below("label")]
+        # What is known beside the text stands under it, behind a mark.
+        self.text = "".join(label for label in labels if not label.startswith(MARKS))
+        self.details = "".join(label for label in labels if label.startswith(MARKS))
         self.buttons = {button.name(): button for button in window.below("push button")}
 
     def answer(self, button=None):
@@ -55,8 +64,8 @@ class Bench:
         self.files, self.images = [self.dir / f"{number}.s19" for number in range(len(lengths))], []
         for file, length in zip(self.files, lengths):
             data = random.Random(length).randbytes(length)
-            rows = ((a, data[a:a + 32]) for a in range(0, length, 32))
-            file.write_text("".join("S2%02X%06X%s00\n" % (len(row) + 4, a, row.hex().upper()) for a, row in rows))
+            rows = (data[a:a + 32] for a in range(0, length, 32))
+            file.write_text("".join(record(32 * number, row) for number, row in enumerate(rows)))
             image = bytearray(data + BLANK[length:])
             image[0x400:0x420] = bytes(32)
             self.images.append(bytes(image))

@@ -9,7 +9,7 @@ namespace {
 
 struct detalles_test : banco_ordenes {
   /// Under the last box of a command.
-  std::string tras(orden cual, const puente::faltas& mal = {}) {
+  std::string debajo_tras(orden cual, const puente::faltas& mal = {}) {
     plat.explicaciones.clear();
     correr(cual, mal);
     return plat.explicaciones.empty() ? "" : plat.explicaciones.back();
@@ -76,18 +76,33 @@ TEST_F(detalles_test, each_trouble_is_told_with_what_is_known_of_it) {
        "Interrumpido en 000000"},
   };
   for (const auto& c : casos) {
-    EXPECT_EQ(tras(c.cual, c.mal), c.dicho);
+    EXPECT_EQ(debajo_tras(c.cual, c.mal), c.dicho);
     EXPECT_EQ(en_la_barra(), c.barra);
   }
   llenar(0);
-  EXPECT_EQ(tras(mn_verifi_t_f_Click),
+  EXPECT_EQ(debajo_tras(mn_verifi_t_f_Click),
             "✗ Falla: difiere 000000–000400: la suma del archivo es 0003F42C y la del chip 00000000\n"
             "Más arriba no se ha mirado; qué bytes son, se ve leyendo la memoria y comparando los buffer");
   EXPECT_EQ(en_la_barra(), "Distinto en 000000–000400");
-  EXPECT_EQ(tras(men_verific_t_Click), "✗ Falla: hay datos en 000000; más arriba no se ha mirado");
+  EXPECT_EQ(debajo_tras(men_verific_t_Click), "✗ Falla: hay datos en 000000; más arriba no se ha mirado");
   EXPECT_EQ(en_la_barra(), "Con datos en 000000");
   f.link.valores.puerto = "COM";
-  EXPECT_EQ(tras(men_borrar_t_Click), "✗ Falla: el puerto escrito es «COM»; ha de ser de COM0 a COM9");
+  EXPECT_EQ(debajo_tras(men_borrar_t_Click), "✗ Falla: el puerto escrito es «COM»; ha de ser de COM0 a COM9");
+}
+
+TEST_F(detalles_test, closing_asks_once_while_the_chip_would_be_left_half_done) {
+  EXPECT_TRUE(desea_cerrar(f));
+  bool primera = true;
+  tras(20, [&] {
+    plat.responder(vbNo);
+    primera = desea_cerrar(f);
+    pedir_cierre(f);
+    EXPECT_TRUE(desea_cerrar(f)) << "who has asked already is not asked again";
+  });
+  men_prog_t_Click(f);
+  EXPECT_FALSE(primera);
+  ASSERT_EQ(plat.cajas.size(), 1U);
+  EXPECT_EQ(plat.cajas.front().texto, "Se está grabando el chip. ¿Desea cerrar el programa y dejarlo a medias?");
 }
 
 TEST_F(detalles_test, a_load_tells_what_it_took_and_what_not_and_so_do_the_verdicts) {
@@ -109,7 +124,7 @@ TEST_F(detalles_test, a_load_tells_what_it_took_and_what_not_and_so_do_the_verdi
                           "⚠ 1 registro tiene mal la suma o la longitud y se ha tomado como está (línea 5)\n"
                           "⚠ 2 bytes del archivo en 000400–00041F no se graban: ahí va 00"),
                       std::string("12 B, 000100–000401")));
-  EXPECT_NE(tras(men_prog_t_Click).find("\n⚠ Del archivo: 2 líneas parecen"), std::string::npos);
+  EXPECT_NE(debajo_tras(men_prog_t_Click).find("\n⚠ Del archivo: 2 líneas parecen"), std::string::npos);
   EXPECT_EQ(cargar("c.txt", uno).second, "Nada cargado: tipo desconocido");
   EXPECT_EQ(cargar("d.s19", "S1070\r\n").second, "Nada cargado: archivo dañado");
   EXPECT_EQ(cargar("e.bin", "abc").second, "5 B, 000000–000004");

@@ -215,6 +215,19 @@ TEST_F(ordenes, ranges_are_corrected_as_the_boxes_then_show) {
     EXPECT_FALSE(f.rango.fra_rango.Visible) << c.queda;
     EXPECT_EQ(textos(), texto_leido) << c.queda;
   }
+  const struct {
+    const char *desde, *hasta, *texto;
+    bool dudosa;
+  } previstas[] = {{"25", "40", "Se leerá 000020–00005F", false},
+                   {"3ffe0", "40000", "Se leerá 03FFE0–03FFFF", false},
+                   {"40", "2G", "Se leerá 000040–00005F", true},
+                   {"40", "20", "Se leerá 000040–00005F", true},
+                   {"FFFFFFF0", "20", "No se leerá nada: no es de la flash", true},
+                   {" ", "20", "Escriba las dos direcciones", false}};
+  for (const auto& p : previstas) {
+    EXPECT_EQ(prever_lectura(p.desde, p.hasta).texto, p.texto);
+    EXPECT_EQ(prever_lectura(p.desde, p.hasta).dudosa, p.dudosa);
+  }
   f.rango.txt_hasta.Text = "40";
   tras(1, [this] { f.rango.txt_hasta.Text = "60"; });
   btn_leer_Click(f);

@@ -14,4 +14,7 @@ namespace morvane {
 /// Expects an open bracket and the character mode. Reports its own end; leaves the bar at 0 and `cancelar` False.
 void leer_flash(enlace& e, Variables_grab& v, avance& a, std::int32_t desde, std::int32_t hasta);
 
+/// What such a reading goes over, from `desde` on; nothing where `desde` is below 0.
+tramo alcance_de_lectura(std::int32_t desde, std::int32_t hasta);
+
 }  // namespace morvane

@@ -116,6 +116,10 @@ void mostrar_comparacion(frm_principal& f);
 /// A press of the toolbar's button `indice`, 1 to 6. The button stays disabled until its command has ended.
 void Toolbar_ButtonClick(frm_principal& f, int indice);
 
+/// The user wants the main window closed. While the chip is being erased or written the user is asked whether to leave
+/// it half done, once. False if not.
+bool desea_cerrar(frm_principal& f);
+
 /// The user, or the desktop, wants the main window closed. True if it may go now. False while a command or a load runs:
 /// it will end soon, and `debe_cerrarse` then says so; a second request ends the wait in progress as well.
 bool pedir_cierre(frm_principal& f);

@@ -29,6 +29,15 @@ void men_leer_ft_Click(frm_principal& f);
 /// Shows the panel in which a range is typed.
 void men_leer_fr_Click(frm_principal& f);
 
+/// What the panel's boxes, as they stand, will have read.
+struct lectura_prevista {
+  /// For the user: "Se leerá 000000–00001F", or why nothing will be.
+  std::string texto;
+  /// A text is not all hexadecimal digits, so that only the front of it counts, or something else is not as it looks.
+  bool dudosa = false;
+};
+lectura_prevista prever_lectura(std::string_view desde, std::string_view hasta);
+
 /// Reads the range of the panel, after correcting it as the panel's boxes then show. An empty box stops it silently.
 void btn_leer_Click(frm_principal& f);
 

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QMenu>
+
+namespace morvane {
+
+/// A menu in which a letter leads to the next entry that begins with it and has no access key; nothing is chosen until
+/// the user does so, however the menu was opened.
+class menu_letras final : public QMenu {
+ public:
+  using QMenu::QMenu;
+
+ protected:
+  void keyPressEvent(QKeyEvent* tecla) override;
+  void showEvent(QShowEvent* suceso) override;
+
+ private:
+  bool ir_a(QChar letra);
+};
+
+}  // namespace morvane
