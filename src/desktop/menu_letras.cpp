@@ -18,6 +18,11 @@ bool elegible(const QAction& accion) {
 
 }  // namespace
 
+menu_letras::menu_letras(QWidget* padre) : QMenu(padre) {
+  soltar_.setSingleShot(true);
+  connect(&soltar_, &QTimer::timeout, this, [this] { setActiveAction(nullptr); });
+}
+
 bool menu_letras::ir_a(QChar letra) {
   const QList<QAction*> todas = actions();
   const auto con_tecla = [&](const QAction* una) {
@@ -45,8 +50,7 @@ void menu_letras::keyPressEvent(QKeyEvent* tecla) {
 // A menu that a key opens gets its first entry chosen behind this.
 void menu_letras::showEvent(QShowEvent* suceso) {
   QMenu::showEvent(suceso);
-  QMetaObject::invokeMethod(
-      this, [this] { setActiveAction(nullptr); }, Qt::QueuedConnection);
+  soltar_.start(0);
 }
 
 }  // namespace morvane

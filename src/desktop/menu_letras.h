@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMenu>
+#include <QTimer>
 
 namespace morvane {
 
@@ -8,7 +9,7 @@ namespace morvane {
 /// the user does so, however the menu was opened.
 class menu_letras final : public QMenu {
  public:
-  using QMenu::QMenu;
+  explicit menu_letras(QWidget* padre);
 
  protected:
   void keyPressEvent(QKeyEvent* tecla) override;
@@ -16,6 +17,8 @@ class menu_letras final : public QMenu {
 
  private:
   bool ir_a(QChar letra);
+
+  QTimer soltar_;
 };
 
 }  // namespace morvane
