@@ -3,6 +3,7 @@
 #include <cstring>
 #include <utility>
 
+#include "cifras_hex.h"
 #include "image/cargar_s19.h"
 
 namespace morvane {
@@ -14,20 +15,6 @@ constexpr std::size_t largo_suma = 2;
 constexpr std::size_t maximo_datos = 248;
 /// Data goes out to the chip in groups of four bytes.
 constexpr std::size_t cifras_grupo = 8;
-
-constexpr std::array<std::int8_t, 256> hacer_cifras() {
-  std::array<std::int8_t, 256> tabla{};
-  tabla.fill(-1);
-  for (std::int8_t i = 0; i < 10; ++i) tabla['0' + i] = i;
-  for (std::int8_t i = 0; i < 6; ++i) tabla['A' + i] = tabla['a' + i] = static_cast<std::int8_t>(10 + i);
-  return tabla;
-}
-
-constexpr auto cifras = hacer_cifras();
-
-constexpr int cifra(char c) {
-  return cifras[static_cast<unsigned char>(c)];
-}
 
 /// A pair counts up to its first character that is no digit.
 constexpr std::uint8_t valor_par(char alta, char baja) {

@@ -4,6 +4,7 @@
 #include <cctype>
 #include <numeric>
 
+#include "cifras_hex.h"
 #include "files/texto.h"
 #include "image/chip.h"
 
@@ -16,7 +17,7 @@ constexpr std::size_t cifras_de_tipo = 2;
 constexpr std::size_t cifras_de_datos = 8;
 
 bool es_cifra(char c) {
-  return digito_hex(c) >= 0;
+  return cifra(c) >= 0;
 }
 
 /// A header, a count or an end record, which bring no data.
@@ -31,21 +32,18 @@ bool parece_datos(std::string_view linea) {
   return s || dos_puntos || (linea.size() >= cifras_de_datos && std::ranges::all_of(linea, es_cifra));
 }
 
-/// The bytes of a record behind its type, the sum included; nothing where it is not made of pairs of digits.
-std::vector<std::uint8_t> octetos_de(std::string_view linea) {
-  std::vector<std::uint8_t> octetos;
-  const std::string_view cifras = linea.substr(cifras_de_tipo);
-  if (cifras.size() % 2 != 0 || !std::ranges::all_of(cifras, es_cifra)) return octetos;
-  octetos.reserve(cifras.size() / 2);
-  for (std::size_t i = 0; i < cifras.size(); i += 2) {
-    octetos.push_back(static_cast<std::uint8_t>(valor_hex(cifras.substr(i, 2))));
+/// True if `octetos`, the digits of a record behind its type, are those of bytes of which the first counts the others
+/// and the last makes the sum come out.
+bool cuadra(std::string_view octetos) {
+  unsigned suma = 0;
+  int ajena = 0;
+  for (std::size_t i = 0; i + 1 < octetos.size(); i += 2) {
+    const int alta = cifra(octetos[i]), baja = cifra(octetos[i + 1]);
+    ajena |= alta | baja;
+    suma += static_cast<unsigned>(alta * 16 + baja);
   }
-  return octetos;
-}
-
-bool cuadra(const std::vector<std::uint8_t>& octetos) {
-  if (octetos.empty() || octetos.front() != octetos.size() - 1) return false;
-  return (std::accumulate(octetos.begin(), octetos.end(), 0U) & 0xFFU) == 0xFFU;
+  if (octetos.size() % 2 != 0 || ajena < 0 || (suma & 0xFFU) != 0xFFU) return false;
+  return cifra(octetos[0]) * 16 + cifra(octetos[1]) == static_cast<int>(octetos.size() / 2) - 1;
 }
 
 }  // namespace
@@ -69,8 +67,7 @@ void informe_carga::anotar_ajena(std::string_view linea, std::uint64_t numero) {
 
 void informe_carga::anotar_registro(std::string_view linea, std::uint8_t ancho_dir, std::uint64_t numero) {
   ++registros;
-  const std::vector<std::uint8_t> octetos = octetos_de(linea);
-  if (!cuadra(octetos) && malas++ == 0) primera_mala = numero;
+  if (!cuadra(linea.substr(cifras_de_tipo)) && malas++ == 0) primera_mala = numero;
   const std::size_t antes = cifras_de_tipo + 2 + ancho_dir, suma = 2;
   const auto cuantos = static_cast<std::int32_t>((linea.size() - antes - suma) / 2);
   const auto desde = static_cast<std::int32_t>(valor_hex(linea.substr(cifras_de_tipo + 2, ancho_dir)));
@@ -84,7 +81,7 @@ void informe_carga::anotar_registro(std::string_view linea, std::uint8_t ancho_d
 }
 
 void informe_carga::anotar_tramo(tramo donde) {
-  if (donde.vacio()) return;
+  if (donde.vacio() || (!tramos.empty() && tramos.back().contiene(donde))) return;
   if (!tramos.empty() && tramos.back().hasta == donde.desde) {
     tramos.back().hasta = donde.hasta;
     return;
