@@ -13,9 +13,10 @@ function(varias_a_la_vez objetivo cuantas)
 endfunction()
 
 # A room: the library morvane_<name> of src/<name>, which sees its own headers and those of the rooms named after USES.
+# With SUELTA its files are compiled one by one in any case.
 # The target all_verify_interface_header_sets compiles each public header alone, to see that it includes what it needs.
 function(habitacion nombre)
-  cmake_parse_arguments(H "" "TARGET" "USES" ${ARGN})
+  cmake_parse_arguments(H "SUELTA" "TARGET" "USES" ${ARGN})
   if(NOT H_TARGET)
     set(H_TARGET morvane_${nombre})
   endif()
@@ -32,7 +33,7 @@ function(habitacion nombre)
   target_sources(${H_TARGET} PUBLIC FILE_SET HEADERS BASE_DIRS ${bases} FILES ${cabeceras})
   set_target_properties(${H_TARGET} PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON)
   target_link_libraries(${H_TARGET} PUBLIC ${H_USES})
-  if(MORVANE_UNITY)
+  if(MORVANE_UNITY AND NOT H_SUELTA)
     varias_a_la_vez(${H_TARGET} 8)
   endif()
 endfunction()
