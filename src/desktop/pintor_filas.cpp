@@ -11,16 +11,20 @@ namespace morvane {
 namespace {
 
 /// How much of the text's own colour is left in what steps back.
-constexpr double parte_tenue = 0.6;
+constexpr double parte_tenue = 0.6, parte_ignorada = 0.35;
 constexpr QRgb rojo_oscuro = 0xFFB00020, rojo_claro = 0xFFFF9E9E, ambar = 0xFFFFD54F;
 
-int mezcla(int uno, int otro) {
-  return static_cast<int>(otro + (uno - otro) * parte_tenue);
+QColor mezcla(const QColor& texto, const QColor& base, double parte) {
+  const auto una = [parte](int de_texto, int de_base) {
+    return static_cast<int>(de_base + (de_texto - de_base) * parte);
+  };
+  return {una(texto.red(), base.red()), una(texto.green(), base.green()), una(texto.blue(), base.blue())};
 }
 
 QTextCharFormat formato_de(realce como, const QPalette& paleta, bool elegida) {
   QTextCharFormat formato;
-  formato.setFontUnderline(como != realce::tenue);
+  formato.setFontUnderline(como == realce::distinto || como == realce::hallado);
+  if (como == realce::ignorado) formato.setFontItalic(true);
   if (como == realce::hallado) formato.setBackground(QColor(ambar));
   // On the colour of a chosen row the others would be lost.
   if (!elegida || como == realce::hallado) formato.setForeground(tinta_de(como, paleta));
@@ -42,7 +46,9 @@ QColor tinta_de(realce como, const QPalette& paleta) {
   const QColor texto = paleta.color(QPalette::Text), base = paleta.color(QPalette::Base);
   switch (como) {
     case realce::tenue:
-      return {mezcla(texto.red(), base.red()), mezcla(texto.green(), base.green()), mezcla(texto.blue(), base.blue())};
+      return mezcla(texto, base, parte_tenue);
+    case realce::ignorado:
+      return mezcla(texto, base, parte_ignorada);
     case realce::distinto:
       return qGray(base.rgb()) > 127 ? rojo_oscuro : rojo_claro;
     case realce::hallado:

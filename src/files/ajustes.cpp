@@ -31,4 +31,9 @@ campos_ajustes ajustes_de(std::string_view contenido) {
   return a;
 }
 
+std::string texto_de_ajustes(const campos_ajustes& a) {
+  return "\"" + a.velocidad + "\",\"" + a.paridad + "\",\"" + a.bits_datos + "\",\"" + a.bits_parada + "\"\r\n\"" +
+         a.puerto + "\"\r\n";
+}
+
 }  // namespace morvane

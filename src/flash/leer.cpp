@@ -23,13 +23,27 @@ bool fidedigna(const enlace& e, std::string_view respuesta) {
   return respuesta.size() == caracteres_de_respuesta && respuesta.front() == '0' && !e.operacion.sin_respuesta;
 }
 
+/// Notes on the map how what was read compares with the image, byte by byte; equal cells count once they are complete.
+void comparar_con_imagen(const Variables_grab& v, mapa_flash& mapa, tramo leido) {
+  const auto iguales = [&v](tramo t) {
+    return std::equal(v.buffer_entrada.begin() + t.desde, v.buffer_entrada.begin() + t.hasta,
+                      v.buffer_salida.begin() + t.desde);
+  };
+  if (v.dir_max < 1 || leido.hasta > total_flash) return;
+  const tramo celda = tramo_de_celda(leido.desde / bytes_por_celda);
+  if (!iguales(leido)) mapa.comparado(leido, false);
+  if (leido.hasta == celda.hasta && mapa.leido().contiene(celda)) mapa.comparado(celda, iguales(celda));
+}
+
 void guardar(const enlace& e, Variables_grab& v, avance& a, std::string_view respuesta, std::int64_t base) {
   for (std::int64_t k = 0; k < bytes_por_bloque; ++k) {
     if (hay_celda(base + k)) v.buffer_entrada[static_cast<std::size_t>(base + k)] = byte_leido(respuesta, k);
   }
   if (hay_celda(base) && fidedigna(e, respuesta)) {
     const auto desde = static_cast<std::int32_t>(base);
-    a.mapa.lectura({desde, desde + bytes_por_bloque});
+    const tramo leido{desde, desde + bytes_por_bloque};
+    a.mapa.lectura(leido);
+    comparar_con_imagen(v, a.mapa, leido);
   }
   a.labor.hechos += bytes_por_bloque;
 }
@@ -44,6 +58,7 @@ std::int64_t bytes_a_leer(std::int64_t desde, std::int64_t hasta) {
 void leer_bloques(enlace& e, Variables_grab& v, avance& a, std::int64_t desde, std::int64_t hasta) {
   const labor_en_curso en_curso(a, e.plat, labor::clase::leer, bytes_a_leer(desde, hasta));
   std::int64_t dir = desde, acumulado = 0;
+  a.labor.donde = {static_cast<std::int32_t>(desde), static_cast<std::int32_t>(desde)};
   const int resets = e.operacion.resets;
   std::string anterior;
   pedir(e, dir);

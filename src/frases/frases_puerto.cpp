@@ -104,6 +104,13 @@ std::string frase_breve(const descripcion_puerto& puerto) {
   return en_un_renglon(texto);
 }
 
+std::string rotulo(const descripcion_puerto& puerto) {
+  const std::string principio = "COM" + std::to_string(puerto.numero) + " · ";
+  if (puerto.falta) return principio + "nada conectado";
+  if (puerto.placa_simulada) return principio + "placa simulada";
+  return principio + en_un_renglon(puerto.nombre.empty() ? texto_de(puerto.dispositivo) : puerto.nombre);
+}
+
 std::string frase(const descripcion_puerto& puerto) {
   if (puerto.falta) return frase(*puerto.falta);
   std::string texto = "COM" + std::to_string(puerto.numero) + ": " + en_un_renglon(texto_de(puerto.dispositivo));

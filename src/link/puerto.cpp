@@ -7,6 +7,7 @@ namespace morvane {
 namespace {
 
 bool negar(enlace& e, std::string_view titulo, std::string_view texto, asunto que) {
+  if (que != asunto::puerto_propio) ++e.cuentas.negadas;
   preguntar(e, {std::string(titulo), std::string(texto), botones::Aceptar, icono::exclamacion}, {.que = que});
   return false;
 }
@@ -41,6 +42,7 @@ bool abrir_puerto(enlace& e) {
     return negar(e, "Atención", "El puerto ya ha sido utilizado por otra aplicación", asunto::puerto_cerrado);
   }
   e.operacion = {};
+  ++e.cuentas.aperturas;
   return true;
 }
 

@@ -90,6 +90,7 @@ void recibir_trama(enlace& e) {
     interrumpir(e, rotura::suma);
     return;
   }
+  ++e.cuentas.respuestas;
   // The text of an older reply once more, or run into it: whatever it is, it does not answer this command.
   if (!e.envio.trama_empezada) interrumpir(e, rotura::ajena);
   if (e.espera != nullptr) ++e.espera->respuestas;
@@ -135,6 +136,7 @@ void recibir_fija(enlace& e, int largo) {
   const std::string_view entrada = e.entrada_serie;
   const bool trama = static_cast<int>(entrada.size()) == largo && entrada.front() == STX && entrada.back() == ETX;
   if (!trama) e.linea_inquieta = true;
+  if (trama) ++e.cuentas.respuestas;
   switch (largo) {
     case 5:
       e.respuesta = entrada.substr(1, 3);

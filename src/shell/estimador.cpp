@@ -114,16 +114,18 @@ void estimador::mirar(const labor& m, instante ahora) {
   if (m.cuantas != vista_) empezar_operacion(m);
   if (ahora < proxima_) return;
   proxima_ = ahora + entre_textos;
-  const std::string labor = nombre_de(m.cual);
+  const std::string nombre = nombre_de(m.cual);
   if (m.total <= 0) {
     const std::string van = reloj_de((ahora - m.inicio) / 1s);
-    dicho_ = {labor + " · " + van, labor + ": van " + van};
+    dicho_ = {nombre + " · " + van, nombre + ": van " + van};
     return;
   }
   muestras_.push_back({ahora, m.hechos});
   while (muestras_.size() > 2 && muestras_[1].cuando <= ahora - ventana) muestras_.pop_front();
   const std::string parte = std::to_string(std::clamp<std::int64_t>(m.hechos * 100 / m.total, 0, 100)) + " %";
-  dicho_ = {parte, labor + ": " + parte};
+  // The bar of a range that begins high counts from address 0 on and stays short of full.
+  const bool otra_barra = m.cual == labor::clase::leer && m.donde.desde > 0;
+  dicho_ = {otra_barra ? nombre : parte, nombre + ": " + parte};
   const double rapidez = velocidad();
   if (rapidez <= 0 || ahora - m.inicio < primera_prediccion) return;
   const std::string falta = reloj_de(segundos_que_faltan(m, rapidez));
@@ -158,6 +160,10 @@ void estimador::acabar(const labor& m) {
     como += " en " + tardo;
   }
   dicho_ = {como, desenlace(m) + "; ha durado " + tardo, dudosa || (!hecha && m.como != labor::final::detenida)};
+}
+
+void estimador::sin_operacion(const std::string& por_que) {
+  dicho_ = {por_que, por_que + ": no se ha hecho nada", true};
 }
 
 void estimador::cargada(const informe_carga& i) {

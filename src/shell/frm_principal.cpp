@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "colores.h"
+#include "frases/frases.h"
 #include "link/puerto.h"
 #include "shell/detalles.h"
 #include "shell/historial.h"
@@ -58,6 +59,11 @@ void llenar_estado(frm_principal& f) {
   f.estado.anadir(Panel::estilo::texto, ancho_panel_ruta);
   f.estado.anadir(Panel::estilo::texto, ancho_panel_avance).encima = &f.avance.Progress;
   f.estado.anadir(Panel::estilo::hora, ancho_panel_hora);
+}
+
+std::string por_que_no_hay_imagen(const frm_principal& f) {
+  if (f.cargas == 0) return "No hay ningún archivo cargado";
+  return f.v.carga.tramos.empty() ? frase_breve(f.v.carga) : "El archivo no llena ninguna fila de 16 bytes";
 }
 
 /// Keeps the pressed button disabled until its command has ended, however that ends.
@@ -127,11 +133,17 @@ frm_principal::frm_principal(plataforma& plataforma_, archivos& ficheros, transp
       rango(ventana.cambios),
       cmd_buscar{"cmd_buscar", filtro_de_firmware()},
       cfg_pto_serial(link),
-      buffer_out("frm_buffer_out", "Buffer de Salida", 4560,
-                 [this] { return filas_de_volcado(v.buffer_salida, std::int64_t{v.dir_max} + 1); }),
-      buffer_in("frm_buffer_in", "Buffer de Entrada", 4545,
-                [this] { return filas_de_volcado(v.buffer_entrada, std::int64_t{v.dir_fin_lectura} + 1); }),
-      buffer_comp(plataforma_, variables),
+      buffer_out(
+          "frm_buffer_out", "Buffer de Salida", 4560,
+          [this] { return filas_de_volcado(v.buffer_salida, std::int64_t{v.dir_max} + 1); },
+          [this] { return por_que_no_hay_imagen(*this); }),
+      buffer_in(
+          "frm_buffer_in", "Buffer de Entrada", 4545,
+          [this] {
+            return filas_de_volcado(v.buffer_entrada, std::int64_t{v.dir_fin_lectura} + 1, avance.mapa.leido());
+          },
+          [] { return std::string("Todavía no se ha leído nada del chip"); }),
+      buffer_comp(plataforma_, variables, avance.mapa),
       about(plataforma_),
       men_comparar(ventana.cambios, "men_comparar", "Comparar los buffer"),
       men_acerca_contextual(ventana.cambios, "men_acerca_contextual", "&Acerca de...") {
@@ -156,6 +168,7 @@ orden_en_curso::orden_en_curso(frm_principal& f) : f_(f) {
   if (f_.ordenes++ > 0) return;
   f_.avance.labor.gastado = instante{0};
   f_.labores_antes = f_.avance.labor.cuantas;
+  empezar_contacto(f_);
   if (std::exchange(f_.puerto_del_mapa, f_.link.valores.puerto) != f_.link.valores.puerto) {
     f_.avance.mapa.olvidar_chip();
   }
@@ -166,6 +179,7 @@ orden_en_curso::~orden_en_curso() {
   if (f_.link.operacion.perdida) f_.avance.mapa.olvidar_chip();
   f_.cargando = false;
   cerrar_puerto(f_.link);
+  acabar_contacto(f_);
 }
 
 void mostrar_comparacion(frm_principal& f) {

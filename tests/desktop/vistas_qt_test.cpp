@@ -14,7 +14,7 @@ struct vistas_qt_test : testing::Test {
     return filas_de_volcado(bytes, 4096);
   }
   QApplication& app = aplicacion();
-  frm_buffer b{"frm_buffer_out", "Buffer de Salida", 4560, contenido};
+  frm_buffer b{"frm_buffer_out", "Buffer de Salida", 4560, contenido, [] { return std::string("Nothing"); }};
   ventana_qt v{b.ventana, {}};
   QListView* lista = v.findChild<QListView*>("lst_buf_salida");
 

@@ -61,4 +61,32 @@ TEST_F(arranque, settings_typed_reach_nothing_chosen_are_in_force_and_only_what_
   EXPECT_TRUE(en_reposo());
 }
 
+TEST_F(arranque, the_port_dialog_tells_what_holds_and_makes_the_file_that_is_missing) {
+  frm_cfg_pto_serial& d = f.cfg_pto_serial;
+  const auto dice = [&d] { return d.describir().texto + (d.describir().aviso ? "!" : ""); };
+  empezar();
+  f.menu.men_pto_s.Click();
+  EXPECT_EQ(dice(), "En vigor: COM1 a 57600 baudios, guardado");
+  d.cmb_s_puerto.Text = "COM2";
+  EXPECT_EQ(dice(), "Lo escrito no cuenta: elija en la lista. En vigor: COM1 a 57600 baudios!");
+  d.cmb_s_puerto.Click();
+  EXPECT_EQ(dice(), "En vigor: COM2 a 57600 baudios, sin guardar");
+  d.btn_guardar.Click();
+  EXPECT_EQ(dice(), "En vigor: COM2 a 57600 baudios, guardado");
+  std::filesystem::remove(dir.ruta() / "SETTINGS.TXT");
+  static_cast<campos_ajustes&>(f.link.valores) = {};
+  d.ventana.Unload();
+  f.menu.men_pto_s.Click();
+  EXPECT_EQ(dice(), "No hay puerto elegido. No hay SETTINGS.TXT: no se guardará (Más > Crear SETTINGS.TXT)!");
+  d.cmb_s_puerto.Text = "COM3";
+  d.cmb_s_puerto.Click();
+  d.crear_fichero();
+  EXPECT_EQ(dir.leer("SETTINGS.TXT"), "\"57600\",\"n\",\"8\",\"1\"\r\n\"COM3\"\r\n");
+  EXPECT_EQ(dice(), "En vigor: COM3 a 57600 baudios, guardado");
+  dir.escribir("SETTINGS.TXT", ajustes_buenos);
+  d.crear_fichero();
+  EXPECT_EQ(dir.leer("SETTINGS.TXT"), ajustes_buenos) << "one that has come meanwhile stays";
+  EXPECT_EQ(dice(), "En vigor: COM1 a 57600 baudios, guardado");
+}
+
 }  // namespace

@@ -53,6 +53,33 @@ TEST_F(vistas, the_comparison_speaks_before_it_shows_and_counts_its_rows) {
   EXPECT_TRUE(f.buffer_comp.ventana.Visible);
 }
 
+TEST_F(vistas, what_was_never_read_steps_back_and_the_views_begin_at_what_was) {
+  const auto gris = [](const filas& lista, std::size_t i) {
+    const auto partes = lista.realces(i);
+    return !partes.empty() && partes.front().como == realce::ignorado;
+  };
+  f.menu.men_ver_B_S.Click();
+  EXPECT_EQ(f.buffer_out.si_vacio, "No hay ningún archivo cargado");
+  f.menu.men_ver_B_E.Click();
+  EXPECT_EQ(f.buffer_in.si_vacio, "Todavía no se ha leído nada del chip");
+  f.buffer_in.ventana.Unload();
+  std::ranges::fill(v.buffer_entrada, std::uint8_t{0});
+  f.avance.mapa.lectura({0x40, 0x60});
+  v.dir_max = v.dir_fin_lectura = 0x7F;
+  f.menu.men_ver_B_E.Click();
+  const filas& entrada = *f.buffer_in.lst_buf_salida.List.valor();
+  EXPECT_EQ(f.buffer_in.primera_fila, 4U);
+  EXPECT_TRUE(gris(entrada, 3) && !gris(entrada, 4) && !gris(entrada, 5) && gris(entrada, 6));
+  EXPECT_EQ(f.buffer_in.si_vacio, "");
+  f.men_comparar.Click();
+  EXPECT_EQ(plat.explicaciones.back(),
+            "⚠ Atención: solo se ha leído 000040–00005F; lo demás, en gris, son ceros del buffer");
+  const diferencias& todas = *f.buffer_comp.filas;
+  EXPECT_EQ(todas.primera_conocida(), 0x40U);
+  EXPECT_EQ(todas.direccion(0x5F), 0x5F);
+  EXPECT_TRUE(gris(todas, 0x3F) && !gris(todas, 0x40) && !gris(todas, 0x5F) && gris(todas, 0x60));
+}
+
 TEST_F(vistas, about_starts_the_information_of_the_system_if_there_is_any) {
   f.men_acerca_contextual.Click();
   f.about.cmdSysInfo.Click();

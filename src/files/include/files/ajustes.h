@@ -22,4 +22,7 @@ struct campos_ajustes {
 /// one: 57600, n, 8, 1, COM1.
 campos_ajustes ajustes_de(std::string_view contenido);
 
+/// The text of such a file, byte for byte.
+std::string texto_de_ajustes(const campos_ajustes& a);
+
 }  // namespace morvane

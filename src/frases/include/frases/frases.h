@@ -22,6 +22,9 @@ std::string frase(const descripcion_puerto& puerto);
 
 /// The port and what is at it, in one line.
 std::string frase_breve(const descripcion_puerto& puerto);
+/// The same in as few words as a label has room for: "COM1 · FT232R USB UART (FTDI)", "COM1 · placa simulada",
+/// "COM1 · nada conectado".
+std::string rotulo(const descripcion_puerto& puerto);
 
 /// Without the file's name: "el archivo no existe".
 std::string frase(const causa_archivo& causa);

@@ -56,6 +56,14 @@ struct espera_en_curso {
   int repetidas = 0, respuestas = 0;
 };
 
+/// What counts up over the whole run, for whoever looks from time to time.
+struct cuentas_de_linea {
+  /// Replies that have come whole.
+  std::uint64_t respuestas = 0;
+  /// Times that the port was opened, and that it could not be.
+  unsigned aperturas = 0, negadas = 0;
+};
+
 /// State of the link to the bridge: what the reception leaves for the flows, the watchdog, the settings, and the
 /// platform that it talks through. One thread; the fields change only inside a pass of the event pump or in the
 /// routines of this room.
@@ -106,6 +114,7 @@ struct enlace {
   /// While it is up, an "A" lets the line come to rest, and a reply without data does not answer a status or a reading.
   /// Down again once one of these has been answered.
   bool linea_inquieta = false;
+  cuentas_de_linea cuentas;
 
   /// Why the port could not be found or opened last.
   std::optional<causa_puerto> fallo_de_puerto;

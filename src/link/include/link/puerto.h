@@ -24,6 +24,17 @@ void leer_ajustes(enlace& e);
 /// firmware file is opened. The user is told if that fails; the old file then stands.
 void guardar_ajustes(enlace& e);
 
+/// The settings as they stand in "SETTINGS.TXT" now; nothing if it is missing or cannot be read.
+std::optional<campos_ajustes> ajustes_guardados(const enlace& e);
+
+/// True if there is no "SETTINGS.TXT".
+bool faltan_ajustes(const enlace& e);
+
+/// Makes "SETTINGS.TXT" where there is none, with speed and port as they are in force and defaults for what is not,
+/// and reads it. The user is told if it cannot be made; the settings are then as before. One that is there is only
+/// read.
+void crear_ajustes(enlace& e);
+
 enum class modo_fichero { leer = 0, escribir = 1, anadir = 2 };
 
 /// Opens the text file `nombre` in the directory `ruta`, which ends in a backslash. A missing file gives nothing and no

@@ -68,8 +68,9 @@ struct Line : control {
   const color BorderColor;
 };
 
-/// How part of a row stands out from the rest: stepping back, as a difference, as what was looked for.
-enum class realce { tenue, distinto, hallado };
+/// How part of a row stands out from the rest: stepping back, as what nobody knows, as a difference, as what was looked
+/// for.
+enum class realce { tenue, ignorado, distinto, hallado };
 
 /// `cuantos` characters of a row from position `desde`, counted from 0.
 struct parte_realzada {

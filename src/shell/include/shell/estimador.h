@@ -27,6 +27,8 @@ class estimador {
   void mirar(const labor& m, instante ahora);
   /// The command has ended, and `m` was its last operation.
   void acabar(const labor& m);
+  /// The command has ended before its first operation, for this reason.
+  void sin_operacion(const std::string& por_que);
   /// A file was loaded, or could not be.
   void cargada(const informe_carga& i);
 

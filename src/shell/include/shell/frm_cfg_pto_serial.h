@@ -1,6 +1,7 @@
 #pragma once
 
 #include "link/enlace.h"
+#include "link/puerto.h"
 #include "platform/controles.h"
 
 namespace morvane {
@@ -17,6 +18,23 @@ struct frm_cfg_pto_serial {
   Label Label1, Label2;
   ComboBox cmb_s_velocity, cmb_s_puerto;
   CommandButton btn_guardar, btn_salir;
+
+  /// What holds now, for the line that the dialog keeps up to date.
+  struct situacion {
+    std::string texto;
+    /// What is seen is not what holds, or will not be kept.
+    bool aviso = false;
+  };
+  situacion describir() const;
+  /// True if there is no settings file.
+  bool sin_fichero() const { return faltan_ajustes(e_); }
+  /// Makes the settings file that is missing, and shows what it holds.
+  void crear_fichero();
+
+ private:
+  void mostrar_valores();
+
+  enlace& e_;
 };
 
 }  // namespace morvane

@@ -7,6 +7,7 @@
 #include "image/variables_grab.h"
 #include "link/enlace.h"
 #include "platform/controles.h"
+#include "shell/contacto.h"
 #include "shell/frm_about.h"
 #include "shell/frm_buffer.h"
 #include "shell/frm_cfg_pto_serial.h"
@@ -83,6 +84,8 @@ struct frm_principal {
   std::string puerto_del_mapa;
   /// The port of the settings and what is at it, in a line; not set where nobody can tell.
   std::function<std::string()> describir_puerto;
+  /// The board, as the last command has found it.
+  contacto placa;
   /// Handlers that are running a command or a load, nested ones included.
   int ordenes = 0;
   /// `avance.labor.cuantas` when the running command began.
