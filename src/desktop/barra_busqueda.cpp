@@ -10,12 +10,12 @@
 #include <QToolButton>
 
 #include "lista_qt.h"
+#include "pintura.h"
 #include "taller.h"
 
 namespace morvane {
 namespace {
 
-constexpr QRgb rojo = 0xFFA00000;
 constexpr int limite_texto = 255;
 constexpr int margen = 2, hueco = 4;
 
@@ -183,7 +183,8 @@ void barra_busqueda::colocar() {
   rejilla_->addWidget(mensaje_, debajo ? 1 : 0, debajo ? 0 : 1, 1, debajo ? 3 : 1);
   const int alto = sizeHint().height();
   lista_.reservar(alto);
-  setGeometry(filas.left(), lista_.y() + lista_.viewport()->geometry().bottom() + 1, filas.width(), alto);
+  setGeometry(filas.left(), lista_.y() + lista_.viewport()->geometry().bottom() + 1, filas.width(),
+              lista_.libre_abajo());
 }
 
 void barra_busqueda::ir() {
@@ -209,7 +210,7 @@ void barra_busqueda::buscar(sentido hacia) {
 void barra_busqueda::decir(bool bien) {
   lista_.viewport()->update();
   QPalette tinta = mensaje_->parentWidget()->palette();
-  if (!bien) tinta.setColor(QPalette::WindowText, QColor(rojo));
+  if (!bien) tinta.setColor(QPalette::WindowText, color_de_aviso(tinta));
   mensaje_->setPalette(tinta);
   mensaje_->setText(qt(busca_.mensaje()));
   mensaje_->setToolTip(mensaje_->text());

@@ -13,10 +13,12 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QStringList>
+#include <QStyle>
 #include <span>
 
 #include "conversiones.h"
 #include "desktop/plataforma_qt.h"
+#include "imagenes.h"
 #include "platform/rutas.h"
 
 namespace morvane {
@@ -117,10 +119,33 @@ const char* nombre_de(QMessageBox::Icon dibujo) {
   }
 }
 
+/// Its file among the program's images.
+const char* imagen_de(QMessageBox::Icon dibujo) {
+  switch (dibujo) {
+    case QMessageBox::Critical:
+      return "caja_error";
+    case QMessageBox::Warning:
+      return "caja_advertencia";
+    case QMessageBox::Information:
+      return "caja_informacion";
+    case QMessageBox::Question:
+      return "caja_pregunta";
+    default:
+      return "";
+  }
+}
+
+/// Qt's own picture is of one size, and blurred on a fine screen.
+void dibujar_icono(QLabel& rotulo, const QMessageBox& caja) {
+  const int lado = caja.style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, &caja);
+  rotulo.setPixmap(imagen(imagen_de(caja.icon())).pixmap(QSize(lado, lado), caja.devicePixelRatioF()));
+  rotulo.setAccessibleName(QString::fromUtf8(nombre_de(caja.icon())));
+}
+
 /// Names what Qt leaves nameless, and lets the keyboard reach the text, to mark and copy parts of it.
 void nombrar_partes(QMessageBox& caja) {
   for (auto* rotulo : caja.findChildren<QLabel*>()) {
-    if (!rotulo->pixmap().isNull()) rotulo->setAccessibleName(QString::fromUtf8(nombre_de(caja.icon())));
+    if (!rotulo->pixmap().isNull()) dibujar_icono(*rotulo, caja);
     const bool texto = rotulo->text() == caja.text(), causa = rotulo->text() == caja.informativeText();
     if (!rotulo->text().isEmpty() && (texto || causa)) rotulo->setFocusPolicy(Qt::StrongFocus);
     if (causa) rotulo->setTextFormat(Qt::PlainText);

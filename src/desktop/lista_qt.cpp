@@ -1,6 +1,8 @@
 #include "lista_qt.h"
 
 #include <QAbstractListModel>
+#include <QLabel>
+#include <QScrollBar>
 #include <QStringList>
 #include <algorithm>
 #include <limits>
@@ -46,24 +48,63 @@ class modelo_filas final : public QAbstractListModel {
 };
 
 // All rows are as high and as wide as the first one, so that nothing has to be asked of the others beforehand.
-lista_filas::lista_filas(QWidget& padre, int margen) : QListView(&padre), modelo_(new modelo_filas(this)) {
+lista_filas::lista_filas(QWidget& padre, int margen)
+    : QListView(&padre), modelo_(new modelo_filas(this)), vacia_(new QLabel(viewport())) {
   setUniformItemSizes(true);
   setWordWrap(false);
   setTextElideMode(Qt::ElideNone);
   setEditTriggers(QAbstractItemView::NoEditTriggers);
   setSelectionMode(QAbstractItemView::ExtendedSelection);
-  setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+  setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
   setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
   setItemDelegate(new pintor_filas(this, margen));
   setModel(modelo_);
+  vacia_->setObjectName(QStringLiteral("vacia"));
+  vacia_->setTextFormat(Qt::PlainText);
+  vacia_->setAlignment(Qt::AlignCenter);
+  vacia_->setWordWrap(true);
+  vacia_->hide();
+}
+
+void lista_filas::decir_vacia(const QString& texto) {
+  QPalette tinta = palette();
+  tinta.setColor(QPalette::WindowText, tinta_de(realce::tenue, tinta));
+  vacia_->setPalette(tinta);
+  vacia_->setFont(window()->font());
+  vacia_->setText(texto);
+  vacia_->setVisible(!texto.isEmpty());
+  setAccessibleDescription(texto);
+}
+
+void lista_filas::reservar(int alto) {
+  reservado_ = alto;
+  const int fila = modelo_->rowCount() > 0 ? sizeHintForRow(0) : 0;
+  const int ancho_de_barra = horizontalScrollBar()->isVisible() ? horizontalScrollBar()->height() : 0;
+  const int libre = height() - 2 * frameWidth() - ancho_de_barra - alto;
+  const int de_mas = fila > 0 && libre > fila ? libre % fila : 0;
+  setViewportMargins(0, 0, 0, alto + de_mas);
+}
+
+void lista_filas::resizeEvent(QResizeEvent* suceso) {
+  QListView::resizeEvent(suceso);
+  vacia_->setGeometry(viewport()->rect());
+  reservar(reservado_);
 }
 
 void lista_filas::poner(std::shared_ptr<const filas> nuevas) {
   modelo_->poner(std::move(nuevas));
+  reservar(reservado_);
 }
 
 void lista_filas::elegir(int fila) {
   selectionModel()->setCurrentIndex(modelo_->index(fila), QItemSelectionModel::ClearAndSelect);
+}
+
+void lista_filas::ir_a(int fila) {
+  if (modelo_->rowCount() == 0) return;
+  elegir(std::min(fila, modelo_->rowCount() - 1));
+  scrollTo(currentIndex(), QAbstractItemView::PositionAtTop);
+  setFocus();
 }
 
 QString lista_filas::copia_elegidas() const {
@@ -97,11 +138,7 @@ lista_filas* lista_de(QWidget& ventana, const ListBox& lista) {
 }
 
 void ir_a_fila(QWidget& ventana, const ListBox& lista, int fila) {
-  lista_filas* vista = lista_de(ventana, lista);
-  if (vista == nullptr || vista->model()->rowCount() == 0) return;
-  vista->elegir(std::min(fila, vista->model()->rowCount() - 1));
-  vista->scrollTo(vista->currentIndex(), QAbstractItemView::PositionAtTop);
-  vista->setFocus();
+  if (lista_filas* vista = lista_de(ventana, lista)) vista->ir_a(fila);
 }
 
 void hacer(QWidget& padre, ListBox& origen, taller& t) {

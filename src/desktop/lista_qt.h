@@ -7,6 +7,8 @@
 
 #include "platform/controles.h"
 
+class QLabel;
+
 namespace morvane {
 
 class modelo_filas;
@@ -26,15 +28,28 @@ class lista_filas final : public QListView {
   /// Makes row `fila` the current one, and the only one that is chosen, whatever keys are held down meanwhile.
   void elegir(int fila);
 
-  /// Keeps so many pixels along the lower edge free of rows, for what stands in front of them there.
-  void reservar(int alto) { setViewportMargins(0, 0, 0, alto); }
+  /// The same, and brings it to the top; the last one where there are fewer rows. Nothing happens to an empty list.
+  void ir_a(int fila);
+
+  /// Keeps so many pixels along the lower edge free of rows, for what stands in front of them there. What does not hold
+  /// a whole row stays free as well.
+  void reservar(int alto);
+  /// The pixels that are free of rows now.
+  int libre_abajo() const { return viewportMargins().bottom(); }
+  /// What stands in the place of the rows where there are none.
+  void decir_vacia(const QString& texto);
 
   /// What of a row stands out, what `senalado` adds to it included.
   std::vector<parte_realzada> partes(int fila) const;
   std::function<std::vector<parte_realzada>(std::size_t fila)> senalado;
 
+ protected:
+  void resizeEvent(QResizeEvent* suceso) override;
+
  private:
   modelo_filas* modelo_;
+  QLabel* vacia_;
+  int reservado_ = 0;
 };
 
 /// The list that shows `lista` in a window, or null.

@@ -1,7 +1,7 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <algorithm>
-#include <array>
+#include <vector>
 
 #include "desktop/mapa_qt.h"
 #include "desktop/pincel_mapa.h"
@@ -19,18 +19,19 @@ QString hexadecimal(std::int32_t dir, int digitos) {
 /// A sample of the legend and its name.
 struct entrada {
   aspecto como;
-  bool imagen, lectura;
   QString nombre;
+  bool imagen = false, lectura = false, cabeza = false;
 };
 
-std::array<entrada, aspectos + 2> entradas_de_leyenda() {
-  std::array<entrada, aspectos + 2> todas;
+std::vector<entrada> entradas_de_leyenda() {
+  std::vector<entrada> todas;
   for (int i = 0; i < aspectos; ++i) {
     const auto cual = static_cast<aspecto>(i);
-    todas.at(static_cast<std::size_t>(i)) = {cual, false, false, QString::fromUtf8(nombre_de(cual))};
+    todas.push_back({.como = cual, .nombre = QString::fromUtf8(nombre_de(cual))});
   }
-  todas[aspectos] = {aspecto::borrada, true, false, QStringLiteral("En la imagen")};
-  todas[aspectos + 1] = {aspecto::borrada, false, true, QStringLiteral("Leída")};
+  todas.push_back({.como = aspecto::borrada, .nombre = QStringLiteral("En la imagen"), .imagen = true});
+  todas.push_back({.como = aspecto::borrada, .nombre = QStringLiteral("Leída"), .lectura = true});
+  todas.push_back({.como = aspecto::desconocida, .nombre = QStringLiteral("En curso"), .cabeza = true});
   return todas;
 }
 
@@ -75,7 +76,7 @@ void mapa_qt::pintar_bloque(QPainter& pintor, int fila) const {
 
 void mapa_qt::pintar_direcciones(QPainter& pintor, int fila) const {
   const std::int32_t dir = fila * chip.bloque;
-  pintor.setPen(QColor(tinta_mapa));
+  pintor.setPen(palette().color(QPalette::WindowText));
   pintor.drawText(trazado_.direccion(fila, false), Qt::AlignRight | Qt::AlignVCenter, hexadecimal(dir, 6));
   pintor.drawText(trazado_.direccion(fila, true), Qt::AlignLeft | Qt::AlignVCenter,
                   hexadecimal(dir + chip.bloque - 1, 6));
@@ -83,9 +84,18 @@ void mapa_qt::pintar_direcciones(QPainter& pintor, int fila) const {
 
 void mapa_qt::pintar_desplazamiento(QPainter& pintor, int grupo) const {
   const std::int32_t dir = grupo * trazado_mapa::celdas_por_grupo * bytes_por_celda;
-  pintor.setPen(QColor(tinta_mapa));
+  pintor.setPen(palette().color(QPalette::WindowText));
   pintor.drawText(trazado_.desplazamiento(grupo), Qt::AlignLeft | Qt::AlignVCenter,
                   QLatin1Char('+') + hexadecimal(dir, 4));
+}
+
+void mapa_qt::pintar_muestra(QPainter& pintor, const QRect& sitio, aspecto como, bool imagen, bool lectura,
+                             bool cabeza) const {
+  pintar_celda(pintor, sitio, trazo_, como, imagen, lectura);
+  if (cabeza)
+    return enmarcar(pintor, sitio.adjusted(trazo_, trazo_, -trazo_, -trazo_), trazo_, QColor(color_de_cabeza));
+  pintor.setPen(QPen(QColor(borde_de_bloque), trazo_, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+  pintor.drawRect(sitio.adjusted(0, 0, -trazo_, -trazo_));
 }
 
 /// Evenly spread over the whole width; in a smaller font where that is too narrow.
@@ -109,9 +119,9 @@ void mapa_qt::pintar_leyenda(QPainter& pintor) const {
   const int de_mas = std::max(0, sitio.width() - largo()) / static_cast<int>(entradas.size() - 1);
   int x = sitio.left();
   for (const entrada& una : entradas) {
-    pintar_celda(pintor, {x, sitio.top() + trazo_, ancho, alto}, trazo_, una.como, una.imagen, una.lectura);
+    pintar_muestra(pintor, {x, sitio.top() + trazo_, ancho, alto}, una.como, una.imagen, una.lectura, una.cabeza);
     const int texto = pintor.fontMetrics().horizontalAdvance(una.nombre);
-    pintor.setPen(QColor(tinta_mapa));
+    pintor.setPen(palette().color(QPalette::WindowText));
     pintor.drawText(QRect(x + junto, sitio.top(), texto + trazo_, sitio.height()), Qt::AlignLeft | Qt::AlignVCenter,
                     una.nombre);
     x += junto + texto + separacion + de_mas;

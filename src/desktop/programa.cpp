@@ -31,11 +31,12 @@ void poner_textos() {
   if (hay) QCoreApplication::installTranslator(de_qt);
 }
 
-/// Of the port as the settings name it.
-std::string puerto_en_palabras(const std::filesystem::path& directorio, const std::string& puerto) {
+/// Of the port as the settings name it, by `decir`.
+std::string puerto_en_palabras(const std::filesystem::path& directorio, const std::string& puerto,
+                               std::string (*decir)(const descripcion_puerto&)) {
   constexpr std::size_t largo = 4;
   if (puerto.size() != largo || puerto.back() < '0' || puerto.back() > '9') return puerto;
-  return frase_breve(describir_puerto(directorio, puerto.back() - '0'));
+  return decir(describir_puerto(directorio, puerto.back() - '0'));
 }
 
 }  // namespace
@@ -54,7 +55,9 @@ programa::programa(const std::filesystem::path& directorio)
       linea_(directorio),
       principal_(std::make_unique<frm_principal>(plat_, ficheros_, linea_, v_)),
       ventana_(std::make_unique<ventana_qt>(principal_->ventana, [this] { despues_de_orden(); })),
-      seguimiento_(std::make_unique<seguimiento>(*principal_, plat_, *ventana_)),
+      seguimiento_(std::make_unique<seguimiento>(
+          *principal_, plat_, *ventana_,
+          [this] { return puerto_en_palabras(directorio_, principal_->link.valores.puerto, rotulo); })),
       recepcion_(std::make_unique<recepcion_qt>(*ventana_,
                                                 [this](const std::string& ruta) { abrir_soltado(*principal_, ruta); })),
       placa_(directorio),
@@ -69,10 +72,12 @@ programa::programa(const std::filesystem::path& directorio)
     decir_por_errores("morvane: " + frase(causa));
     principal_->link.fallo_de_puerto = causa;
   };
-  principal_->describir_puerto = [this] { return puerto_en_palabras(directorio_, principal_->link.valores.puerto); };
+  principal_->describir_puerto = [this] {
+    return puerto_en_palabras(directorio_, principal_->link.valores.puerto, frase_breve);
+  };
   completar(*ventana_, principal_->rango);
   ventana_->al_empezar = [this] { seguimiento_->al_empezar(); };
-  seguimiento_->mapa().al_abrir = [this](std::int32_t dir) { abrir_volcado(dir); };
+  seguimiento_->mapa().al_abrir = [this](std::int32_t dir) { abrir_volcado(principal_->buffer_out, dir); };
   ventana_->puede_cerrarse = [this] { return puede_cerrarse(); };
   ventana_->al_fallar = [this](const std::string& motivo) { avisar_fallo(motivo); };
 }
@@ -84,21 +89,28 @@ void programa::sincronizar() {
   otras_.sincronizar();
 }
 
-void programa::abrir_volcado(std::int32_t dir) {
-  Form& volcado = principal_->buffer_out.ventana;
-  ventana_->atender([&volcado] { volcado.Show(); });
-  ventana_qt* ventana = otras_.ventana_de(volcado);
-  if (ventana != nullptr)
-    ir_a_fila(*ventana, principal_->buffer_out.lst_buf_salida, dir / static_cast<std::int32_t>(bytes_por_fila));
+void programa::abrir_volcado(frm_buffer& vista, std::int32_t dir) {
+  ventana_->atender([&vista] { vista.ventana.Show(); });
+  ventana_qt* ventana = otras_.ventana_de(vista.ventana);
+  if (ventana != nullptr) senalar_direccion(*ventana, vista, dir);
 }
 
 void programa::completar_vista(const Form& forma, ventana_qt& ventana) {
   frm_principal& f = *principal_;
   for (frm_buffer* vista : {&f.buffer_out, &f.buffer_in}) {
-    if (&vista->ventana == &forma) completar(ventana, *vista);
+    if (&vista->ventana != &forma) continue;
+    completar(ventana, *vista);
+    poner_en_su_mitad(ventana, vista == &f.buffer_out ? mitad::izquierda : mitad::derecha);
   }
-  if (&f.buffer_comp.ventana == &forma) completar(ventana, f.buffer_comp);
-  if (&f.cfg_pto_serial.ventana == &forma) new puertos_qt(ventana, f.cfg_pto_serial, directorio_, placa_, plat_);
+  if (&f.buffer_comp.ventana == &forma) {
+    completar(ventana, f.buffer_comp, [this](std::int32_t dir) {
+      for (frm_buffer* vista : {&principal_->buffer_out, &principal_->buffer_in}) abrir_volcado(*vista, dir);
+    });
+  }
+  if (&f.cfg_pto_serial.ventana == &forma) {
+    auto* puertos = new puertos_qt(ventana, f.cfg_pto_serial, directorio_, placa_, plat_);
+    puertos->al_cambiar = [this] { seguimiento_->letrero().preguntar(); };
+  }
 }
 
 void programa::avisar_fallo(const std::string& motivo) {
@@ -115,6 +127,7 @@ void programa::empezar() {
   }
   empezando_ = false;
   ventana_->sincronizar();
+  seguimiento_->al_volver();
   if (fin_pendiente_) {
     acabar();
     return;

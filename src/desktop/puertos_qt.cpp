@@ -3,10 +3,13 @@
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QPushButton>
 
 #include "frases/frases.h"
+#include "pintura.h"
 #include "serial/puertos.h"
 #include "taller.h"
 
@@ -37,14 +40,16 @@ std::string frase_de(const std::optional<causa_puerto>& fallo) {
 
 }  // namespace
 
-puertos_qt::puertos_qt(ventana_qt& ventana, const frm_cfg_pto_serial& f, std::filesystem::path directorio,
+puertos_qt::puertos_qt(ventana_qt& ventana, frm_cfg_pto_serial& f, std::filesystem::path directorio,
                        placa_simulada& placa, plataforma& plat)
     : QObject(&ventana),
       ventana_(ventana),
+      f_(f),
       directorio_(std::move(directorio)),
       placa_(placa),
       plat_(plat),
-      lista_(ventana.findChild<QComboBox*>(qt(f.cmb_s_puerto.Name))) {
+      lista_(ventana.findChild<QComboBox*>(qt(f.cmb_s_puerto.Name))),
+      linea_(new QLabel(ventana.centralWidget())) {
   // The menu of the dialog, here as everywhere else on it.
   lista_->setContextMenuPolicy(Qt::NoContextMenu);
   lista_->lineEdit()->setContextMenuPolicy(Qt::NoContextMenu);
@@ -53,6 +58,46 @@ puertos_qt::puertos_qt(ventana_qt& ventana, const frm_cfg_pto_serial& f, std::fi
   connect(lista_, &QComboBox::currentTextChanged, this, [this] { explicar(); });
   connect(&ventana_.contextual(), &QMenu::aboutToShow, this, [this] { llenar_menu(); });
   llenar_menu();
+  poner_linea();
+  poner_boton();
+}
+
+/// Between the lists and the buttons.
+void puertos_qt::poner_linea() {
+  const QRect lista = lista_->geometry(), salir = hijo(f_.btn_salir)->geometry(), rotulo = hijo(f_.Label2)->geometry();
+  linea_->setObjectName(QStringLiteral("en_vigor"));
+  linea_->setTextFormat(Qt::PlainText);
+  linea_->setWordWrap(true);
+  linea_->setFont(letra_menor(ventana_.font()));
+  linea_->setGeometry(rotulo.left(), lista.bottom() + 1, lista.right() + 1 - rotulo.left(),
+                      salir.top() - lista.bottom() - 1);
+  for (const auto* combo : ventana_.findChildren<QComboBox*>()) {
+    connect(combo, &QComboBox::editTextChanged, this, [this] { situar(); });
+  }
+  ventana_.al_cambiar([this] { situar(); });
+}
+
+void puertos_qt::poner_boton() {
+  const QRect guardar = hijo(f_.btn_guardar)->geometry();
+  const int izquierda = hijo(f_.Label2)->x();
+  auto* mas = new QPushButton(QStringLiteral("&Más"), ventana_.centralWidget());
+  mas->setObjectName(QStringLiteral("btn_mas"));
+  mas->setAccessibleName(QStringLiteral("Más"));
+  mas->setToolTip(QStringLiteral("Enlazar un adaptador, poner la placa simulada"));
+  mas->setGeometry(izquierda, guardar.top(), guardar.left() - izquierda - guardar.height() / 3, guardar.height());
+  mas->setMenu(&ventana_.contextual());
+}
+
+QWidget* puertos_qt::hijo(const control& cual) const {
+  return ventana_.findChild<QWidget*>(qt(cual.Name));
+}
+
+void puertos_qt::situar() {
+  const frm_cfg_pto_serial::situacion dicho = f_.describir();
+  QPalette tinta = ventana_.centralWidget()->palette();
+  if (dicho.aviso) tinta.setColor(QPalette::WindowText, color_de_aviso(tinta));
+  linea_->setPalette(tinta);
+  linea_->setText((dicho.aviso ? QStringLiteral("⚠ ") : QString()) + qt(dicho.texto));
 }
 
 bool puertos_qt::eventFilter(QObject* quien, QEvent* suceso) {
@@ -73,11 +118,18 @@ void puertos_qt::explicar() {
   const QString ayuda = numero == 0 ? QString() : qt(frase(describir_puerto(directorio_, numero)));
   lista_->setToolTip(ayuda_literal(ayuda));
   lista_->setAccessibleDescription(ayuda);
+  situar();
 }
 
 void puertos_qt::llenar_menu() {
   QMenu& menu = ventana_.contextual();
   menu.clear();
+  if (f_.sin_fichero()) {
+    connect(menu.addAction(QStringLiteral("&Crear SETTINGS.TXT")), &QAction::triggered, this, [this] {
+      ventana_.atender([this] { f_.crear_fichero(); });
+      explicar();
+    });
+  }
   const int numero = elegido();
   const QString puerto = QStringLiteral("COM%1").arg(numero);
   if (numero == 0) {
@@ -120,6 +172,7 @@ void puertos_qt::hacer(const std::function<std::string()>& cambio) {
     if (!fallo.empty()) plat_.MsgBox({"Atención", fallo, botones::Aceptar, icono::critico});
   });
   explicar();
+  if (al_cambiar) al_cambiar();
 }
 
 }  // namespace morvane

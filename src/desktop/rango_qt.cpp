@@ -4,17 +4,16 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+#include "pintura.h"
 #include "shell/ordenes.h"
 #include "taller.h"
 
 namespace morvane {
 namespace {
 
-constexpr QRgb rojo = 0xFFA00000;
-
 void decir(QLabel& donde, const lectura_prevista& que) {
   QPalette tinta = donde.parentWidget()->palette();
-  if (que.dudosa) tinta.setColor(QPalette::WindowText, QColor(rojo));
+  if (que.dudosa) tinta.setColor(QPalette::WindowText, color_de_aviso(tinta));
   donde.setPalette(tinta);
   donde.setText((que.dudosa ? QStringLiteral("⚠ ") : QString()) + qt(que.texto));
   donde.setFont(cabida(donde.parentWidget()->font(), donde.text(), donde.width()));

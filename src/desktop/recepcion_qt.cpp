@@ -4,6 +4,7 @@
 #include <QDropEvent>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QRubberBand>
 #include <QUrl>
 #include <filesystem>
 
@@ -42,7 +43,10 @@ std::string firmware_ofrecido(const QMimeData& oferta) {
 }
 
 recepcion_qt::recepcion_qt(ventana_qt& ventana, std::function<void(const std::string& ruta)> al_recibir)
-    : ventana_(ventana), al_recibir_(std::move(al_recibir)) {
+    : ventana_(ventana),
+      marco_(new QRubberBand(QRubberBand::Rectangle, ventana.centralWidget())),
+      al_recibir_(std::move(al_recibir)) {
+  marco_->setObjectName(QStringLiteral("marco_soltar"));
   ventana.setAcceptDrops(true);
   // They would take the path for a text.
   const auto campos = ventana.findChildren<QLineEdit*>();
@@ -54,6 +58,7 @@ recepcion_qt::recepcion_qt(ventana_qt& ventana, std::function<void(const std::st
 
 bool recepcion_qt::eventFilter(QObject* quien, QEvent* suceso) {
   const QEvent::Type tipo = suceso->type();
+  if (tipo == QEvent::DragLeave) senalar(false);
   if (tipo != QEvent::DragEnter && tipo != QEvent::DragMove && tipo != QEvent::Drop) {
     return QObject::eventFilter(quien, suceso);
   }
@@ -61,11 +66,17 @@ bool recepcion_qt::eventFilter(QObject* quien, QEvent* suceso) {
   const std::string ruta = firmware_ofrecido(*oferta.mimeData());
   const bool libre = QApplication::activeModalWidget() == nullptr;
   oferta.setAccepted(libre && !ruta.empty() && sin_mover(oferta));
+  senalar(tipo != QEvent::Drop && oferta.isAccepted());
   if (tipo == QEvent::Drop && oferta.isAccepted()) {
     soltada_ = ruta;
     luego_.start(0);
   }
   return true;
+}
+
+void recepcion_qt::senalar(bool encima) {
+  marco_->setGeometry(ventana_.centralWidget()->rect());
+  marco_->setVisible(encima);
 }
 
 void recepcion_qt::recibir() {

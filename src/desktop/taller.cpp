@@ -2,9 +2,12 @@
 
 #include <QFontDatabase>
 #include <QFontMetricsF>
+#include <QGuiApplication>
 #include <QPalette>
 #include <QWidget>
 #include <cmath>
+
+#include "pintura.h"
 
 namespace morvane {
 namespace {
@@ -71,15 +74,10 @@ QFont cabida(const QFont& tipo, const QString& texto, int ancho) {
 }
 
 void colorear(QWidget& superficie, color fondo) {
-  const QColor base = QColor::fromRgb(fondo);
   QPalette paleta = superficie.palette();
+  const QColor base = tono_de(fondo, QGuiApplication::palette());
   paleta.setColor(QPalette::Window, base);
-  paleta.setColor(QPalette::WindowText, qGray(fondo) > 127 ? Qt::black : Qt::white);
-  // Buttons on a light surface are light, or their icons would be lost.
-  if (qGray(fondo) > 127 && qGray(paleta.color(QPalette::Button).rgb()) < 128) {
-    paleta.setColor(QPalette::Button, base.lighter(105));
-    paleta.setColor(QPalette::ButtonText, Qt::black);
-  }
+  paleta.setColor(QPalette::WindowText, qGray(base.rgb()) > 127 ? Qt::black : Qt::white);
   superficie.setPalette(paleta);
   superficie.setAutoFillBackground(true);
 }

@@ -53,7 +53,8 @@ QString nombre_accesible(const std::string& rotulo, const std::string& ayuda, co
 /// The font `tipo`, made narrower where `texto` would be wider than `ancho` pixels.
 QFont cabida(const QFont& tipo, const QString& texto, int ancho);
 
-/// Gives a surface its colour and what stands on it a colour that can be read there, whatever the desktop's theme.
+/// Gives a surface its colour, or the counterpart of it on a dark desktop, and what stands on it a colour that can be
+/// read there.
 void colorear(QWidget& superficie, color fondo);
 
 /// Gives a widget the name of its control, and keeps it where, shown and enabled as the control is.

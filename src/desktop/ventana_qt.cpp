@@ -126,6 +126,10 @@ void ventana_qt::pedir_contextual() {
 
 void ventana_qt::keyPressEvent(QKeyEvent* tecla) {
   if (tecla->key() == Qt::Key_F10 && tecla->modifiers() == Qt::ShiftModifier) return pedir_contextual();
+  if (tecla->key() == Qt::Key_Escape && tecla->modifiers() == Qt::NoModifier && forma_.menus.empty()) {
+    close();
+    return;
+  }
   auto* boton = qobject_cast<QAbstractButton*>(focusWidget());
   const bool enter = tecla->key() == Qt::Key_Return || tecla->key() == Qt::Key_Enter;
   if (boton == nullptr || !enter) return QMainWindow::keyPressEvent(tecla);

@@ -37,7 +37,7 @@ struct banco_ventana : banco<guion> {
   Variables_grab variables;
   frm_principal f{plat, ficheros, linea, variables};
   ventana_qt v{f.ventana, [this] { s.al_volver(); }};
-  seguimiento s{f, plat, v};
+  seguimiento s{f, plat, v, [this] { return f.link.valores.puerto + " · a board"; }};
 
   void SetUp() override {
     v.al_empezar = [this] { s.al_empezar(); };

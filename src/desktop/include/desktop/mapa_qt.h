@@ -7,6 +7,7 @@
 
 #include "desktop/trazado_mapa.h"
 #include "image/mapa_flash.h"
+#include "shell/texto_mapa.h"
 
 namespace morvane {
 
@@ -53,6 +54,7 @@ class mapa_qt final : public QWidget {
   void pintar_bloque(QPainter& pintor, int fila) const;
   void pintar_direcciones(QPainter& pintor, int fila) const;
   void pintar_desplazamiento(QPainter& pintor, int grupo) const;
+  void pintar_muestra(QPainter& pintor, const QRect& sitio, aspecto como, bool imagen, bool lectura, bool cabeza) const;
   void pintar_leyenda(QPainter& pintor) const;
 
   const mapa_flash& mapa_;

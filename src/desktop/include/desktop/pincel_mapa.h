@@ -7,8 +7,8 @@
 
 class QPainter;
 
-/// How the cells of the map are drawn. Each aspect has a colour and a pattern or mark of its own, and all stand on the
-/// light surface that the window has in every theme.
+/// How the cells of the map are drawn. Each aspect has a colour and a pattern or mark of its own, the same on a light
+/// surface as on a dark one.
 namespace morvane {
 
 /// Colours that people with any kind of colour blindness tell apart.
@@ -17,7 +17,7 @@ struct tinte {
 };
 tinte tinte_de(aspecto cual);
 
-/// The colour of what goes on top: bars, addresses, borders.
+/// The colour of what goes on top of cells: bars, borders.
 inline constexpr QRgb tinta_mapa = 0xFF202020;
 
 /// Draws a cell into `sitio`, in pixels of the screen, of which a fine line takes `trazo`. `con_imagen` puts a bar

@@ -44,7 +44,8 @@ class programa {
  private:
   bool ocupado() const { return empezando_ || ventana_->ocupada() || otras_.ocupadas(); }
   void sincronizar();
-  void abrir_volcado(std::int32_t dir);
+  /// Shows a dump with this address in sight.
+  void abrir_volcado(frm_buffer& vista, std::int32_t dir);
   void completar_vista(const Form& forma, ventana_qt& ventana);
   void avisar_fallo(const std::string& motivo);
   bool puede_cerrarse();

@@ -8,11 +8,13 @@
 #include "desktop/ventana_qt.h"
 
 class QMimeData;
+class QRubberBand;
 
 namespace morvane {
 
-/// Takes firmware files that the user drops on a window. What is no single firmware file on this machine is refused
-/// while it is still being dragged, and so is everything while a box is open.
+/// Takes firmware files that the user drops on a window, and frames the window while one is held over it. What is no
+/// single firmware file on this machine is refused while it is still being dragged, and so is everything while a box is
+/// open.
 class recepcion_qt final : public QObject {
  public:
   /// `ventana` must outlive it. `al_recibir` gets the path as the host's bytes, as a handler of the window, once the
@@ -24,8 +26,10 @@ class recepcion_qt final : public QObject {
 
  private:
   void recibir();
+  void senalar(bool encima);
 
   ventana_qt& ventana_;
+  QRubberBand* marco_;
   std::function<void(const std::string& ruta)> al_recibir_;
   std::string soltada_;
   QTimer luego_;

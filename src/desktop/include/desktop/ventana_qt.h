@@ -47,7 +47,8 @@ class ventana_qt final : public QMainWindow {
 
  protected:
   void closeEvent(QCloseEvent* suceso) override;
-  /// Enter presses the button that has the focus, as Space does; Shift+F10 opens the context menu.
+  /// Enter presses the button that has the focus, as Space does; Shift+F10 opens the context menu; Escape closes a
+  /// window without menus.
   void keyPressEvent(QKeyEvent* tecla) override;
   void contextMenuEvent(QContextMenuEvent* suceso) override;
   bool event(QEvent* suceso) override;
