@@ -5,6 +5,7 @@
 #include <QTranslator>
 #include <exception>
 
+#include "desktop/manual_qt.h"
 #include "desktop/puertos_qt.h"
 #include "desktop/recepcion_qt.h"
 #include "desktop/seguimiento.h"
@@ -60,6 +61,7 @@ programa::programa(const std::filesystem::path& directorio)
           [this] { return puerto_en_palabras(directorio_, principal_->link.valores.puerto, rotulo); })),
       recepcion_(std::make_unique<recepcion_qt>(*ventana_,
                                                 [this](const std::string& ruta) { abrir_soltado(*principal_, ruta); })),
+      ayuda_(std::make_unique<ayuda_f1>(*ventana_)),
       placa_(directorio),
       otras_(
           principal_->otras_ventanas(), [this] { despues_de_orden(); },
@@ -164,6 +166,7 @@ void programa::despues_de_orden() {
 // By a timer, since the event loop may not have started yet. Not `quit`, which asks the windows once more.
 void programa::acabar() {
   otras_.ocultar();
+  ayuda_->cerrar();
   ventana_->hide();
   fin_.start(0);
 }

@@ -23,6 +23,11 @@ inline void pulsar(QWidget* donde, int tecla, const QString& texto = {}, Qt::Key
     QApplication::sendEvent(donde, &suceso);
   }
 }
+/// As the desktop does it: the key comes to the window first.
+inline void pulsar_en(QWidget& ventana, int tecla) {
+  QKeyEvent suceso(QEvent::KeyPress, tecla, Qt::NoModifier);
+  QApplication::sendEvent(ventana.windowHandle(), &suceso);
+}
 /// Return is \r and Escape \x1b.
 inline void teclear(QWidget* donde, const QString& texto) {
   for (const QChar letra : texto) {

@@ -78,4 +78,21 @@ TEST_F(mapa_qt_test, while_a_command_runs_cells_and_bar_follow_and_at_rest_nothi
   EXPECT_EQ(barra.text(), "⚠ Interrumpido en 000000");
 }
 
+TEST_F(mapa_qt_test, the_toolbar_says_which_board_it_is_and_a_stop_that_waits_stays_down) {
+  auto& letrero = hijo<QToolButton>("letrero_puerto");
+  auto& detener = hijo<QToolButton>("Toolbar_6");
+  f.link.valores.puerto = "COM2";
+  f.link.valores.velocidad = "9600";
+  s.al_volver();
+  EXPECT_EQ(letrero.accessibleName(), "COM2 · a board · 9600. Todavía no se ha hablado con la placa");
+  EXPECT_GE(letrero.x(), detener.geometry().right());
+  letrero.click();
+  EXPECT_TRUE(f.cfg_pto_serial.ventana.Visible);
+  detener.click();
+  EXPECT_TRUE(detener.isDown());
+  f.barra.ButtonClick = [&](int) { f.avance.cancelar = false; };
+  hijo<QToolButton>("Toolbar_2").click();
+  EXPECT_FALSE(detener.isDown());
+}
+
 }  // namespace

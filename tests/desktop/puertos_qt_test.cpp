@@ -54,6 +54,25 @@ TEST_F(puertos_qt_test, the_simulated_board_comes_and_goes_and_the_tips_tell) {
   EXPECT_TRUE(dice("COM3: no existen ni"));
 }
 
+TEST_F(puertos_qt_test, the_live_line_fits_and_the_button_offers_the_file_that_is_missing) {
+  const auto* linea = v.findChild<QLabel*>("en_vigor");
+  const auto dicho = [&] {
+    EXPECT_LE(linea->heightForWidth(linea->width()), linea->height()) << linea->text().toStdString();
+    return linea->text().toStdString();
+  };
+  EXPECT_EQ(dicho(), "En vigor: COM3 a 57600 baudios, guardado");
+  EXPECT_EQ(entrada("Crear"), nullptr);
+  lista.lineEdit()->selectAll();
+  teclear(lista.lineEdit(), "COM4");
+  EXPECT_EQ(dicho(), "⚠ Lo escrito no cuenta: elija en la lista. En vigor: COM3 a 57600 baudios");
+  lista.lineEdit()->selectAll();
+  teclear(lista.lineEdit(), "COM3");
+  std::filesystem::remove(dir.ruta() / "SETTINGS.TXT");
+  entrada("Crear")->trigger();
+  EXPECT_EQ(dicho(), "En vigor: COM3 a 57600 baudios, guardado");
+  EXPECT_EQ(v.findChild<QPushButton*>("btn_mas")->menu(), &v.contextual());
+}
+
 TEST_F(puertos_qt_test, a_board_that_is_noted_comes_back_unless_it_runs_already_or_a_file_has_its_place) {
   ASSERT_EQ(placa.poner(3), "");
   dir.escribir("puertos/COM5", "mío");

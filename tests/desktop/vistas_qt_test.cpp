@@ -6,6 +6,21 @@ namespace {
 
 using namespace apoyo;
 
+/// A comparison in which all bytes differ, of which those from 40 to 5F were read.
+struct guion_de_dos : banco<guion> {
+  Variables_grab variables;
+  mapa_flash mapa;
+  frm_buffer_comp comp{plat, variables, mapa};
+  ventana_qt w{comp.ventana, {}};
+  guion_de_dos() {
+    std::ranges::fill(variables.buffer_entrada, std::uint8_t{0});
+    std::ranges::fill(variables.buffer_salida, std::uint8_t{0xFF});
+    variables.dir_max = 0x7F;
+    mapa.lectura({0x40, 0x60});
+  }
+  void TestBody() override {}
+};
+
 /// A dump of 256 rows, erased but for a name in row 0x80 and another one in the last row.
 struct vistas_qt_test : testing::Test {
   static std::shared_ptr<const volcado> contenido() {
@@ -64,6 +79,40 @@ TEST_F(vistas_qt_test, an_address_brings_its_row_to_the_top_and_a_search_says_in
   b.ventana.Unload();
   v.sincronizar();
   EXPECT_FALSE(barra().isVisible());
+}
+
+TEST_F(vistas_qt_test, rows_are_whole_at_any_height_and_where_there_are_none_the_list_says_why) {
+  for (const int alto : {300, 307, 311}) {
+    v.resize(v.width(), alto);
+    EXPECT_EQ(lista->viewport()->height() % lista->sizeHintForRow(0), 0) << alto;
+    EXPECT_GT(lista->viewport()->height(), lista->height() / 2) << alto;
+  }
+  const auto* vacia = lista->findChild<QLabel*>("vacia");
+  EXPECT_FALSE(vacia->isVisible());
+  frm_buffer otro{"frm_buffer_in", "Buffer de Entrada", 4545, [] { return filas_de_volcado({}, 0); },
+                  [] { return std::string("Nothing"); }};
+  ventana_qt w{otro.ventana, {}};
+  completar(w, otro);
+  otro.ventana.Show();
+  w.sincronizar();
+  w.show();
+  EXPECT_TRUE(w.findChild<QLabel*>("vacia")->isVisible());
+  EXPECT_EQ(w.findChild<QLabel*>("vacia")->text(), "Nothing");
+  pulsar(&w, Qt::Key_Escape);
+  EXPECT_FALSE(w.isVisible());
+}
+
+TEST_F(vistas_qt_test, a_difference_leads_to_its_address_and_a_view_begins_with_what_was_read) {
+  guion_de_dos d;
+  std::vector<std::int32_t> vistas;
+  completar(d.w, d.comp, [&](std::int32_t dir) { vistas.push_back(dir); });
+  d.comp.ventana.Show();
+  d.w.sincronizar();
+  d.w.show();
+  auto* suya = d.w.findChild<QListView*>("lst_compara");
+  EXPECT_EQ(suya->currentIndex().row(), 0x40);
+  emit suya->doubleClicked(suya->currentIndex());
+  EXPECT_EQ(vistas, std::vector{0x40});
 }
 
 TEST_F(vistas_qt_test, rows_are_copied_in_their_order_and_read_aloud_as_they_are) {

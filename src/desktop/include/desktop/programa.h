@@ -16,6 +16,7 @@ namespace morvane {
 
 class seguimiento;
 class recepcion_qt;
+class ayuda_f1;
 
 /// Names the application, gives it its icon and Qt's own texts in Spanish, and leaves its end to `programa`. To be
 /// called once, right after the QApplication was made.
@@ -61,6 +62,7 @@ class programa {
   std::unique_ptr<ventana_qt> ventana_;
   std::unique_ptr<seguimiento> seguimiento_;
   std::unique_ptr<recepcion_qt> recepcion_;
+  std::unique_ptr<ayuda_f1> ayuda_;
   placa_simulada placa_;
   otras_ventanas otras_;
   QTimer fin_;
