@@ -68,7 +68,6 @@ void puertos_qt::poner_linea() {
   linea_->setObjectName(QStringLiteral("en_vigor"));
   linea_->setTextFormat(Qt::PlainText);
   linea_->setWordWrap(true);
-  linea_->setFont(letra_menor(ventana_.font()));
   linea_->setGeometry(rotulo.left(), lista.bottom() + 1, lista.right() + 1 - rotulo.left(),
                       salir.top() - lista.bottom() - 1);
   for (const auto* combo : ventana_.findChildren<QComboBox*>()) {
@@ -98,6 +97,12 @@ void puertos_qt::situar() {
   if (dicho.aviso) tinta.setColor(QPalette::WindowText, color_de_aviso(tinta));
   linea_->setPalette(tinta);
   linea_->setText((dicho.aviso ? QStringLiteral("⚠ ") : QString()) + qt(dicho.texto));
+  QFont letra = letra_menor(ventana_.font());
+  linea_->setFont(letra);
+  while (linea_->heightForWidth(linea_->width()) > linea_->height() && letra.pixelSize() > 6) {
+    letra.setPixelSize(letra.pixelSize() - 1);
+    linea_->setFont(letra);
+  }
 }
 
 bool puertos_qt::eventFilter(QObject* quien, QEvent* suceso) {
