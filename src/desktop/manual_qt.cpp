@@ -9,6 +9,8 @@
 #include <QScreen>
 #include <QTextBlock>
 #include <QTextBrowser>
+#include <QWindow>
+#include <algorithm>
 #include <array>
 #include <string_view>
 
@@ -145,13 +147,12 @@ bool manual_qt::eventFilter(QObject* quien, QEvent* suceso) {
   return QMainWindow::eventFilter(quien, suceso);
 }
 
-lugar_del_manual lugar_para_lo_de_delante() {
+lugar_del_manual lugar_para_lo_de_delante(const QWidget& ventana) {
   if (const auto* caja = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) return lugar_de_caja(*caja);
   if (qobject_cast<QFileDialog*>(QApplication::activeModalWidget()) != nullptr) {
     return {QStringLiteral("4. Los archivos de firmware"), {}};
   }
-  const QWidget* activa = QApplication::activeWindow();
-  return activa != nullptr ? lugar_de_ventana(*activa) : lugar_del_manual{};
+  return lugar_de_ventana(ventana);
 }
 
 ayuda_f1::ayuda_f1(QWidget& principal) : principal_(principal) {
@@ -168,9 +169,11 @@ bool ayuda_f1::eventFilter(QObject* quien, QEvent* suceso) {
   if (suceso->type() != QEvent::KeyPress || !quien->isWindowType() || !principal_.isVisible()) return false;
   const auto& tecla = *static_cast<QKeyEvent*>(suceso);
   if (tecla.key() != Qt::Key_F1 || tecla.modifiers() != Qt::NoModifier || tecla.isAutoRepeat()) return false;
-  if (manual_ && manual_->isActiveWindow()) return true;
+  const auto ventanas = QApplication::topLevelWidgets();
+  const auto suya = std::ranges::find(ventanas, quien, [](const QWidget* una) { return una->windowHandle(); });
+  if (suya == ventanas.end() || *suya == manual_.get()) return false;
   if (!manual_) manual_ = std::make_unique<manual_qt>();
-  manual_->abrir(lugar_para_lo_de_delante(), QApplication::activeModalWidget());
+  manual_->abrir(lugar_para_lo_de_delante(**suya), QApplication::activeModalWidget());
   return true;
 }
 

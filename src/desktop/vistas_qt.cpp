@@ -69,14 +69,19 @@ class apertura final : public QObject {
   std::function<std::size_t()> primera_;
 };
 
+/// Shows now, and whenever the list has got other rows, what `motivo` gives.
+void decir_si_vacia(lista_filas& lista, std::function<std::string()> motivo) {
+  const auto decir = [&lista, motivo = std::move(motivo)] { lista.decir_vacia(qt(motivo())); };
+  QObject::connect(lista.model(), &QAbstractItemModel::modelReset, &lista, decir);
+  decir();
+}
+
 }  // namespace
 
 void completar(ventana_qt& ventana, frm_buffer& vista) {
   lista_filas* lista = lista_de(ventana, vista.lst_buf_salida);
   new apertura(*lista, [&vista] { return vista.primera_fila; });
-  const auto decir = [lista, &vista] { lista->decir_vacia(qt(vista.si_vacio)); };
-  QObject::connect(lista->model(), &QAbstractItemModel::modelReset, lista, decir);
-  decir();
+  decir_si_vacia(*lista, [&vista] { return vista.si_vacio; });
   poner_copia(ventana.contextual(), *lista);
   poner_busqueda(ventana.contextual(), *lista, new barra_busqueda(*lista, vista));
 }
@@ -88,6 +93,9 @@ void completar(ventana_qt& ventana, frm_buffer_comp& vista, std::function<void(s
     if (fila >= 0 && vista.filas) al_ver(vista.filas->direccion(static_cast<std::size_t>(fila)));
   };
   new apertura(*lista, [&vista] { return vista.filas ? vista.filas->primera_conocida() : 0; });
+  decir_si_vacia(*lista, [&vista] {
+    return vista.filas && vista.filas->cuantas() == 0 ? std::string("Ninguna diferencia") : std::string();
+  });
   entrada(ventana.contextual(), *lista, "&Ver en los dos buffer", Qt::Key_Return, ver);
   QObject::connect(lista, &QListView::doubleClicked, lista, ver);
   poner_copia(ventana.contextual(), *lista);

@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "files/texto.h"
+
 namespace campana {
 
 namespace {
@@ -48,7 +50,7 @@ class caminante {
   void operator()(ListBox* lista) {
     gestos_.push_back({lista->Name, [lista, lote = a_.hasta(1'000'000)] {
                          const auto filas = lista->List.valor();
-                         if (filas && filas->cuantas() > 0) (void)filas->texto(lote % filas->cuantas());
+                         if (filas && filas->cuantas() > 0) (void)filas->texto(lote % filas->cuantas()), (void)filas->realces(lote % filas->cuantas());
                        }});
   }
   void operator()(Frame* marco) {
@@ -78,6 +80,18 @@ std::vector<gesto> gestos(frm_principal& f, puente::azar& a) {
     if (!v->Resize) continue;
     const int ancho = static_cast<int>(a.hasta(30'000)), alto = static_cast<int>(a.hasta(20'000));
     todos.push_back({v->Name + ".Resize", [v, ancho, alto] { v->Resize(ancho, alto); }});
+  }
+  // What stands beside the controls.
+  if (f.cfg_pto_serial.ventana.Visible) {
+    todos.push_back({"crear_fichero", [&f] { f.cfg_pto_serial.crear_fichero(); }});
+    todos.push_back({"en_vigor", [&f] { (void)f.cfg_pto_serial.describir(); }});
+  }
+  todos.push_back({"letrero", [&f] { (void)letrero_de(f, f.link.valores.puerto); }});
+  if (f.buffer_comp.ventana.Visible && f.buffer_comp.filas->cuantas() > 0) {
+    const std::size_t fila = a.hasta(1'000'000) % f.buffer_comp.filas->cuantas();
+    todos.push_back({"diferencia", [&f, dir = f.buffer_comp.filas->direccion(fila)] {
+                       for (frm_buffer* b : {&f.buffer_out, &f.buffer_in}) b->ventana.Show(), b->busca.ir(hex(dir, 6));
+                     }});
   }
   ventanas.push_back(&f.ventana);
   for (Form* v : ventanas) {

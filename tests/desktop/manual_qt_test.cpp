@@ -21,9 +21,7 @@ TEST(manual_qt_test, each_window_has_its_place_in_the_manual) {
     QMainWindow ventana;
     ventana.setObjectName(nombre);
     ventana.show();
-    ventana.activateWindow();
-    QApplication::processEvents();
-    const lugar_del_manual donde = lugar_para_lo_de_delante();
+    const lugar_del_manual donde = lugar_para_lo_de_delante(ventana);
     EXPECT_FALSE(donde.titulo.isEmpty()) << nombre;
     EXPECT_TRUE(manual.abrir(donde, nullptr)) << nombre;
     EXPECT_EQ(a_la_vista(manual), donde.titulo) << nombre;

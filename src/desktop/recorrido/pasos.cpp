@@ -30,6 +30,7 @@ constexpr paso pasos[] = {
     {"Un puerto sin nada detrás", 20s, puerto_sin_nada},
     {"Una placa que se enchufa con el ratón", 60s, enchufar_placa_simulada},
     {"Quién es Morvane", 20s, acerca_de},
+    {"El manual, por su sitio", 20s, ayuda},
     {"Fin", 20s, cerrar},
 };
 

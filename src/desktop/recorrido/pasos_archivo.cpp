@@ -2,9 +2,11 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
 #include <QToolButton>
+#include <QWindow>
 
 #include "viaje.h"
 
@@ -59,6 +61,14 @@ void acerca_de(viaje& v) {
   v.t.decir("En el menú contextual de la ventana, Acerca de.");
   v.hijo<QAction>("men_acerca_contextual").trigger();
   v.t.foto_de("Acerca de Morvane", "acerca-de");
+}
+
+void ayuda(viaje& v) {
+  v.t.decir("F1 abre el manual por lo que se tiene delante: el mapa, en este caso.");
+  v.hijo<QWidget>("mapa_flash").setFocus();
+  QKeyEvent f1(QEvent::KeyPress, Qt::Key_F1, Qt::NoModifier);
+  QApplication::sendEvent(v.p.ventana().windowHandle(), &f1);
+  v.t.foto_de("Manual de Morvane", "manual");
 }
 
 void cerrar(viaje& v) {

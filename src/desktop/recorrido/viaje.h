@@ -44,6 +44,7 @@ void placa_muda(viaje& v);
 void puerto_sin_nada(viaje& v);
 void enchufar_placa_simulada(viaje& v);
 void acerca_de(viaje& v);
+void ayuda(viaje& v);
 void cerrar(viaje& v);
 
 }  // namespace morvane

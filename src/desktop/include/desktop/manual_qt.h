@@ -35,8 +35,9 @@ class manual_qt final : public QMainWindow {
   QTextBrowser* hoja_;
 };
 
-/// The place for what is in front of the user now: a box by its text, a window, a part of the main window.
-lugar_del_manual lugar_para_lo_de_delante();
+/// The place for what is in front of the user: the box or dialog that is open, by its text; else `ventana`, of which
+/// the part that has the focus counts.
+lugar_del_manual lugar_para_lo_de_delante(const QWidget& ventana);
 
 /// Opens the manual whenever F1 is pressed in a window of the program.
 class ayuda_f1 final : public QObject {
