@@ -220,8 +220,8 @@ void ventana_caja::closeEvent(QCloseEvent* suceso) {
   suceso->accept();
 }
 
-dialogo_abrir::dialogo_abrir(const CommonDialog& descripcion, QWidget* duena)
-    : QFileDialog(duena, QStringLiteral("Abrir")) {
+dialogo_abrir::dialogo_abrir(const CommonDialog& descripcion, QWidget* duena, std::function<void(const caja&)> avisar)
+    : QFileDialog(duena, QStringLiteral("Abrir")), avisar_(std::move(avisar)) {
   setObjectName(QString::fromStdString(descripcion.Name));
   setOption(QFileDialog::DontUseNativeDialog);
   setFileMode(QFileDialog::ExistingFile);
@@ -248,8 +248,7 @@ void dialogo_abrir::accept() {
   if (!elegido.isFile() || QDir::match(formas, elegido.fileName())) return QFileDialog::accept();
   const std::string texto = elegido.fileName().toStdString() +
                             " no es de un tipo que se pueda abrir: " + formas.join(QStringLiteral(", ")).toStdString();
-  ventana_caja({.titulo = "Abrir", .texto = texto, .teclas = botones::Aceptar, .dibujo = icono::exclamacion}, {}, this)
-      .exec();
+  avisar_({.titulo = "Abrir", .texto = texto, .teclas = botones::Aceptar, .dibujo = icono::exclamacion});
 }
 
 std::string dialogo_abrir::ruta() const {

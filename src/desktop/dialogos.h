@@ -2,6 +2,7 @@
 
 #include <QFileDialog>
 #include <QMessageBox>
+#include <functional>
 #include <string>
 
 #include "platform/caja.h"
@@ -38,7 +39,8 @@ class ventana_caja final : public QMessageBox {
 /// The open dialog, with Qt's own look on all desktops. A file of any of the kinds can be typed, whichever is chosen.
 class dialogo_abrir final : public QFileDialog {
  public:
-  dialogo_abrir(const CommonDialog& descripcion, QWidget* duena);
+  /// `avisar` shows a box over the dialog.
+  dialogo_abrir(const CommonDialog& descripcion, QWidget* duena, std::function<void(const caja&)> avisar);
 
   /// The chosen path as the host's bytes, or empty.
   std::string ruta() const;
@@ -46,6 +48,9 @@ class dialogo_abrir final : public QFileDialog {
  protected:
   /// A file of none of the kinds that are offered is refused with a box, and the dialog stays.
   void accept() override;
+
+ private:
+  std::function<void(const caja&)> avisar_;
 };
 
 }  // namespace morvane

@@ -47,6 +47,7 @@ void plataforma_qt::esperar_a(QDialog& dialogo) {
 }
 
 QWidget* plataforma_qt::de_quien() const {
+  if (QWidget* abierto = QApplication::activeModalWidget()) return abierto;
   auto* activa = qobject_cast<QMainWindow*>(QApplication::activeWindow());
   return activa != nullptr ? activa : duena;
 }
@@ -67,7 +68,7 @@ respuesta_caja plataforma_qt::mostrar(const caja& mensaje, const std::string& ex
 std::string plataforma_qt::ShowOpen(const CommonDialog& dialogo) {
   if (sincronizar) sincronizar();
   if (desatendida_) return {};
-  dialogo_abrir ventana(dialogo, de_quien());
+  dialogo_abrir ventana(dialogo, de_quien(), [this](const caja& mensaje) { MsgBox(mensaje); });
   esperar_a(ventana);
   return ventana.ruta();
 }

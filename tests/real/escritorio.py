@@ -62,6 +62,10 @@ def scenario(bench):
                                ("Opciones", "Puerto", "Opciones del puerto serial")):
         do([menu, entry])
         key(title, "alt+F4")
+    do(["COM1 · placa simulada · "])
+    key("Opciones del puerto serial", "Escape")
+    bench.activate("key", "F1")
+    key("Manual de Morvane", "Escape")
     click(bench.control("Mapa de la flash", "chart"), 3)
     bench.wait("the menu", lambda: bench.ask("xdotool", "search", "--onlyvisible", "--name", "contextual$"))
     bench.ask("xdotool", "key", "Down", "Return")
