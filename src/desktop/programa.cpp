@@ -110,8 +110,8 @@ void programa::completar_vista(const Form& forma, ventana_qt& ventana) {
     });
   }
   if (&f.cfg_pto_serial.ventana == &forma) {
-    auto* puertos = new puertos_qt(ventana, f.cfg_pto_serial, directorio_, placa_, plat_);
-    puertos->al_cambiar = [this] { seguimiento_->letrero().preguntar(); };
+    new puertos_qt(ventana, f.cfg_pto_serial, directorio_, placa_, plat_,
+                   [this] { seguimiento_->letrero().preguntar(); });
   }
 }
 

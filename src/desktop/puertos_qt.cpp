@@ -41,13 +41,14 @@ std::string frase_de(const std::optional<causa_puerto>& fallo) {
 }  // namespace
 
 puertos_qt::puertos_qt(ventana_qt& ventana, frm_cfg_pto_serial& f, std::filesystem::path directorio,
-                       placa_simulada& placa, plataforma& plat)
+                       placa_simulada& placa, plataforma& plat, std::function<void()> al_cambiar)
     : QObject(&ventana),
       ventana_(ventana),
       f_(f),
       directorio_(std::move(directorio)),
       placa_(placa),
       plat_(plat),
+      al_cambiar_(std::move(al_cambiar)),
       lista_(ventana.findChild<QComboBox*>(qt(f.cmb_s_puerto.Name))),
       linea_(new QLabel(ventana.centralWidget())) {
   // The menu of the dialog, here as everywhere else on it.
@@ -177,7 +178,7 @@ void puertos_qt::hacer(const std::function<std::string()>& cambio) {
     if (!fallo.empty()) plat_.MsgBox({"Atención", fallo, botones::Aceptar, icono::critico});
   });
   explicar();
-  if (al_cambiar) al_cambiar();
+  if (al_cambiar_) al_cambiar_();
 }
 
 }  // namespace morvane

@@ -3,6 +3,7 @@
 #include <QLayout>
 #include <QProgressBar>
 
+#include "pintura.h"
 #include "taller.h"
 
 namespace morvane {

@@ -27,7 +27,7 @@ bool faltan_ajustes(const enlace& e) {
 
 void crear_ajustes(enlace& e) {
   if (!faltan_ajustes(e)) return leer_ajustes(e);
-  const campos_ajustes elegidos = e.valores;
+  const campos_ajustes& elegidos = e.valores;
   campos_ajustes nuevos = ajustes_de("");
   if (!elegidos.velocidad.empty()) nuevos.velocidad = elegidos.velocidad;
   if (!elegidos.puerto.empty()) nuevos.puerto = elegidos.puerto;

@@ -50,7 +50,8 @@ class caminante {
   void operator()(ListBox* lista) {
     gestos_.push_back({lista->Name, [lista, lote = a_.hasta(1'000'000)] {
                          const auto filas = lista->List.valor();
-                         if (filas && filas->cuantas() > 0) (void)filas->texto(lote % filas->cuantas()), (void)filas->realces(lote % filas->cuantas());
+                         if (filas && filas->cuantas() > 0)
+                           (void)filas->texto(lote % filas->cuantas()), (void)filas->realces(lote % filas->cuantas());
                        }});
   }
   void operator()(Frame* marco) {

@@ -17,7 +17,7 @@ struct puertos_qt_test : banco_enlace<guion> {
 
   puertos_qt_test() {
     dir.escribir("SETTINGS.TXT", "\"57600\",\"n\",\"8\",\"1\"\r\n\"COM3\"\r\n");
-    new puertos_qt(v, f, dir.ruta(), placa, plat);
+    new puertos_qt(v, f, dir.ruta(), placa, plat, {});
     f.ventana.Show();
     v.sincronizar();
     v.show();

@@ -18,12 +18,10 @@ namespace morvane {
 /// adapters and the simulated board as the chosen port and makes the settings file where it is missing.
 class puertos_qt final : public QObject {
  public:
-  /// All must outlive it; it belongs to `ventana`, which is that of `f`.
+  /// All must outlive it; it belongs to `ventana`, which is that of `f`. `al_cambiar` is called when what is at a port
+  /// may have changed.
   puertos_qt(ventana_qt& ventana, frm_cfg_pto_serial& f, std::filesystem::path directorio, placa_simulada& placa,
-             plataforma& plat);
-
-  /// Called when what is at a port may have changed.
-  std::function<void()> al_cambiar;
+             plataforma& plat, std::function<void()> al_cambiar);
 
  protected:
   bool eventFilter(QObject* quien, QEvent* suceso) override;
@@ -45,6 +43,7 @@ class puertos_qt final : public QObject {
   const std::filesystem::path directorio_;
   placa_simulada& placa_;
   plataforma& plat_;
+  std::function<void()> al_cambiar_;
   QComboBox* lista_;
   QLabel* linea_;
 };
