@@ -7,7 +7,10 @@ namespace morvane {
 namespace {
 
 bool negar(enlace& e, std::string_view titulo, std::string_view texto, asunto que) {
-  if (que != asunto::puerto_propio) ++e.cuentas.negadas;
+  if (que != asunto::puerto_propio) {
+    ++e.cuentas.negadas;
+    e.cuentas.puerto = e.valores.puerto;
+  }
   preguntar(e, {std::string(titulo), std::string(texto), botones::Aceptar, icono::exclamacion}, {.que = que});
   return false;
 }
@@ -43,6 +46,7 @@ bool abrir_puerto(enlace& e) {
   }
   e.operacion = {};
   ++e.cuentas.aperturas;
+  e.cuentas.puerto = a.puerto;
   return true;
 }
 

@@ -11,7 +11,7 @@ using estado = contacto::estado;
 void anotar(frm_principal& f, estado cual) {
   contacto& c = f.placa;
   c.cual = cual;
-  c.puerto = f.puerto_del_mapa;
+  c.puerto = f.link.cuentas.puerto;
   c.hora = f.plat.hora();
   if (cual != estado::responde) ++c.fallidos;
 }

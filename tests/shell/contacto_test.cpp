@@ -12,6 +12,7 @@ TEST_F(contacto_test, the_label_tells_when_the_board_answered_last_and_of_no_oth
     return l.puerto + "|" + l.placa + (l.aviso ? "!" : "");
   };
   const auto a_las = [this] { return " a las " + plat.hora(); };
+  EXPECT_EQ(dice(), "COM1 · x · 57600|La placa respondió" + a_las()) << "by the probe of the start";
   correr(men_borrar_t_Click);
   EXPECT_EQ(dice(), "COM1 · x · 57600|La placa respondió" + a_las());
   const std::string entonces = dice();

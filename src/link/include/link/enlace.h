@@ -56,12 +56,13 @@ struct espera_en_curso {
   int repetidas = 0, respuestas = 0;
 };
 
-/// What counts up over the whole run, for whoever looks from time to time.
+/// What counts up, or is kept, over the whole run, for whoever looks from time to time.
 struct cuentas_de_linea {
   /// Replies that have come whole.
   std::uint64_t respuestas = 0;
-  /// Times that the port was opened, and that it could not be.
+  /// Times that the port was opened, and that it could not be; and which one it was the last time.
   unsigned aperturas = 0, negadas = 0;
+  std::string puerto{};
 };
 
 /// State of the link to the bridge: what the reception leaves for the flows, the watchdog, the settings, and the
