@@ -91,6 +91,8 @@ constexpr std::array tabla{
              o.baudios = 0;
              return true;
            }},
+    opcion{"--adaptador", "CUAL", "retiene lo que llega como ftdi, ftdi-1ms, ch340, cp2102 o acm",
+           [](opciones& o, std::string_view t) { return (o.cable = adaptador_de(t)).has_value(); }},
     opcion{"--flash", "FICHERO", "conserva en él la flash del chip (262144 bytes)", ruta<&opciones::flash>},
     opcion{"--traza", "FICHERO", "anota en él cada trama con su tiempo", ruta<&opciones::traza>},
     opcion{"--reproducir", "FICHERO", "en lugar de una placa, repite lo que dice esa traza",

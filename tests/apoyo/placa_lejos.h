@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "bridge/adaptador.h"
 #include "bridge/placa.h"
 #include "serial/transporte_memoria.h"
 
@@ -17,11 +18,17 @@ class placa_lejos final : public morvane::extremo {
     };
   }
 
-  void recibir(std::string_view datos, morvane::instante ahora) override { placa.entra(datos, ahora); }
-  std::string entregar(std::size_t cuantos, morvane::instante ahora) override { return placa.sale(ahora, cuantos); }
-  std::optional<morvane::instante> proximo() const override { return placa.proximo(); }
+  void recibir(std::string_view datos, morvane::instante ahora) override { cable.entra(datos, ahora); }
+  std::string entregar(std::size_t cuantos, morvane::instante ahora) override { return cable.sale(ahora, cuantos); }
+  std::optional<morvane::instante> proximo() const override { return cable.proximo(); }
   bool colgado() const override { return placa.colgada(); }
   void abierta() override { placa.abierta({}); }
+
+  /// Nothing is done wrong any more, and what was on its way is lost.
+  void reparar() {
+    placa.reparar();
+    cable.vaciar();
+  }
 
   /// The commands from the `desde`-th on, joined by blanks.
   std::string flujo(std::size_t desde = 0) const {
@@ -32,6 +39,7 @@ class placa_lejos final : public morvane::extremo {
 
   puente::chip chip;
   puente::placa placa;
+  puente::adaptador cable{placa};
   std::vector<std::string> comandos;
 };
 

@@ -6,6 +6,7 @@
 #include <array>
 #include <sstream>
 
+#include "bridge/adaptador.h"
 #include "bridge/opciones.h"
 #include "bridge/traza.h"
 
@@ -25,6 +26,29 @@ std::vector<std::string> partes(const std::string& texto) {
 std::string en_trama(const std::string& texto) {
   return "\x02" + texto + suma(texto) + "\x03";
 }
+
+/// Gives so many characters at each of these times.
+class fuente final : public extremo {
+ public:
+  explicit fuente(const std::vector<std::pair<int, int>>& llegadas) {
+    for (const auto& [cuando, cuantos] : llegadas) cola_.emplace_back(instante{cuando}, cuantos);
+  }
+  void entra(std::string_view /*datos*/, instante /*ahora*/) override {}
+  std::optional<instante> proximo() const override {
+    return cola_.empty() ? std::nullopt : std::optional(cola_.front().first);
+  }
+  std::string sale(instante ahora, std::size_t /*cuantos*/) override {
+    std::string todo;
+    for (; !cola_.empty() && cola_.front().first <= ahora; cola_.pop_front()) todo.append(cola_.front().second, 'x');
+    return todo;
+  }
+  std::size_t hueco() const override { return 1; }
+  bool colgada() const override { return false; }
+  void abierta(instante /*ahora*/) override {}
+
+ private:
+  std::deque<std::pair<instante, int>> cola_;
+};
 
 struct banco {
   explicit banco(faltas f = {}, ritmo paso = {}) : p(c, paso, f) {}
@@ -305,6 +329,31 @@ TEST(opciones, none_lands_in_the_place_of_another_and_what_is_wrong_is_named) {
       {"--reset-suelto-ms 3", "--reset-suelto-ms requiere --reset-suelto-en"},
       {"--balbuceo-etx", "--balbuceo-etx requiere --balbuceo-desde"}};
   for (const auto& [argumentos, texto] : errores) EXPECT_EQ(lee(argumentos).error, texto);
+}
+
+// When what comes at a time is handed to the host, in microseconds; a line end stands for the one behind the last.
+TEST(adaptador, each_holds_back_what_comes_as_its_clock_its_packets_and_the_frames_of_the_bus_have_it) {
+  const struct {
+    const char* cual;
+    std::vector<std::pair<int, int>> llegadas;
+    std::vector<std::pair<int, int>> entregas;
+  } casos[] = {{"ftdi", {{100, 5}, {15'900, 1}, {16'100, 2}}, {{16'000, 6}, {32'000, 2}}},
+               {"ftdi", {{200, 61}, {300, 3}}, {{1'000, 62}, {17'000, 2}}},
+               {"ftdi-1ms", {{100, 5}, {1'100, 5}}, {{1'000, 5}, {2'000, 5}}},
+               {"ch340", {{100, 5}, {900, 5}, {2'500, 40}}, {{2'000, 10}, {3'000, 32}, {4'000, 8}}},
+               {"cp2102", {{100, 5}}, {{3'000, 5}}},
+               {"acm", {{100, 5}, {1'000, 5}, {1'001, 1}}, {{1'000, 10}, {2'000, 1}}}};
+  for (const auto& c : casos) {
+    fuente f(c.llegadas);
+    adaptador a(f, adaptador_de(c.cual));
+    std::vector<std::pair<int, int>> entregas;
+    while (const auto cuando = a.proximo()) {
+      const std::string parte = a.sale(*cuando);
+      if (!parte.empty()) entregas.emplace_back(cuando->count(), parte.size());
+    }
+    EXPECT_EQ(entregas, c.entregas) << c.cual;
+  }
+  EXPECT_FALSE(adaptador_de("otro").has_value());
 }
 
 }  // namespace

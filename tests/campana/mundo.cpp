@@ -111,7 +111,7 @@ circunstancias mundo::sortear() {
     c.efecto.desplaza = c.efecto.ensucia =
         goteaba || lejos_.placa.ultimo().value_or(instante{0}) > plat_.ahora() + plazo_de_reposo;
   } else {
-    lejos_.placa.reparar();
+    lejos_.reparar();
   }
   // An erase by the clock outlives the program that began it.
   lejos_.chip.pasa(plat_.ahora());
@@ -135,6 +135,11 @@ circunstancias mundo::sortear() {
     c.efecto.desplaza |= f.efecto.desplaza;
     c.efecto.no_graba |= f.efecto.no_graba;
     c.efecto.solo_tarda &= f.efecto.solo_tarda;
+  }
+  if (c.limpia) {
+    const auto cable = puente::adaptador_al_azar(azar_);
+    ++cuenta_.de["cable " + std::string(cable ? cable->nombre : "none")];
+    lejos_.cable.enchufar(cable);
   }
   lejos_.placa.averiar(fallos);
   lejos_.chip.modo = modo;

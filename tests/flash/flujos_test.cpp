@@ -24,7 +24,7 @@ struct flujos : banco_enlace<placa_lejos> {
   }
   /// Opens port and chip anew, with a board that is well and a flash full of `relleno`.
   void empezar(std::uint8_t relleno = 0, bool protegida = false) {
-    lejos.placa.reparar();
+    lejos.reparar();
     std::ranges::fill(lejos.chip.flash(), relleno);
     if (protegida) std::ranges::copy(puente::chip::palabra, lejos.chip.flash().begin() + puente::chip::dir_proteccion);
     reabrir();

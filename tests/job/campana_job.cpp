@@ -129,6 +129,7 @@ class mundo {
     puente::faltas f{.semilla = azar_.hasta(1'000)};
     C modo{.sondeos_de_borrado = static_cast<int>(azar_.hasta(8))};
     av.poner(f, modo, azar_, 1 + azar_.hasta(azar_.una_de(3) ? 250 : 40));
+    b_.lejos.cable.enchufar(puente::adaptador_al_azar(azar_));
     b_.lejos.placa.averiar(f);
     b_.lejos.chip.modo = modo;
     if (f.saluda) b_.linea.abrir(1, {});

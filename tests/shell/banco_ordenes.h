@@ -19,7 +19,7 @@ struct banco_ordenes : banco_principal {
   /// Its question is answered with Cancel. Gives the commands that the board took.
   std::string correr(orden cual, const puente::faltas& mal = {}) {
     plat.pasar(1s);
-    lejos.placa.reparar();
+    lejos.reparar();
     lejos.placa.averiar(mal);
     lejos.comandos.clear();
     plat.cajas.clear();

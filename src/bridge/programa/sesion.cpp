@@ -24,7 +24,7 @@ constexpr instante margen{40};
 }  // namespace
 
 sesion::sesion(const opciones& o, int senales)
-    : opciones_(o), senales_(senales), placa_(chip_, ritmo{o.baudios}, o.fallos) {
+    : opciones_(o), senales_(senales), placa_(chip_, ritmo{o.baudios}, o.fallos), cable_(placa_, o.cable) {
   chip_.modo = o.modo;
   if (!o.flash.empty()) nueva_ = !cargar_flash(o.flash, chip_.flash());
   if (o.protegida) {

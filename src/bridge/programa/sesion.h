@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "bridge/adaptador.h"
 #include "bridge/chip.h"
 #include "bridge/cronica.h"
 #include "bridge/opciones.h"
@@ -45,7 +46,8 @@ class sesion {
   chip chip_;
   placa placa_;
   std::optional<reproduccion> repite_;
-  extremo* lejos_ = &placa_;
+  adaptador cable_;
+  extremo* lejos_ = &cable_;
   std::ofstream traza_;
   std::optional<cronica> cronica_;
   bool dicho_ = false;

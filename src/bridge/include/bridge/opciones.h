@@ -1,9 +1,11 @@
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 
+#include "bridge/adaptador.h"
 #include "bridge/chip.h"
 #include "bridge/faltas.h"
 
@@ -17,6 +19,8 @@ struct opciones {
   std::string reproducir;
   /// Bits a second in both directions; 0 for a line without a pace.
   unsigned baudios = 57600;
+  /// The adapter that the board is behind; none for a line without one.
+  std::optional<modelo_adaptador> cable;
   /// The flash holds the protection word from the start.
   bool protegida = false;
   conducta modo;
