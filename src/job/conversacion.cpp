@@ -232,6 +232,11 @@ bool conversacion::preparar() {
   return false;
 }
 
+bool conversacion::permitir() {
+  permiso_ = false;
+  return preparar();
+}
+
 /// What follows a command that reads and was not answered well: True if it may go out again.
 bool conversacion::puede_repetir(const mandato& m, const contestacion& c, int veces, std::int32_t dir) {
   if (!dudar(m, c)) return false;

@@ -31,6 +31,23 @@ TEST(job, a_reading_of_each_length_ends_on_a_board_that_gives_32_bytes) {
   }
 }
 
+TEST(job, what_a_job_takes_is_foretold_within_5_percent_behind_each_adapter) {
+  const objetivo que(programa());
+  for (const char* cual : {"", "acm", "ftdi-1ms", "ch340", "cp2102", "ftdi"}) {
+    for (const unsigned baudios : {57'600U, 115'200U}) {
+      banco_job b(baudios);
+      b.lejos.cable.enchufar(puente::adaptador_de(cual));
+      const auto m = medir(b.p).medida;
+      ASSERT_TRUE(m.has_value()) << cual;
+      const auto r = grabar(b.p, que);
+      const auto demas = (r.gastos.caracteres() - 34 * r.palabras) * m->por_caracter;
+      const auto previsto = static_cast<double>((r.palabras * m->palabra + demas).count());
+      EXPECT_TRUE(r.fin.bien());
+      EXPECT_NEAR(static_cast<double>(r.duracion.count()), previsto, 0.05 * previsto) << cual << " " << baudios;
+    }
+  }
+}
+
 // The dirtiest place for what follows is the very end, since all blocks are looked at up to there.
 TEST(job, an_order_costs_no_more_characters_than_it_may) {
   const objetivo que(programa());

@@ -46,6 +46,8 @@ class conversacion {
   /// Brings the chip to where a flash command works: configuration and write enable, both confirmed by the status
   /// unless it is only the write enable that was used up.
   bool preparar();
+  /// The same, with the write enable sent once more in any case, as in front of each word.
+  bool permitir();
 
   /// The sum of a range in a shape that the protocol fixes: a whole block, or 1,025 bytes from 0. The chip is prepared
   /// before.
