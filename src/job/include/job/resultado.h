@@ -20,8 +20,8 @@ struct medida {
   tiempo minimo{0}, medio{0}, maximo{0};
   /// The same of a reading of 32 bytes, 82 characters, in the middle.
   tiempo lectura{0};
-  /// Time of a character, by the two; of two exchanges as long as those of a word, 34 characters, in the middle; and of a
-  /// whole flash written word by word and proved by sums, the erase left out.
+  /// Time of a character, by the two; of two exchanges as long as those of a word, 34 characters, in the middle; and of
+  /// a whole flash written word by word and proved by sums, the erase left out.
   tiempo por_caracter{0}, palabra{0}, flash_entera{0};
   int muestras = 0;
 };
