@@ -27,6 +27,13 @@ TEST(manual_qt_test, each_window_has_its_place_in_the_manual) {
     EXPECT_EQ(a_la_vista(manual), donde.titulo) << nombre;
     manual.hide();
   }
+  QFile texto(":/manual/manual.md");
+  EXPECT_TRUE(texto.open(QIODevice::ReadOnly));
+  const QString todo = QString::fromUtf8(texto.readAll());
+  static const QRegularExpression figura(R"(!\[[^\]]*\]\(([^)]*)\))");
+  for (const auto& una : figura.globalMatch(todo)) {
+    EXPECT_TRUE(QFile::exists(":/manual/" + una.captured(1))) << qPrintable(una.captured(1));
+  }
   EXPECT_FALSE(manual.abrir({}, nullptr));
   EXPECT_EQ(a_la_vista(manual), "Manual de Morvane");
 }
