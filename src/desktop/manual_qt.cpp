@@ -9,6 +9,7 @@
 #include <QScreen>
 #include <QTextBlock>
 #include <QTextBrowser>
+#include <QVBoxLayout>
 #include <QWindow>
 #include <algorithm>
 #include <array>
@@ -72,7 +73,9 @@ manual_qt::manual_qt() : hoja_(new QTextBrowser(this)) {
   hoja_->setOpenLinks(false);
   hoja_->setSource(QUrl(QStringLiteral("qrc:/manual/manual.md")), QTextDocument::MarkdownResource);
   connect(hoja_, &QTextBrowser::anchorClicked, this, [this](const QUrl& enlace) { seguir(enlace); });
-  setCentralWidget(hoja_);
+  auto* todo = new QVBoxLayout(this);
+  todo->setContentsMargins(0, 0, 0, 0);
+  todo->addWidget(hoja_);
   const int renglon = fontMetrics().height();
   resize(QSize(60 * renglon, 44 * renglon).boundedTo(screen()->availableSize() * 9 / 10));
 }
@@ -144,7 +147,7 @@ void manual_qt::soltar() {
 
 bool manual_qt::eventFilter(QObject* quien, QEvent* suceso) {
   if (suceso->type() == QEvent::Hide && quien == parentWidget()) soltar();
-  return QMainWindow::eventFilter(quien, suceso);
+  return QWidget::eventFilter(quien, suceso);
 }
 
 lugar_del_manual lugar_para_lo_de_delante(const QWidget& ventana) {

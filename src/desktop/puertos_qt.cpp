@@ -75,6 +75,8 @@ void puertos_qt::poner_linea() {
     connect(combo, &QComboBox::editTextChanged, this, [this] { situar(); });
   }
   ventana_.al_cambiar([this] { situar(); });
+  // Behind the handler, which changes nothing that is shown.
+  connect(ventana_.findChild<QPushButton*>(qt(f_.btn_guardar.Name)), &QPushButton::clicked, this, [this] { situar(); });
 }
 
 void puertos_qt::poner_boton() {
@@ -108,6 +110,7 @@ void puertos_qt::situar() {
 
 bool puertos_qt::eventFilter(QObject* quien, QEvent* suceso) {
   if (suceso->type() == QEvent::Show) explicar();
+  if (suceso->type() == QEvent::WindowActivate) situar();
   return QObject::eventFilter(quien, suceso);
 }
 

@@ -31,6 +31,12 @@ seguimiento::seguimiento(frm_principal& f, const plataforma& plat, ventana_qt& v
   QObject::connect(letrero_, &QToolButton::clicked, letrero_,
                    [this] { ventana_.atender([this] { f_.cfg_pto_serial.ventana.Show(); }); });
   barra_->setAccessibleName(QStringLiteral("Progreso"));
+  QObject::connect(detener_, &QToolButton::pressed, detener_, [this] { pulsado_ = true; });
+  // The handler of a tool button runs before it counts as released.
+  QObject::connect(detener_, &QToolButton::released, detener_, [this] {
+    pulsado_ = false;
+    mirar_detener();
+  });
   ventana.al_cambiar([this] { mapa_->setVisible(!f_.rango.fra_rango.Visible); });
   QObject::connect(&pulso_, &QTimer::timeout, &pulso_, [this] { mirar(); });
 }
@@ -87,7 +93,8 @@ void seguimiento::mirar() {
 /// Pressed while nothing runs, it stops what runs next.
 void seguimiento::mirar_detener() {
   const bool espera = f_.avance.cancelar;
-  detener_->setDown(espera);
+  // A press that is taken up before it is released is no click.
+  if (!pulsado_) detener_->setDown(espera);
   detener_->setAccessibleDescription(espera ? QStringLiteral("Pulsado: espera a lo que haya que detener") : QString());
 }
 

@@ -88,7 +88,16 @@ TEST_F(mapa_qt_test, the_toolbar_says_which_board_it_is_and_a_stop_that_waits_st
   EXPECT_GE(letrero.x(), detener.geometry().right());
   letrero.click();
   EXPECT_TRUE(f.cfg_pto_serial.ventana.Visible);
-  detener.click();
+  const auto raton = [&](QEvent::Type que) {
+    const bool dentro = que == QEvent::MouseButtonPress;
+    QMouseEvent suceso(que, {5, 5}, detener.mapToGlobal(QPointF{5, 5}), Qt::LeftButton,
+                       dentro ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(&detener, &suceso);
+  };
+  raton(QEvent::MouseButtonPress);
+  s.al_volver();
+  raton(QEvent::MouseButtonRelease);
+  EXPECT_TRUE(f.avance.cancelar) << "a look at the models in between does not take the click away";
   EXPECT_TRUE(detener.isDown());
   f.barra.ButtonClick = [&](int) { f.avance.cancelar = false; };
   hijo<QToolButton>("Toolbar_2").click();

@@ -67,6 +67,15 @@ TEST_F(puertos_qt_test, the_live_line_fits_and_the_button_offers_the_file_that_i
   EXPECT_EQ(dicho(), "⚠ Lo escrito no cuenta: elija en la lista. En vigor: COM3 a 57600 baudios");
   lista.lineEdit()->selectAll();
   teclear(lista.lineEdit(), "COM3");
+  f.cmb_s_velocity.Text = "9600";
+  f.cmb_s_velocity.Click();
+  v.sincronizar();
+  EXPECT_EQ(dicho(), "En vigor: COM3 a 9600 baudios, sin guardar");
+  v.findChild<QPushButton*>("btn_guardar")->click();
+  EXPECT_EQ(dicho(), "En vigor: COM3 a 9600 baudios, guardado");
+  f.cmb_s_velocity.Text = "57600";
+  f.cmb_s_velocity.Click();
+  v.sincronizar();
   std::filesystem::remove(dir.ruta() / "SETTINGS.TXT");
   entrada("Crear")->trigger();
   EXPECT_EQ(dicho(), "En vigor: COM3 a 57600 baudios, guardado");

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QMainWindow>
+#include <QWidget>
 #include <memory>
 
 class QTextBrowser;
@@ -13,8 +13,9 @@ struct lugar_del_manual {
   QString titulo, texto;
 };
 
-/// The manual in a window of its own, with its pictures, out of the program itself. Escape closes it.
-class manual_qt final : public QMainWindow {
+/// The manual in a window of its own, with its pictures, out of the program itself. Escape closes it. No box ever
+/// belongs to it.
+class manual_qt final : public QWidget {
  public:
   manual_qt();
 

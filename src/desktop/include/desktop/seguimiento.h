@@ -51,6 +51,8 @@ class seguimiento {
   mapa_qt* mapa_;
   letrero_qt* letrero_;
   QToolButton* detener_;
+  /// The user is pressing it now.
+  bool pulsado_ = false;
   estimador estimador_;
   estimador::textos escrito_;
   QTimer pulso_;
