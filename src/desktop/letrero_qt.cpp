@@ -10,22 +10,38 @@
 #include "taller.h"
 
 namespace morvane {
+namespace {
 
-letrero_qt::letrero_qt(QWidget* padre, const frm_principal& f, std::function<std::string()> rotular)
-    : QToolButton(padre), f_(f), rotular_(std::move(rotular)) {
+constexpr int pausa_ms = 30;
+
+}  // namespace
+
+letrero_qt::letrero_qt(QWidget* padre, const frm_principal& f, std::function<std::string()> rotular,
+                       std::function<bool()> libre)
+    : QToolButton(padre), f_(f), rotular_(std::move(rotular)), libre_(std::move(libre)) {
+  luego_.setSingleShot(true);
+  connect(&luego_, &QTimer::timeout, this, [this] { averiguar(); });
   setObjectName(QStringLiteral("letrero_puerto"));
   setAutoRaise(true);
   setFocusPolicy(Qt::TabFocus);
 }
 
 void letrero_qt::preguntar() {
-  de_ = f_.link.valores.puerto;
+  mirar();
+  luego_.start(pausa_ms);
+}
+
+void letrero_qt::averiguar() {
+  if (!libre_()) return;
   rotulo_ = rotular_();
   mirar();
 }
 
 void letrero_qt::mirar() {
-  if (de_ != f_.link.valores.puerto) return preguntar();
+  if (de_ != f_.link.valores.puerto) {
+    rotulo_ = de_ = f_.link.valores.puerto;
+    luego_.start(pausa_ms);
+  }
   letrero nuevo = letrero_de(f_, rotulo_);
   if (nuevo == dicho_) return;
   dicho_ = std::move(nuevo);

@@ -47,9 +47,13 @@ class lista_filas final : public QListView {
   void resizeEvent(QResizeEvent* suceso) override;
 
  private:
+  void asentar(int valor);
+
   modelo_filas* modelo_;
   QLabel* vacia_;
   int reservado_ = 0;
+  /// The height of a row; 0 where there are none.
+  int fila_ = 0;
 };
 
 /// The list that shows `lista` in a window, or null.

@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QScreen>
+#include <QScrollBar>
 #include <QTextBlock>
 #include <QTextBrowser>
 #include <QVBoxLayout>
@@ -117,6 +118,9 @@ void manual_qt::buscar(const QString& texto) {
   if (hallado.isNull()) return;
   hoja_->moveCursor(QTextCursor::End);
   hoja_->setTextCursor(hallado);
+  constexpr int renglones_de_una_casilla = 4;
+  QScrollBar& barra = *hoja_->verticalScrollBar();
+  barra.setValue(barra.value() - renglones_de_una_casilla * fontMetrics().height());
 }
 
 void manual_qt::seguir(const QUrl& enlace) {

@@ -24,7 +24,8 @@ seguimiento::seguimiento(frm_principal& f, const plataforma& plat, ventana_qt& v
       letra_(barra_->font()),
       paleta_(barra_->palette()),
       mapa_(new mapa_qt(ventana.centralWidget(), f.avance.mapa)),
-      letrero_(new letrero_qt(ventana.findChild<QWidget*>(qt(f.barra.Name)), f, std::move(rotular))),
+      letrero_(new letrero_qt(ventana.findChild<QWidget*>(qt(f.barra.Name)), f, std::move(rotular),
+                              [this] { return !ventana_.ocupada(); })),
       detener_(ventana.findChild<QToolButton*>(qt(f.barra.Name) + QStringLiteral("_6"))) {
   mapa_->setGeometry(superficie_libre());
   letrero_->setGeometry(barra_libre());

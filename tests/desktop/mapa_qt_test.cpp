@@ -84,6 +84,12 @@ TEST_F(mapa_qt_test, the_toolbar_says_which_board_it_is_and_a_stop_that_waits_st
   f.link.valores.puerto = "COM2";
   f.link.valores.velocidad = "9600";
   s.al_volver();
+  EXPECT_EQ(letrero.accessibleName(), "COM2 · 9600. Todavía no se ha hablado con la placa");
+  for (QElapsedTimer espera; !letrero.accessibleName().contains("board");) {
+    if (!espera.isValid()) espera.start();
+    ASSERT_LT(espera.elapsed(), 5000);
+    QApplication::processEvents();
+  }
   EXPECT_EQ(letrero.accessibleName(), "COM2 · a board · 9600. Todavía no se ha hablado con la placa");
   EXPECT_GE(letrero.x(), detener.geometry().right());
   letrero.click();

@@ -87,6 +87,12 @@ TEST_F(vistas_qt_test, rows_are_whole_at_any_height_and_where_there_are_none_the
     EXPECT_EQ(lista->viewport()->height() % lista->sizeHintForRow(0), 0) << alto;
     EXPECT_GT(lista->viewport()->height(), lista->height() / 2) << alto;
   }
+  for (const int valor : {5, 100, 1000}) {
+    lista->verticalScrollBar()->setValue(valor);
+    EXPECT_EQ(lista->verticalScrollBar()->value() % lista->sizeHintForRow(0), 0) << valor;
+  }
+  lista->verticalScrollBar()->setValue(lista->verticalScrollBar()->maximum());
+  EXPECT_EQ(lista->indexAt({1, lista->viewport()->height() - 1}).row(), 255) << "the end can be reached";
   const auto* vacia = lista->findChild<QLabel*>("vacia");
   EXPECT_FALSE(vacia->isVisible());
   frm_buffer otro{"frm_buffer_in", "Buffer de Entrada", 4545, [] { return filas_de_volcado({}, 0); },

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QTimer>
 #include <QToolButton>
 #include <functional>
 #include <string>
@@ -12,10 +13,10 @@ namespace morvane {
 /// warning stands out in colour and by a mark. Has no frame until it is pointed at.
 class letrero_qt final : public QToolButton {
  public:
-  /// `rotular` gives port and device in a few words; it may take some milliseconds.
-  letrero_qt(QWidget* padre, const frm_principal& f, std::function<std::string()> rotular);
+  /// `rotular` gives port and device in a few words; it may take some milliseconds. `libre`: no command runs.
+  letrero_qt(QWidget* padre, const frm_principal& f, std::function<std::string()> rotular, std::function<bool()> libre);
 
-  /// Asks anew what is at the port, and shows it.
+  /// Asks anew what is at the port, and shows it; a moment later, so that nobody waits for it, and not before `libre`.
   void preguntar();
   /// Shows what has changed since; cheap when nothing has.
   void mirar();
@@ -24,9 +25,13 @@ class letrero_qt final : public QToolButton {
   void paintEvent(QPaintEvent* suceso) override;
 
  private:
+  void averiguar();
+
   const frm_principal& f_;
   std::function<std::string()> rotular_;
-  /// What is at the port, and which port that is.
+  std::function<bool()> libre_;
+  QTimer luego_;
+  /// What is at the port, and which port that is; the port alone until it has been asked.
   std::string rotulo_, de_;
   letrero dicho_;
 };
