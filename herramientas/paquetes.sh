@@ -9,6 +9,7 @@ paquetes_medidas="binutils srecord"
 paquetes_revision="git clang clang-format clang-tidy libclang-rt-14-dev shellcheck pyflakes3 lintian appstream
   desktop-file-utils dpkg-dev binutils-m68k-linux-gnu"
 paquetes_windows="g++-mingw-w64-x86-64-posix googletest wine64"
+paquetes_laboratorio="qemu-system-x86 busybox-static cpio kmod"
 
 # asegurar_paquetes PAQUETE...: installs those that are missing, or says which ones are and ends.
 asegurar_paquetes() {
