@@ -11,6 +11,8 @@ set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 # The programs stand alone: no library of the compiler has to go with them.
 set(CMAKE_EXE_LINKER_FLAGS_INIT -static)
+set(CMAKE_SHARED_LINKER_FLAGS_INIT -static)
+set(CMAKE_MODULE_LINKER_FLAGS_INIT -static)
 find_program(MORVANE_WINE NAMES wine64 wine64-stable wine PATHS /usr/lib/wine)
 if(MORVANE_WINE)
   set(CMAKE_CROSSCOMPILING_EMULATOR ${MORVANE_WINE})
