@@ -33,6 +33,10 @@ foreach(programa morvane morvane-cli)
   install(FILES ${CMAKE_CURRENT_BINARY_DIR}/paquete/${programa} DESTINATION bin ${sistema})
 endforeach()
 
+# Outside the prefix's share: where udev looks, and beside the program for those who unpack the archive.
+install(FILES paquete/70-morvane.rules DESTINATION lib/udev/rules.d ${sistema})
+install(FILES paquete/70-morvane.rules DESTINATION linea-de-ordenes COMPONENT directorio)
+
 # Its page of the manual and what the shell completes: for those who unpack the archive too.
 set(de_ordenes paquete/morvane-cli.1 paquete/morvane-cli.bash)
 install(FILES ${de_ordenes} DESTINATION linea-de-ordenes COMPONENT directorio)

@@ -4,7 +4,8 @@
 paquetes_programa="g++ cmake ninja-build qt6-base-dev qt6-svg-dev libgl1-mesa-dev python3 fonts-dejavu-core
   qt6-translations-l10n
   pkg-config libcli11-dev nlohmann-json3-dev libsodium-dev libelf-dev"
-paquetes_pruebas="libgtest-dev xvfb openbox xdotool x11-utils imagemagick dbus-daemon at-spi2-core python3-gi valgrind"
+paquetes_pruebas="libgtest-dev xvfb openbox xdotool x11-utils imagemagick dbus-daemon at-spi2-core python3-gi valgrind
+  umockdev"
 paquetes_medidas="binutils srecord"
 paquetes_revision="git clang clang-format clang-tidy libclang-rt-14-dev shellcheck pyflakes3 lintian appstream
   desktop-file-utils dpkg-dev binutils-m68k-linux-gnu"

@@ -15,7 +15,8 @@ HOME, DOCUMENT = (pathlib.Path(a).resolve() for a in sys.argv[1:3])
 WRITE = "--escribir" in sys.argv[3:]
 VARIES = ((r"\d+ h \d+ min|\d+ min \d+ s|\d+(,\d+)? (s|ms|µs)\b", "TIME"), (r"/dev/pts/\d+", "TERMINAL"),
           (r'"(segundos\w*)":[\d.e-]+', r'"\1":TIME'), (r"\b[0-9a-f]{64}\b", "HASH"), (r"\b[0-9a-f]{128}\b", "SIGNATURE"),
-          (r"\d{4}-\d\d-\d\dT[\d:]+Z", "MOMENT"), (r"\d+ µs", "TIME"))
+          (r"\d{4}-\d\d-\d\dT[\d:]+Z", "MOMENT"), (r"\d+ µs", "TIME"),
+          (r"Hay \d+ puertos?", "Hay N puertos"), (r"(?m)^/dev/tty.*\n?", ""))  # the machine's own lines
 
 
 class Board:

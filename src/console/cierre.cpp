@@ -7,7 +7,11 @@ namespace morvane::console {
 using job::desenlace;
 
 json adaptador_en_json(const adaptador& a) {
-  return {{"fabricante", a.fabricante}, {"producto", a.producto}, {"serie", a.serie}};
+  json j = {{"fabricante", a.fabricante}, {"producto", a.producto}, {"serie", a.serie}};
+  j["identidad"] = a.identidad;
+  j["conductor"] = a.conductor;
+  if (a.retencion_ms) j["retencion_ms"] = *a.retencion_ms;
+  return j;
 }
 
 std::string_view nombre_de(desenlace que) {

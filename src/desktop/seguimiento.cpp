@@ -72,7 +72,7 @@ void seguimiento::mirar() {
   const bool en_orden = f_.ordenes > 0;
   if (en_orden && !en_orden_) estimador_.empezar();
   const labor& ultima = f_.avance.labor;
-  if (en_orden) estimador_.mirar(ultima, plat_.ahora_sin_cajas());
+  if (en_orden) estimador_.mirar(ultima, plat_.ahora_sin_cajas(), trafico_de(f_.link));
   // The box that tells how the work has ended comes up while the command still runs.
   const bool hubo = ultima.cuantas != contadas_;
   const bool hecho = en_orden ? hubo && !ultima.en_curso && plat_.caja_abierta() : hubo || en_orden_;

@@ -84,6 +84,14 @@ std::string en_un_renglon(std::string texto) {
   return texto;
 }
 
+/// The adapter and its driver, as far as they are known.
+std::string que_hay_en(const descripcion_puerto& puerto) {
+  if (puerto.placa_simulada) return "";
+  const std::string nombre = en_un_renglon(puerto.nombre);
+  if (puerto.conductor.empty()) return nombre;
+  return nombre.empty() ? "Conductor " + puerto.conductor : nombre + ", conductor " + puerto.conductor;
+}
+
 }  // namespace
 
 std::string frase_sin_puerto(const causa_puerto& causa) {
@@ -115,7 +123,8 @@ std::string frase(const descripcion_puerto& puerto) {
   if (puerto.falta) return frase(*puerto.falta);
   std::string texto = "COM" + std::to_string(puerto.numero) + ": " + en_un_renglon(texto_de(puerto.dispositivo));
   if (puerto.placa_simulada) texto += "\nPlaca simulada";
-  if (!puerto.placa_simulada && !puerto.nombre.empty()) texto += "\n" + en_un_renglon(puerto.nombre);
+  const std::string que_es = que_hay_en(puerto);
+  if (!que_es.empty()) texto += "\n" + que_es;
   if (puerto.cerrado) return texto + "\nNo se puede abrir: " + en_un_renglon(decir(*puerto.cerrado).texto);
   if (puerto.quien) texto += puerto.quien->empty() ? "\nLibre" : "\nLo tiene abierto " + en_un_renglon(*puerto.quien);
   return texto;

@@ -20,6 +20,7 @@ void enviar(enlace& e, std::string_view comando, fichero* diario) {
   const std::string trama = en_trama(comando);
   if (diario != nullptr && !diario->linea(trama)) diario->cerrar();
   e.control_serie.Output(trama);
+  e.cuentas.enviados += trama.size();
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "shell/contacto.h"
 
+#include <charconv>
+
 #include "shell/frm_principal.h"
 
 namespace morvane {
@@ -48,6 +50,13 @@ void mirar_contacto(frm_principal& f) {
   if (f.placa.vistas == f.link.cuentas.respuestas) return;
   f.placa.vistas = f.link.cuentas.respuestas;
   anotar(f, estado::responde);
+}
+
+trafico trafico_de(const enlace& e) {
+  trafico t{e.cuentas.enviados + e.control_serie.recibidos(), e.cuentas.respuestas, 0};
+  const std::string& velocidad = e.valores.velocidad;
+  (void)std::from_chars(velocidad.data(), velocidad.data() + velocidad.size(), t.velocidad);
+  return t;
 }
 
 letrero letrero_de(const frm_principal& f, const std::string& rotulo) {

@@ -8,6 +8,7 @@
 #include "files/texto.h"
 #include "frases/frases.h"
 #include "frases/numeros.h"
+#include "serial/parametros_linea.h"
 
 namespace morvane {
 
@@ -19,6 +20,9 @@ constexpr instante entre_textos = 500ms;
 constexpr instante ventana = 20s;
 /// Before that the speed is a matter of luck.
 constexpr instante primera_prediccion = 1s;
+/// Exchanges before which nothing is said of how long they take, and milliseconds that one must take too long.
+constexpr std::uint64_t intercambios_para_juzgar = 50;
+constexpr double retencion_visible = 2;
 
 double en_segundos(instante cuanto) {
   return std::chrono::duration<double>(cuanto).count();
@@ -98,20 +102,38 @@ std::string velocidad_de(double bytes_por_segundo) {
   return std::to_string(std::lround(bytes_por_segundo / 1000)) + " kB/s";
 }
 
-void estimador::empezar() {
-  dicho_ = {};
+std::string lentitud(const labor& m, const trafico& hubo, instante gastado) {
+  // Others wait for the chip, or for the board that goes over a whole block.
+  if (m.cual != labor::clase::grabar && m.cual != labor::clase::leer) return {};
+  if (hubo.respuestas < intercambios_para_juzgar || hubo.velocidad <= 0) return {};
+  const double n = static_cast<double>(hubo.respuestas);
+  const double debe =
+      en_segundos(tiempo_en_la_linea(static_cast<std::int64_t>(hubo.caracteres), hubo.velocidad)) * 1000 / n;
+  const double tarda = en_segundos(gastado) * 1000 / n;
+  if (tarda <= 2 * debe || tarda - debe < retencion_visible) return {};
+  return "Cada intercambio tarda " + decimal(tarda) + " ms, y sus caracteres solo " + decimal(debe) +
+         " ms: el adaptador retiene las respuestas, o la placa tarda en darlas. Qué se puede hacer: en el manual (F1), "
+         "«Todo va despacio»";
 }
 
-void estimador::empezar_operacion(const labor& m) {
+void estimador::empezar() {
+  dicho_ = {};
+  lenta_.clear();
+}
+
+void estimador::empezar_operacion(const labor& m, instante ahora, const trafico& linea) {
+  antes_ = linea;
+  vista_en_ = ahora;
+  lenta_.clear();
   vista_ = m.cuantas;
   muestras_.assign(1, {m.inicio, 0});
   proxima_ = m.inicio;
   prometido_ = instante{0};
 }
 
-void estimador::mirar(const labor& m, instante ahora) {
+void estimador::mirar(const labor& m, instante ahora, const trafico& linea) {
   if (!m.en_curso) return;
-  if (m.cuantas != vista_) empezar_operacion(m);
+  if (m.cuantas != vista_) empezar_operacion(m, ahora, linea);
   if (ahora < proxima_) return;
   proxima_ = ahora + entre_textos;
   const std::string nombre = nombre_de(m.cual);
@@ -131,6 +153,13 @@ void estimador::mirar(const labor& m, instante ahora) {
   const std::string falta = reloj_de(segundos_que_faltan(m, rapidez));
   dicho_.breve += " · " + velocidad_de(rapidez) + " · " + falta;
   dicho_.extenso += ", " + velocidad_de(rapidez) + ", quedan " + falta;
+  const trafico hubo{linea.caracteres - antes_.caracteres, linea.respuestas - antes_.respuestas, linea.velocidad};
+  lenta_ = lentitud(m, hubo, ahora - vista_en_);
+  anadir_lentitud();
+}
+
+void estimador::anadir_lentitud() {
+  if (!lenta_.empty()) dicho_.extenso += "\n" + lenta_;
 }
 
 double estimador::velocidad() const {
@@ -160,6 +189,7 @@ void estimador::acabar(const labor& m) {
     como += " en " + tardo;
   }
   dicho_ = {como, desenlace(m) + "; ha durado " + tardo, dudosa || (!hecha && m.como != labor::final::detenida)};
+  anadir_lentitud();
 }
 
 void estimador::sin_operacion(const std::string& por_que) {

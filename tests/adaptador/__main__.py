@@ -107,6 +107,7 @@ class Laboratory(unittest.TestCase):
         [port] = [p for p in self.result("puertos", 0)["puertos"] if p["puerto"] == "COM1"]
         self.assertEqual(port["dispositivo"], "/dev/ttyUSB0")
         self.assertIn("USB SERIAL", port["adaptador"]["producto"])
+        self.assertEqual((port["adaptador"]["conductor"], port["adaptador"]["retencion_ms"]), ("ftdi_sio", 1))
         self.a_whole_job("COM1")
 
     def test_ftdi_takes_each_setting_and_gives_it_back(self):

@@ -40,7 +40,14 @@ class banco_console : public morvane::console::exterior {
   int senal() const override { return mundo_.miradas >= mundo_.para ? senal_de_fin : 0; }
   std::string hora() const override { return "2026-11-23T22:10:52Z"; }
   std::filesystem::path carpeta_de_claves() const override { return dir.ruta() / "claves"; }
-  morvane::adaptador aparato() const override { return {"FTDI", "FT232R", "A50285BI"}; }
+  morvane::adaptador aparato() const override {
+    return {.fabricante = "FTDI",
+            .producto = "FT232R",
+            .serie = "A50285BI",
+            .identidad = "0403:6001",
+            .conductor = "ftdi_sio",
+            .retencion_ms = 1};
+  }
   std::filesystem::path carpeta() const override { return dir.ruta(); }
   std::optional<morvane::causa_puerto> abrir(const morvane::console::destino_puerto& adonde,
                                              const morvane::parametros_linea& como) override {

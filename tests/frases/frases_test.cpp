@@ -37,6 +37,9 @@ TEST(frases, a_port_says_what_is_wrong_and_what_to_do) {
 TEST(frases, a_port_is_described_as_far_as_it_is_known) {
   descripcion_puerto puerto{.numero = 4, .dispositivo = "/dev/ttyUSB0", .nombre = "FT232R (FTDI)", .quien = ""};
   EXPECT_EQ(frase(puerto), "COM4: /dev/ttyUSB0\nFT232R (FTDI)\nLibre");
+  puerto.conductor = "ftdi_sio";
+  EXPECT_EQ(frase(puerto), "COM4: /dev/ttyUSB0\nFT232R (FTDI), conductor ftdi_sio\nLibre");
+  puerto.conductor.clear();
   puerto.quien = "minicom (pid 7)";
   EXPECT_EQ(frase(puerto), "COM4: /dev/ttyUSB0\nFT232R (FTDI)\nLo tiene abierto minicom (pid 7)");
   puerto.cerrado = causa_puerto{.cual = causa_puerto::clase::sin_permiso, .ruta = "/dev/ttyUSB0"};

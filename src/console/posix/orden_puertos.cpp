@@ -1,10 +1,12 @@
 #include <algorithm>
+#include <sstream>
 
 #include "files/texto.h"
 #include "frases.h"
 #include "frases/frases.h"
 #include "ordenes.h"
 #include "platform/rutas.h"
+#include "regla_udev.h"
 #include "serial/adaptador.h"
 #include "serial/puertos.h"
 
@@ -51,6 +53,22 @@ std::vector<aparato> sueltos(const std::vector<descripcion_puerto>& puertos) {
   return todos;
 }
 
+bool es_usb(const json& puerto) {
+  return puerto.contains("adaptador") && puerto["adaptador"]["identidad"] != "";
+}
+
+/// To those who have an adapter and not the rule for it. The rule can be taken from the lines as they stand.
+void ofrecer_regla(cierre& c) {
+  const bool instalada = regla_instalada();
+  c.datos["regla_udev"] = {{"instalada", instalada}, {"texto", texto_de_la_regla()}};
+  if (instalada || std::ranges::none_of(c.datos["puertos"], es_usb)) return;
+  c.detalle.emplace_back(
+      "Para abrirlos sin más permisos y sin esperas falta esta regla, en "
+      "/etc/udev/rules.d/70-morvane.rules:");
+  std::istringstream renglones{std::string(texto_de_la_regla())};
+  for (std::string uno; std::getline(renglones, uno);) c.detalle.push_back("    " + uno);
+}
+
 }  // namespace
 
 cierre hacer_puertos(const llamada& ll) {
@@ -65,10 +83,12 @@ cierre hacer_puertos(const llamada& ll) {
     const std::string nombre = texto_de(a.dispositivo);
     lista.push_back({{"puerto", nombre}, {"dispositivo", nombre}, {"estable", texto_de(a.estable)}});
     lista.back()["adaptador"] = adaptador_en_json(adaptador_de(a.dispositivo));
-    c.detalle.push_back(nombre + (a.nombre.empty() ? "" : "; " + a.nombre) + "; ningún COM lleva a él");
+    c.detalle.push_back(nombre + (a.nombre.empty() ? "" : "; " + a.nombre) +
+                        (a.conductor.empty() ? "" : "; conductor " + a.conductor) + "; ningún COM lleva a él");
   }
   const std::size_t n = c.detalle.size();
   c.texto = n == 0 ? "No hay ningún puerto." : n == 1 ? "Hay 1 puerto." : "Hay " + std::to_string(n) + " puertos.";
+  ofrecer_regla(c);
   return c;
 }
 

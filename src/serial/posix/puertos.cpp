@@ -1,5 +1,6 @@
 #include "serial/puertos.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -21,11 +22,17 @@ bool hay_circuito(const fs::path& linea) {
   return renglon(linea / "type") != "0";
 }
 
+/// The standard library compares no devices.
+bool son_el_mismo(const fs::path& uno, const fs::path& otro) {
+  struct stat a {
+  }, b{};
+  return ::stat(uno.c_str(), &a) == 0 && ::stat(otro.c_str(), &b) == 0 && a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+}
+
 fs::path ruta_estable(const fs::path& raiz, const fs::path& dispositivo) {
   std::error_code error;
   for (fs::directory_iterator uno(raiz / "dev/serial/by-id", error), fin; !error && uno != fin; uno.increment(error)) {
-    std::error_code suelto;
-    if (fs::equivalent(uno->path(), dispositivo, suelto)) return uno->path();
+    if (son_el_mismo(uno->path(), dispositivo)) return uno->path();
   }
   return dispositivo;
 }
@@ -56,7 +63,9 @@ std::vector<aparato> aparatos(const fs::path& raiz) {
     std::error_code falta;
     const fs::path linea = uno->path(), dispositivo = raiz / "dev" / linea.filename();
     const bool hay = fs::exists(linea / "device", falta) && fs::exists(dispositivo, falta) && hay_circuito(linea);
-    if (hay) todos.push_back({dispositivo, ruta_estable(raiz, dispositivo), adaptador_de(dispositivo, raiz).nombre()});
+    if (!hay) continue;
+    const adaptador cual = adaptador_de(dispositivo, raiz);
+    todos.push_back({dispositivo, ruta_estable(raiz, dispositivo), cual.nombre(), cual.conductor});
   }
   std::ranges::sort(todos, {}, &aparato::dispositivo);
   return todos;
@@ -71,7 +80,9 @@ descripcion_puerto describir_puerto(const fs::path& directorio, int numero) {
   }
   std::vector<std::string> programas = programas_con(ruta);
   puerto.placa_simulada = std::erase_if(programas, es_placa) > 0;
-  puerto.nombre = adaptador_de(ruta).nombre();
+  const adaptador cual = adaptador_de(ruta);
+  puerto.nombre = cual.nombre();
+  puerto.conductor = cual.conductor;
   puerto.quien = programas.empty() ? "" : programas.front();
   if (::access(ruta.c_str(), R_OK | W_OK) != 0) puerto.cerrado = causa_de_apertura(ruta, errno);
   return puerto;

@@ -58,8 +58,8 @@ struct espera_en_curso {
 
 /// What counts up, or is kept, over the whole run, for whoever looks from time to time.
 struct cuentas_de_linea {
-  /// Replies that have come whole.
-  std::uint64_t respuestas = 0;
+  /// Replies that have come whole, and characters that were sent.
+  std::uint64_t respuestas = 0, enviados = 0;
   /// Times that the port was opened, and that it could not be; and which one it was the last time.
   unsigned aperturas = 0, negadas = 0;
   std::string puerto{};

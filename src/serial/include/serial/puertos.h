@@ -16,6 +16,8 @@ struct aparato {
   std::filesystem::path estable;
   /// What it calls itself, such as "FT232R USB UART (FTDI)"; empty if it says nothing.
   std::string nombre;
+  /// The kernel's driver for it, such as "ftdi_sio"; empty where that cannot be told.
+  std::string conductor{};
 };
 
 /// The serial devices that are there now, in the order of their paths, pseudo-terminals left out. `raiz` is the root of
@@ -32,6 +34,8 @@ struct descripcion_puerto {
   bool placa_simulada = false;
   /// What the device calls itself; empty if it says nothing.
   std::string nombre{};
+  /// The kernel's driver for it; empty where that cannot be told.
+  std::string conductor{};
   /// Why this user could not open it.
   std::optional<causa_puerto> cerrado{};
   /// The program that has it open, empty if none; nothing where that cannot be told.

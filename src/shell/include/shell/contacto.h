@@ -4,6 +4,7 @@
 #include <string>
 
 #include "link/enlace.h"
+#include "shell/estimador.h"
 
 namespace morvane {
 
@@ -28,6 +29,9 @@ void acabar_contacto(frm_principal& f);
 
 /// Notes the time if a reply has come since the last look. Cheap when none has.
 void mirar_contacto(frm_principal& f);
+
+/// What has gone over the line since the program began, and the speed of the settings.
+trafico trafico_de(const enlace& e);
 
 /// What the main window says of port and board, in two lines.
 struct letrero {

@@ -8,6 +8,20 @@
 
 namespace morvane {
 
+/// What has gone over the line so far.
+struct trafico {
+  /// Both ways together.
+  std::uint64_t caracteres = 0;
+  std::uint64_t respuestas = 0;
+  /// Bits a second; 0 where that is not known.
+  int velocidad = 0;
+};
+
+/// Why it goes slowly, for an operation that has exchanged all of `hubo` in `gastado`: empty as long as an exchange
+/// takes no more than twice what its characters need, or too few have been made to tell. `m` tells whether its
+/// exchanges wait for the line alone.
+std::string lentitud(const labor& m, const trafico& hubo, instante gastado);
+
 /// Tells the user how a command gets on: percentage, bytes per second and time left while it runs, how it went and how
 /// long it took when it has ended; and what a load has brought. Texts change twice a second at most, the speed is that
 /// of the last 20 seconds, and the time left counts down evenly as long as that is not far off.
@@ -23,8 +37,8 @@ class estimador {
 
   /// A command begins: what was said of the last one goes.
   void empezar();
-  /// Looks at the running operation. `ahora` is on the clock of `labor::inicio`.
-  void mirar(const labor& m, instante ahora);
+  /// Looks at the running operation. `ahora` is on the clock of `labor::inicio`; `linea` has only ever grown.
+  void mirar(const labor& m, instante ahora, const trafico& linea = {});
   /// The command has ended, and `m` was its last operation.
   void acabar(const labor& m);
   /// The command has ended before its first operation, for this reason.
@@ -39,7 +53,8 @@ class estimador {
     instante cuando;
     std::int64_t hechos;
   };
-  void empezar_operacion(const labor& m);
+  void empezar_operacion(const labor& m, instante ahora, const trafico& linea);
+  void anadir_lentitud();
   double velocidad() const;
   std::int64_t segundos_que_faltan(const labor& m, double bytes_por_segundo);
 
@@ -47,6 +62,11 @@ class estimador {
   std::deque<muestra> muestras_;
   unsigned vista_ = 0;
   instante proxima_{0};
+  /// What had gone over the line when the operation was first seen.
+  trafico antes_;
+  instante vista_en_{0};
+  /// Why the last operation goes, or went, slowly; empty if it does not.
+  std::string lenta_;
   /// When the operation will have ended, as the user was told last.
   instante prometido_{0};
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
 
 namespace morvane {
@@ -8,7 +9,13 @@ namespace morvane {
 /// What a serial device says of itself; empty texts where it says nothing.
 struct adaptador {
   std::string fabricante, producto, serie;
-  /// "FT232R USB UART (FTDI)"; empty without a product.
+  /// "0403:6001", the numbers by which its maker and the product are known on USB.
+  std::string identidad;
+  /// The kernel's driver, such as "ftdi_sio".
+  std::string conductor;
+  /// For how long its driver lets it hold replies back, in milliseconds; nothing where the driver has no such setting.
+  std::optional<int> retencion_ms;
+  /// "FT232R USB UART (FTDI)"; its numbers where it does not say its product, empty where it has none either.
   std::string nombre() const;
 };
 
