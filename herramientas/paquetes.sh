@@ -1,7 +1,7 @@
 # shellcheck shell=bash disable=SC2034
 # Sourced by the scripts of this repository: installs Debian packages that are missing.
 
-paquetes_programa="g++ cmake ninja-build qt6-base-dev qt6-svg-dev libgl1-mesa-dev python3 fonts-dejavu-core
+paquetes_programa="g++ cmake ninja-build qt6-base-dev librsvg2-bin libgl1-mesa-dev python3 fonts-dejavu-core
   qt6-translations-l10n
   pkg-config libcli11-dev nlohmann-json3-dev libsodium-dev libelf-dev"
 paquetes_pruebas="libgtest-dev xvfb openbox xdotool x11-utils imagemagick dbus-daemon at-spi2-core python3-gi valgrind

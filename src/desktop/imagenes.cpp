@@ -1,15 +1,15 @@
 #include "imagenes.h"
 
 #include <QApplication>
-#include <QFile>
 #include <QHash>
 #include <QIconEngine>
+#include <QImage>
 #include <QPainter>
 #include <QPixmap>
 #include <QStyle>
 #include <QStyleOption>
-#include <QSvgRenderer>
 #include <algorithm>
+#include <array>
 #include <utility>
 
 // The resources lie in a static library, whose initializers the linker would leave out. Must stand in no namespace.
@@ -20,13 +20,23 @@ static void cargar_recursos() {
 namespace morvane {
 namespace {
 
-QString fichero_de(const std::string& nombre) {
+constexpr std::array lados{16, 24, 32, 48, 64, 96, 128, 192, 256};
+
+/// The image in the size that is nearest from above, as it was drawn; a null image where there is none of that name.
+QImage dibujada(const std::string& nombre, int lado) {
   cargar_recursos();
-  return QStringLiteral(":/imagenes/%1.svg").arg(QString::fromStdString(nombre));
+  const auto cual = std::ranges::lower_bound(lados, lado);
+  const int hay = cual == lados.end() ? lados.back() : *cual;
+  return QImage(QStringLiteral(":/imagenes/%1/%2.png").arg(hay).arg(QString::fromStdString(nombre)));
 }
 
-/// Draws an image in the sizes that are asked for, each once. Not the icon plugin for SVG, which an installation may
-/// lack.
+QImage a_medida(const std::string& nombre, int lado) {
+  const QImage entera = dibujada(nombre, lado);
+  if (entera.isNull() || entera.width() == lado) return entera;
+  return entera.scaled(lado, lado, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+}
+
+/// Draws an image in the sizes that are asked for, each once.
 class motor_de_imagen final : public QIconEngine {
  public:
   explicit motor_de_imagen(std::string nombre) : nombre_(std::move(nombre)) {}
@@ -48,17 +58,13 @@ class motor_de_imagen final : public QIconEngine {
 
   QList<QSize> availableSizes(QIcon::Mode /*modo*/, QIcon::State /*estado*/) override {
     QList<QSize> tamanos;
-    for (const int lado : {16, 24, 32, 48, 64, 128}) tamanos.append({lado, lado});
+    for (const int lado : lados) tamanos.append({lado, lado});
     return tamanos;
   }
 
  private:
   QPixmap hacer(int lado, QIcon::Mode modo) const {
-    QPixmap mapa(lado, lado);
-    mapa.fill(Qt::transparent);
-    QPainter pintor(&mapa);
-    QSvgRenderer(fichero_de(nombre_)).render(&pintor);
-    pintor.end();
+    const QPixmap mapa = QPixmap::fromImage(a_medida(nombre_, lado));
     if (modo == QIcon::Normal) return mapa;
     QStyleOption opcion;
     opcion.palette = QGuiApplication::palette();
@@ -72,14 +78,16 @@ class motor_de_imagen final : public QIconEngine {
 }  // namespace
 
 QIcon imagen(const std::string& nombre) {
-  if (nombre.empty() || !QFile::exists(fichero_de(nombre))) return {};
+  if (nombre.empty() || dibujada(nombre, lados.front()).isNull()) return {};
   return QIcon(new motor_de_imagen(nombre));
 }
 
 void dibujar(const std::string& nombre, QPainter& pintor, const QRectF& sitio) {
-  QSvgRenderer dibujo(fichero_de(nombre));
-  dibujo.setAspectRatioMode(Qt::KeepAspectRatio);
-  if (dibujo.isValid()) dibujo.render(&pintor, sitio);
+  const qreal lado = std::min(sitio.width(), sitio.height()), densidad = pintor.device()->devicePixelRatioF();
+  const QImage hecha = a_medida(nombre, static_cast<int>(lado * densidad));
+  if (hecha.isNull()) return;
+  const QPointF esquina = sitio.center() - QPointF(lado, lado) / 2;
+  pintor.drawImage(QRectF(esquina, QSizeF(lado, lado)), hecha);
 }
 
 }  // namespace morvane
