@@ -9,7 +9,8 @@ paquetes_pruebas="libgtest-dev xvfb openbox xdotool x11-utils imagemagick dbus-d
 paquetes_medidas="binutils srecord"
 paquetes_revision="git clang clang-format clang-tidy libclang-rt-14-dev shellcheck pyflakes3 lintian appstream
   desktop-file-utils dpkg-dev binutils-m68k-linux-gnu"
-paquetes_windows="g++-mingw-w64-x86-64-posix googletest wine64"
+paquetes_windows="g++-mingw-w64-x86-64-posix googletest wine64 fonts-wine nsis
+  librsvg2-bin imagemagick xz-utils"
 paquetes_laboratorio="qemu-system-x86 busybox-static cpio kmod"
 
 # asegurar_paquetes PAQUETE...: installs those that are missing, or says which ones are and ends.

@@ -5,36 +5,19 @@ Usage: com_wine.py WINE TESTS.EXE BOARD SAMPLE PREFIX. Ends with 77 where there 
 """
 import os
 import pathlib
-import subprocess
 import sys
 import tempfile
 
 import muestras
+from wine import Wine, boards
 
-WINE, TESTS, BOARD, SAMPLE, PREFIX = map(os.path.abspath, sys.argv[1:])
-ENV = dict(os.environ, WINEPREFIX=PREFIX, WINEDEBUG="-all")
-
-
-def server(option):
-    """Of this prefix alone, which nobody else uses."""
-    folders = [pathlib.Path(WINE).parent, pathlib.Path("/usr/lib/wine"), pathlib.Path("/usr/bin")]
-    found = [f / "wineserver" for f in folders if (f / "wineserver").exists()]
-    subprocess.run([found[0], option], env=ENV, timeout=60, check=False, stderr=subprocess.DEVNULL)
+PROGRAM, TESTS, BOARD, SAMPLE, PREFIX = map(os.path.abspath, sys.argv[1:])
 
 
 def run(folder, test, *options):
-    with subprocess.Popen([BOARD, *options], cwd=folder, text=True, stdout=subprocess.PIPE) as board:
-        try:
-            terminal = board.stdout.readline().split()[1]
-            subprocess.run([WINE, "reg", "add", r"HKLM\Software\Wine\Ports", "/v", "COM1", "/d", terminal, "/f"],
-                           env=ENV, timeout=120, check=True, stdout=subprocess.DEVNULL)
-            # The ports are looked at when the server starts.
-            server("-w")
-            tests = [WINE, TESTS, f"--gtest_filter=*{test}*"]
-            return subprocess.run(tests, env=ENV, timeout=180, check=False).returncode
-        finally:
-            board.terminate()
-            server("-w")
+    wine = Wine(PROGRAM, PREFIX)
+    with boards(wine, BOARD, folder, options):
+        return wine.run([TESTS, f"--gtest_filter=*{test}*"], 180).returncode
 
 
 def main():

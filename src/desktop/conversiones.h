@@ -15,7 +15,7 @@ inline QString qt(const std::filesystem::path& ruta) {
   return QFileInfo(ruta).filePath();
 }
 inline std::filesystem::path ruta_qt(const QString& nombre) {
-  return QFileInfo(nombre).filesystemFilePath();
+  return QFileInfo(nombre).filesystemFilePath().make_preferred();
 }
 
 }  // namespace morvane

@@ -33,11 +33,11 @@ void poner_textos() {
 }
 
 /// Of the port as the settings name it, by `decir`.
-std::string puerto_en_palabras(const std::filesystem::path& directorio, const std::string& puerto,
+std::string puerto_en_palabras(const placa_simulada& placa, const std::string& puerto,
                                std::string (*decir)(const descripcion_puerto&)) {
   constexpr std::size_t largo = 4;
   if (puerto.size() != largo || puerto.back() < '0' || puerto.back() > '9') return puerto;
-  return decir(describir_puerto(directorio, puerto.back() - '0'));
+  return decir(placa.describir(puerto.back() - '0'));
 }
 
 }  // namespace
@@ -46,6 +46,8 @@ void preparar_aplicacion() {
   QCoreApplication::setApplicationName(QStringLiteral("morvane"));
   QGuiApplication::setDesktopFileName(QStringLiteral("morvane"));
   QGuiApplication::setQuitOnLastWindowClosed(false);
+  // That of Windows writes what a bar says beside it, and knows no dark desktop.
+  if (QGuiApplication::platformName() == QLatin1String("windows")) QApplication::setStyle(QStringLiteral("Fusion"));
   QGuiApplication::setWindowIcon(imagen("morvane"));
   poner_textos();
 }
@@ -54,15 +56,15 @@ programa::programa(const std::filesystem::path& directorio)
     : directorio_(directorio),
       ficheros_(directorio),
       linea_(directorio),
-      principal_(std::make_unique<frm_principal>(plat_, ficheros_, linea_, v_)),
+      placa_(directorio),
+      principal_(std::make_unique<frm_principal>(plat_, ficheros_, placa_.entre(linea_), v_)),
       ventana_(std::make_unique<ventana_qt>(principal_->ventana, [this] { despues_de_orden(); })),
       seguimiento_(std::make_unique<seguimiento>(
           *principal_, plat_, *ventana_,
-          [this] { return puerto_en_palabras(directorio_, principal_->link.valores.puerto, rotulo); })),
+          [this] { return puerto_en_palabras(placa_, principal_->link.valores.puerto, rotulo); })),
       recepcion_(std::make_unique<recepcion_qt>(*ventana_,
                                                 [this](const std::string& ruta) { abrir_soltado(*principal_, ruta); })),
       ayuda_(std::make_unique<ayuda_f1>(*ventana_)),
-      placa_(directorio),
       otras_(
           principal_->otras_ventanas(), [this] { despues_de_orden(); },
           [this](const std::string& motivo) { avisar_fallo(motivo); }) {
@@ -75,7 +77,7 @@ programa::programa(const std::filesystem::path& directorio)
     principal_->link.fallo_de_puerto = causa;
   };
   principal_->describir_puerto = [this] {
-    return puerto_en_palabras(directorio_, principal_->link.valores.puerto, frase_breve);
+    return puerto_en_palabras(placa_, principal_->link.valores.puerto, frase_breve);
   };
   completar(*ventana_, principal_->rango);
   ventana_->al_empezar = [this] { seguimiento_->al_empezar(); };

@@ -120,11 +120,11 @@ int puertos_qt::elegido() const {
 
 void puertos_qt::explicar() {
   for (int i = 0; i < lista_->count(); ++i) {
-    const QString que = qt(frase(describir_puerto(directorio_, numero_de(lista_->itemText(i)))));
+    const QString que = qt(frase(placa_.describir(numero_de(lista_->itemText(i)))));
     lista_->setItemData(i, ayuda_literal(que), Qt::ToolTipRole);
   }
   const int numero = elegido();
-  const QString ayuda = numero == 0 ? QString() : qt(frase(describir_puerto(directorio_, numero)));
+  const QString ayuda = numero == 0 ? QString() : qt(frase(placa_.describir(numero)));
   lista_->setToolTip(ayuda_literal(ayuda));
   lista_->setAccessibleDescription(ayuda);
   situar();

@@ -38,11 +38,16 @@ QAction& entrada_de_la_placa(ventana_qt& opciones) {
 }  // namespace
 
 void puerto_sin_nada(viaje& v) {
-  v.t.decir(
-      "COM3 es un enlace a un adaptador que nadie ha enchufado. Guardar lo prueba, y la caja explica por qué no.");
-  std::filesystem::create_symlink("/dev/serial/by-id/usb-adaptador", v.directorio / "puertos" / "COM3");
+  // Where ports cannot be linked it is one that the system names, and that does not open.
+  std::error_code sin_enlaces;
+  std::filesystem::create_symlink("/dev/serial/by-id/usb-adaptador", v.directorio / "puertos" / "COM3", sin_enlaces);
+  v.t.decir(std::string(sin_enlaces ? "COM3 es un número sin aparato."
+                                    : "COM3 es un enlace a un adaptador que nadie ha enchufado.") +
+            " Guardar lo prueba, y la caja explica por qué no.");
   ventana_qt& opciones = elegir_puerto(v, "COM3");
-  v.t.esperar_caja("Es probable que el puerto no exista", "Aceptar", "caja-con-detalles");
+  v.t.esperar_caja(
+      sin_enlaces ? "El puerto ya ha sido utilizado por otra aplicación" : "Es probable que el puerto no exista",
+      "Aceptar", "caja-con-detalles");
   guardar(opciones).click();
   opciones.close();
 }

@@ -57,13 +57,13 @@ class programa {
   archivos ficheros_;
   plataforma_qt plat_;
   transporte_del_sistema linea_;
+  placa_simulada placa_;
   Variables_grab v_;
   std::unique_ptr<frm_principal> principal_;
   std::unique_ptr<ventana_qt> ventana_;
   std::unique_ptr<seguimiento> seguimiento_;
   std::unique_ptr<recepcion_qt> recepcion_;
   std::unique_ptr<ayuda_f1> ayuda_;
-  placa_simulada placa_;
   otras_ventanas otras_;
   QTimer fin_;
   bool empezando_ = false;

@@ -4,6 +4,9 @@
 #include <filesystem>
 #include <string>
 
+#include "serial/puertos.h"
+#include "serial/transporte.h"
+
 namespace morvane {
 
 /// The simulated board as one of the ports: a program beside this one, which lives no longer than this one. Which port
@@ -18,6 +21,10 @@ class placa_simulada {
 
   /// The port that it is now, 1 to 9; 0 if none.
   int puerto() const;
+  /// The lines of the program, this board among them; it stands behind a port of the system, so they are `lineas`.
+  static transporte& entre(transporte& lineas) { return lineas; }
+  /// The port `numero` (0 to 9), whether it is this board or not.
+  descripcion_puerto describir(int numero) const { return describir_puerto(directorio_, numero); }
 
   /// Makes it the port `numero` (1 to 9), and no longer what it was before. Waits until it answers there, for up to 2
   /// s. Gives an empty text, or one Spanish line: why it is no port at all, or that it could not be noted.
