@@ -6,6 +6,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 . herramientas/paquetes.sh
+. herramientas/fuente-debian.sh
 
 # The source as it was published, whatever a mirror gives out.
 declare -A sumas=(
@@ -33,17 +34,6 @@ if [ "$(cat "$aqui/hecho" 2>/dev/null)" = "$hechura" ]; then
   exit 0
 fi
 
-# Lists of its own: this system's need no sources for it.
-traer_fuente() {
-  local lista=$aqui/apt
-  mkdir -p "$lista/lists/partial" "$lista/cache/archives/partial"
-  echo "deb-src [signed-by=/usr/share/keyrings/debian-archive-keyring.gpg]" \
-    "${MORVANE_DEBIAN:-http://deb.debian.org/debian} $(. /etc/os-release && echo "$VERSION_CODENAME") main" >"$lista/sources.list"
-  local apt=(apt-get -q -o "Dir::Etc::sourcelist=$lista/sources.list" -o Dir::Etc::sourceparts=-
-    -o "Dir::State::lists=$lista/lists" -o "Dir::Cache=$lista/cache" -o APT::Sandbox::User=)
-  "${apt[@]}" update && (cd "$aqui" && "${apt[@]}" source --download-only "qt6-base=$version") && rm -rf "$lista"
-}
-
 comprobar_fuente() {
   local original=${version%-*} suma
   suma=${sumas[$original]:-}
@@ -59,7 +49,7 @@ desplegar_fuente() {
 
 inicio=$SECONDS
 if [ "$(cat "$aqui/empezado" 2>/dev/null)" != "$hechura" ]; then
-  [ -f "$aqui/qt6-base_$version.dsc" ] || traer_fuente
+  [ -f "$aqui/qt6-base_$version.dsc" ] || traer_fuente qt6-base "$version" "$aqui"
   comprobar_fuente
   desplegar_fuente
   echo "$hechura" >"$aqui/empezado"

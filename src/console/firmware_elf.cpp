@@ -1,8 +1,5 @@
-#include <gelf.h>
-
-#include <memory>
-
 #include "lectores.h"
+#include "segmentos_elf.h"
 
 namespace morvane::console {
 
@@ -13,33 +10,19 @@ using clase = fallo_firmware::clase;
 constexpr std::string_view comienzo =
     "\x7F"
     "ELF";
+constexpr std::uint32_t se_carga = 1;
+/// The numbers of the family in the format.
+constexpr std::uint16_t m68k = 4, coldfire = 52;
 
-struct cerrar_elf {
-  void operator()(Elf* e) const { elf_end(e); }
-};
-using elf_abierto = std::unique_ptr<Elf, cerrar_elf>;
-
-fin_de_lectura poner_segmento(lectura_firmware& l, const GElf_Phdr& s) {
-  if (s.p_type != PT_LOAD || s.p_filesz == 0) return std::nullopt;
+fin_de_lectura poner_segmento(lectura_firmware& l, const segmento_elf& s) {
+  if (s.tipo != se_carga || s.bytes == 0) return std::nullopt;
   const std::uint64_t hay = l.contenido.size();
-  if (s.p_offset > hay || s.p_filesz > hay - s.p_offset) return fallo_firmware{.cual = clase::elf_danado};
+  if (s.en_fichero > hay || s.bytes > hay - s.en_fichero) return fallo_firmware{.cual = clase::elf_danado};
   ++l.f.registros;
-  if (auto fallo = poner_bytes(l, s.p_paddr, l.contenido.substr(s.p_offset, s.p_filesz), 0)) return fallo;
-  if (s.p_offset == 0) {
-    l.f.avisos.push_back({.cual = aviso::clase::cabecera_de_elf, .direccion = static_cast<std::int32_t>(s.p_paddr)});
+  if (auto fallo = poner_bytes(l, s.direccion, l.contenido.substr(s.en_fichero, s.bytes), 0)) return fallo;
+  if (s.en_fichero == 0) {
+    l.f.avisos.push_back({.cual = aviso::clase::cabecera_de_elf, .direccion = static_cast<std::int32_t>(s.direccion)});
   }
-  return std::nullopt;
-}
-
-fin_de_lectura poner_segmentos(lectura_firmware& l, Elf& e) {
-  std::size_t cuantos = 0;
-  if (elf_getphdrnum(&e, &cuantos) != 0) return fallo_firmware{.cual = clase::elf_danado};
-  for (std::size_t i = 0; i < cuantos; ++i) {
-    GElf_Phdr s;
-    if (gelf_getphdr(&e, static_cast<int>(i), &s) == nullptr) return fallo_firmware{.cual = clase::elf_danado};
-    if (auto fallo = poner_segmento(l, s)) return fallo;
-  }
-  if (l.f.registros == 0) return fallo_firmware{.cual = clase::sin_segmentos};
   return std::nullopt;
 }
 
@@ -47,18 +30,16 @@ fin_de_lectura poner_segmentos(lectura_firmware& l, Elf& e) {
 
 fin_de_lectura leer_elf(lectura_firmware& l) {
   if (!l.contenido.starts_with(comienzo)) return fallo_firmware{.cual = clase::no_es_elf};
-  elf_version(EV_CURRENT);
-  // The library asks for memory that it could write to, which it does not while it only reads.
-  std::string copia(l.contenido);
-  const elf_abierto e(elf_memory(copia.data(), copia.size()));
-  GElf_Ehdr cabecera;
-  if (!e || elf_kind(e.get()) != ELF_K_ELF || gelf_getehdr(e.get(), &cabecera) == nullptr) {
-    return fallo_firmware{.cual = clase::elf_danado};
+  const auto tabla = leer_tabla_elf(l.contenido);
+  if (!tabla) return fallo_firmware{.cual = clase::elf_danado};
+  if (tabla->procesador != m68k && tabla->procesador != coldfire) {
+    l.f.avisos.push_back({.cual = aviso::clase::otro_procesador, .cuantos = tabla->procesador});
   }
-  if (cabecera.e_machine != EM_68K && cabecera.e_machine != EM_COLDFIRE) {
-    l.f.avisos.push_back({.cual = aviso::clase::otro_procesador, .cuantos = cabecera.e_machine});
+  for (const segmento_elf& s : tabla->segmentos) {
+    if (auto fallo = poner_segmento(l, s)) return fallo;
   }
-  return poner_segmentos(l, *e);
+  if (l.f.registros == 0) return fallo_firmware{.cual = clase::sin_segmentos};
+  return std::nullopt;
 }
 
 }  // namespace morvane::console

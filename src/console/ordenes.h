@@ -19,4 +19,7 @@ cierre hacer_proteger(const llamada& ll);
 cierre hacer_medir(const llamada& ll);
 cierre hacer_comprobar(const llamada& ll);
 
+/// Adds to the ports what this system lacks for them, and how it is had.
+void ofrecer_lo_que_falta(cierre& c);
+
 }  // namespace morvane::console

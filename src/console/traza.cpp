@@ -3,6 +3,7 @@
 #include <array>
 #include <cerrno>
 
+#include "abrir_para_escribir.h"
 #include "files/texto.h"
 
 namespace morvane::console {
@@ -30,7 +31,7 @@ std::string renglon_de_traza(char direccion, std::string_view crudo, job::tiempo
   return renglon;
 }
 
-traza::traza(const std::filesystem::path& ruta) : fichero_(std::fopen(ruta.c_str(), "we")) {
+traza::traza(const std::filesystem::path& ruta) : fichero_(abrir_para_escribir(ruta)) {
   if (!fichero_) fallo_ = causa_de_escritura(errno);
 }
 

@@ -85,7 +85,7 @@ class mundo {
                                 [](char c, std::uint8_t f) { return static_cast<std::uint8_t>(c) == f; });
     }
     if (orden.starts_with("identificar")) {
-      const std::string nombre = std::filesystem::path(r["identificado"].get<std::string>()).filename();
+      const std::string nombre = std::filesystem::path(r["identificado"].get<std::string>()).filename().string();
       return de_archivo(nombre).sumas() == chip.sumas();
     }
     return prueba == "lectura" && orden.find("prueba") != std::string::npos ? a.bytes == chip.bytes

@@ -1,6 +1,5 @@
 #include "console/firmware.h"
 
-#include <elf.h>
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -88,7 +87,10 @@ TEST_F(firmware_test, what_is_wrong_with_a_file_is_told_with_its_line) {
   const std::string larga = "S1FF1000" + std::string(250, '0') + "F0";
   EXPECT_EQ(por_que("a.s19", larga), "línea 1: el registro dice que tiene 255 bytes y tiene 128");
   EXPECT_EQ(frase(std::get<fallo_firmware>(leer_firmware(dir.ruta() / "falta.hex"))), "el archivo no existe");
-  std::filesystem::create_symlink("/dev/zero", dir.ruta() / "cero.bin");
+  // Where there are links, and devices that are files.
+  std::error_code sin_enlaces;
+  std::filesystem::create_symlink("/dev/zero", dir.ruta() / "cero.bin", sin_enlaces);
+  if (sin_enlaces) return;
   EXPECT_EQ(frase(std::get<fallo_firmware>(leer_firmware(dir.ruta() / "cero.bin"))), "no es un archivo normal");
 }
 
@@ -147,10 +149,10 @@ std::string un_elf() {
                       "ELF\1\2\1",
                       7) +
                   std::string(9, '\0');
-  e += be16(ET_EXEC) + be16(EM_68K) + be32(1) + be32(0) + be32(52) + be32(0) + be32(0);
+  e += be16(2) + be16(4) + be32(1) + be32(0) + be32(52) + be32(0) + be32(0);
   e += be16(52) + be16(32) + be16(2) + be16(0) + be16(0) + be16(0);
-  e += be32(PT_LOAD) + be32(116) + be32(0x20000000) + be32(0x3F000) + be32(4) + be32(8) + be32(5) + be32(4);
-  e += be32(PT_LOAD) + be32(120) + be32(0x20000000) + be32(0x20000000) + be32(0) + be32(64) + be32(6) + be32(4);
+  e += be32(1) + be32(116) + be32(0x20000000) + be32(0x3F000) + be32(4) + be32(8) + be32(5) + be32(4);
+  e += be32(1) + be32(120) + be32(0x20000000) + be32(0x20000000) + be32(0) + be32(64) + be32(6) + be32(4);
   return e + "DATO";
 }
 
@@ -161,7 +163,7 @@ TEST_F(firmware_test, an_elf_file_gives_what_its_segments_load) {
   EXPECT_EQ(std::string(f.v.buffer_salida.begin() + 0x3F000, f.v.buffer_salida.begin() + 0x3F004), "DATO");
   EXPECT_EQ(f.v.dir_max, 0x3F003);
   std::string otro = elf;
-  otro[19] = EM_ARM;
+  otro[19] = 40;
   EXPECT_EQ(dudas(bueno("a.elf", otro)), "otro_procesador 40;");
   for (std::size_t corte = 0; corte < elf.size(); ++corte) EXPECT_NE(por_que("a.elf", elf.substr(0, corte)), "cargado");
   std::string fuera = elf;

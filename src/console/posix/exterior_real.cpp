@@ -74,4 +74,8 @@ std::unique_ptr<exterior> exterior_real() {
   return std::make_unique<real>();
 }
 
+std::vector<std::string> palabras(int argc, char** argv) {
+  return {argv + (argc > 0 ? 1 : 0), argv + argc};
+}
+
 }  // namespace morvane::console

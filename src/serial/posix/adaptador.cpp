@@ -49,11 +49,6 @@ void identificar(adaptador& a, const fs::path& donde) {
 
 }  // namespace
 
-std::string adaptador::nombre() const {
-  if (producto.empty()) return identidad.empty() ? "" : "adaptador USB " + identidad;
-  return fabricante.empty() ? producto : producto + " (" + fabricante + ")";
-}
-
 adaptador adaptador_de(const fs::path& dispositivo, const fs::path& raiz) {
   std::error_code error;
   fs::path donde = fs::canonical(raiz / "sys/class/tty" / dispositivo.filename() / "device", error);

@@ -29,6 +29,8 @@ class operacion {
   /// False if it could not be begun at all.
   bool empezada(BOOL resultado);
   bool en_marcha() const { return en_marcha_; }
+  /// Raised when it has come to its end.
+  HANDLE aviso() const { return aviso_.numero(); }
   /// Looks how far the operation is. False after an error; else, once it is no longer under way, `hechos` has the
   /// number of its bytes.
   bool mirar(HANDLE puerto, DWORD& hechos);

@@ -58,6 +58,10 @@ fs::path dispositivo_com(int numero) {
   return L"\\\\.\\COM" + std::to_wstring(numero);
 }
 
+std::string nombre_de_com(const std::string& puerto) {
+  return nombres()[puerto];
+}
+
 std::string aparato_tras(int numero) {
   std::array<wchar_t, cabida> destino{};
   const std::wstring nombre = L"COM" + std::to_wstring(numero);

@@ -97,6 +97,10 @@ std::filesystem::path transporte_win32::dispositivo(int numero) const {
   return dispositivo_com(numero);
 }
 
+void* transporte_win32::aviso() const {
+  return linea_ && linea_->lectura.en_marcha() ? linea_->lectura.aviso() : nullptr;
+}
+
 bool transporte_win32::existe(int numero) {
   causa_.reset();
   return !dispositivo(numero).empty() || falla({.puerto = numero});

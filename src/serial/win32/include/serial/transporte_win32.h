@@ -29,6 +29,8 @@ class transporte_win32 final : public transporte {
 
   /// The device of port `numero`, as \\.\COMn; empty if there is none. Asking tells nobody.
   std::filesystem::path dispositivo(int numero) const;
+  /// What the host raises when something has come in; null while no line is open, or none is being read.
+  void* aviso() const;
   /// Why the last `existe` or `abrir` gave False; nothing after True.
   const std::optional<causa_puerto>& causa() const { return causa_; }
 

@@ -1,12 +1,10 @@
 #include <algorithm>
-#include <sstream>
 
 #include "files/texto.h"
 #include "frases.h"
 #include "frases/frases.h"
 #include "ordenes.h"
 #include "platform/rutas.h"
-#include "regla_udev.h"
 #include "serial/adaptador.h"
 #include "serial/puertos.h"
 
@@ -48,25 +46,12 @@ std::vector<descripcion_puerto> puertos_de(const std::filesystem::path& carpeta)
 std::vector<aparato> sueltos(const std::vector<descripcion_puerto>& puertos) {
   std::vector<aparato> todos = aparatos();
   std::erase_if(todos, [&](const aparato& a) {
-    return std::ranges::any_of(puertos, [&](const auto& p) { return p.dispositivo == a.dispositivo; });
+    return std::ranges::any_of(puertos, [&](const auto& p) {
+      // Where ports are the system's own they are what leads to a device, and not the device.
+      return p.dispositivo == a.dispositivo || a.dispositivo.filename() == "COM" + std::to_string(p.numero);
+    });
   });
   return todos;
-}
-
-bool es_usb(const json& puerto) {
-  return puerto.contains("adaptador") && puerto["adaptador"]["identidad"] != "";
-}
-
-/// To those who have an adapter and not the rule for it. The rule can be taken from the lines as they stand.
-void ofrecer_regla(cierre& c) {
-  const bool instalada = regla_instalada();
-  c.datos["regla_udev"] = {{"instalada", instalada}, {"texto", texto_de_la_regla()}};
-  if (instalada || std::ranges::none_of(c.datos["puertos"], es_usb)) return;
-  c.detalle.emplace_back(
-      "Para abrirlos sin más permisos y sin esperas falta esta regla, en "
-      "/etc/udev/rules.d/70-morvane.rules:");
-  std::istringstream renglones{std::string(texto_de_la_regla())};
-  for (std::string uno; std::getline(renglones, uno);) c.detalle.push_back("    " + uno);
 }
 
 }  // namespace
@@ -88,7 +73,7 @@ cierre hacer_puertos(const llamada& ll) {
   }
   const std::size_t n = c.detalle.size();
   c.texto = n == 0 ? "No hay ningún puerto." : n == 1 ? "Hay 1 puerto." : "Hay " + std::to_string(n) + " puertos.";
-  ofrecer_regla(c);
+  ofrecer_lo_que_falta(c);
   return c;
 }
 

@@ -19,7 +19,8 @@ struct adaptador {
   std::string nombre() const;
 };
 
-/// Of the device `dispositivo`, links resolved. `raiz` is the root of the host's files. Opens no device.
+/// Of the device `dispositivo`, links resolved. `raiz` is the root of the host's files, where these tell it. Opens no
+/// device.
 adaptador adaptador_de(const std::filesystem::path& dispositivo, const std::filesystem::path& raiz = "/");
 
 }  // namespace morvane

@@ -1,0 +1,23 @@
+# The libraries of the room console, as MORVANE_DE_CONSOLE; empty where they are not all there, which is an error but for
+# Windows.
+set(MORVANE_DE_CONSOLE "")
+if(NOT WIN32)
+  find_package(PkgConfig REQUIRED)
+  pkg_check_modules(sodium REQUIRED IMPORTED_TARGET libsodium)
+  pkg_check_modules(elf REQUIRED IMPORTED_TARGET libelf)
+  find_package(CLI11 REQUIRED)
+  find_package(nlohmann_json REQUIRED)
+  set(MORVANE_DE_CONSOLE CLI11::CLI11 nlohmann_json::nlohmann_json PkgConfig::sodium PkgConfig::elf)
+elseif(EXISTS ${MORVANE_SODIUM_WINDOWS}/hecho AND EXISTS /usr/include/CLI/CLI.hpp AND EXISTS /usr/include/nlohmann/json.hpp)
+  # Headers that are the same for all systems, out of a folder with others that are not.
+  set(aqui ${CMAKE_BINARY_DIR}/cabeceras)
+  file(MAKE_DIRECTORY ${aqui})
+  foreach(nombre CLI nlohmann)
+    file(CREATE_LINK /usr/include/${nombre} ${aqui}/${nombre} SYMBOLIC)
+  endforeach()
+  add_library(de_console INTERFACE)
+  target_include_directories(de_console SYSTEM INTERFACE ${aqui} ${MORVANE_SODIUM_WINDOWS}/sodium/include)
+  target_compile_definitions(de_console INTERFACE SODIUM_STATIC)
+  target_link_libraries(de_console INTERFACE ${MORVANE_SODIUM_WINDOWS}/sodium/lib/libsodium.a)
+  set(MORVANE_DE_CONSOLE de_console)
+endif()
