@@ -31,7 +31,7 @@ QImage dibujada(const std::string& nombre, int lado) {
 }
 
 QImage a_medida(const std::string& nombre, int lado) {
-  const QImage entera = dibujada(nombre, lado);
+  QImage entera = dibujada(nombre, lado);
   if (entera.isNull() || entera.width() == lado) return entera;
   return entera.scaled(lado, lado, Qt::KeepAspectRatio, Qt::SmoothTransformation);
 }
@@ -64,7 +64,7 @@ class motor_de_imagen final : public QIconEngine {
 
  private:
   QPixmap hacer(int lado, QIcon::Mode modo) const {
-    const QPixmap mapa = QPixmap::fromImage(a_medida(nombre_, lado));
+    QPixmap mapa = QPixmap::fromImage(a_medida(nombre_, lado));
     if (modo == QIcon::Normal) return mapa;
     QStyleOption opcion;
     opcion.palette = QGuiApplication::palette();

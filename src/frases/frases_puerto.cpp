@@ -87,7 +87,7 @@ std::string en_un_renglon(std::string texto) {
 /// The adapter and its driver, as far as they are known.
 std::string que_hay_en(const descripcion_puerto& puerto) {
   if (puerto.placa_simulada) return "";
-  const std::string nombre = en_un_renglon(puerto.nombre);
+  std::string nombre = en_un_renglon(puerto.nombre);
   if (puerto.conductor.empty()) return nombre;
   return nombre.empty() ? "Conductor " + puerto.conductor : nombre + ", conductor " + puerto.conductor;
 }

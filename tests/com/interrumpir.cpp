@@ -13,7 +13,8 @@ int wmain(int cuantas, wchar_t** palabras) {
   STARTUPINFOW como{};
   como.cb = sizeof como;
   PROCESS_INFORMATION que{};
-  if (::CreateProcessW(nullptr, orden.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &como, &que) == 0) return 66;
+  if (::CreateProcessW(nullptr, orden.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &como, &que) == 0)
+    return 66;
   ::Sleep(static_cast<DWORD>(std::stoul(palabras[1])));
   // From here on only: a child would take it over.
   ::SetConsoleCtrlHandler(nullptr, TRUE);

@@ -9,7 +9,7 @@ namespace morvane::console {
 namespace {
 
 bool es_usb(const json& puerto) {
-  return puerto.contains("adaptador") && puerto["adaptador"]["identidad"] != "";
+  return puerto.contains("adaptador") && !puerto["adaptador"]["identidad"].get_ref<const std::string&>().empty();
 }
 
 }  // namespace
