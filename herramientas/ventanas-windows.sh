@@ -5,7 +5,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 qt=/usr/include/$(uname -m)-linux-gnu/qt6
-opciones=(-std=c++20 -fsyntax-only -Wall -Wextra -Wshadow -Werror -DUNICODE -DNOMINMAX)
+opciones=(-std=c++20 -fsyntax-only -Wall -Wextra -Wshadow -Werror -DUNICODE -DNOMINMAX -Isrc/desktop)
 for encabezados in src/*/include src/*/win32/include; do opciones+=("-I$encabezados"); done
-for modulo in "" /QtCore /QtGui /QtWidgets /QtSvg; do opciones+=(-isystem "$qt$modulo"); done
-git ls-files 'src/desktop/*.cpp' | xargs -P "$(nproc)" -n 4 x86_64-w64-mingw32-g++-posix "${opciones[@]}"
+for modulo in "" /QtCore /QtGui /QtWidgets; do opciones+=(-isystem "$qt$modulo"); done
+git ls-files 'src/desktop/*.cpp' | grep -v /posix/ | xargs -P "$(nproc)" -n 4 x86_64-w64-mingw32-g++-posix "${opciones[@]}"
